@@ -1,0 +1,69 @@
+# Build rules shared by every folder.
+
+include(GNUInstallDirs)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release)
+endif()
+
+# One tree that looks like an installation, so that a program finds its data beside its libraries in both.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+set(CMAKE_INSTALL_RPATH "$ORIGIN/../lib;$ORIGIN")
+
+find_program(DRENOVA_CCACHE ccache)
+if(DRENOVA_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${DRENOVA_CCACHE}")
+endif()
+
+add_library(drenova_options INTERFACE)
+target_include_directories(drenova_options INTERFACE "${CMAKE_SOURCE_DIR}")
+target_compile_options(drenova_options INTERFACE
+  -Wall -Wextra -Wpedantic -Werror -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Wcast-qual
+  -Wnon-virtual-dtor -Woverloaded-virtual -Wuseless-cast -Wduplicated-cond -Wlogical-op -Wnull-dereference
+  -Wformat=2 -Wimplicit-fallthrough)
+if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  get_target_property(options drenova_options INTERFACE_COMPILE_OPTIONS)
+  list(REMOVE_ITEM options -Wuseless-cast -Wduplicated-cond -Wlogical-op)
+  set_target_properties(drenova_options PROPERTIES INTERFACE_COMPILE_OPTIONS "${options}")
+endif()
+if(CMAKE_BUILD_TYPE STREQUAL "Release" OR DRENOVA_SANITIZE)
+  # The optimiser and the sanitizers see null paths inside the standard library that no caller takes.
+  target_compile_options(drenova_options INTERFACE -Wno-null-dereference)
+endif()
+if(DRENOVA_SANITIZE)
+  target_compile_options(drenova_options INTERFACE -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all)
+  target_link_options(drenova_options INTERFACE -fsanitize=address,undefined,float-cast-overflow)
+endif()
+
+# drenova_library(<name> <linked libraries>...): the shared library drenova_<name> from this folder's sources.
+function(drenova_library name)
+  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp" "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
+  add_library(drenova_${name} SHARED ${sources})
+  target_link_libraries(drenova_${name} PUBLIC drenova_options ${ARGN})
+  install(TARGETS drenova_${name} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+endfunction()
+
+# drenova_test(<name> <linked libraries>...): the test program tests_<name> from this folder's sources.
+function(drenova_test name)
+  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp" "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
+  add_executable(tests_${name} ${sources})
+  target_link_libraries(tests_${name} PRIVATE drenova_options ${ARGN} GTest::gmock GTest::gtest GTest::gtest_main)
+  target_compile_definitions(tests_${name} PRIVATE
+    DRENOVA_SOURCE_DIR="${CMAKE_SOURCE_DIR}" DRENOVA_BINARY_DIR="${CMAKE_BINARY_DIR}"
+    DRENOVA_REFERENCE_DATA="${CMAKE_SOURCE_DIR}/../shared/data")
+  add_test(NAME ${name} COMMAND tests_${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+endfunction()
+
+# drenova_stage_data(): the data folder stands where an installation has it, in the build tree by a link.
+function(drenova_stage_data)
+  file(MAKE_DIRECTORY "${CMAKE_BINARY_DIR}/share")
+  file(CREATE_LINK "${CMAKE_SOURCE_DIR}/data" "${CMAKE_BINARY_DIR}/share/drenova" SYMBOLIC)
+  install(DIRECTORY "${CMAKE_SOURCE_DIR}/data/" DESTINATION "${CMAKE_INSTALL_DATADIR}/drenova")
+endfunction()
