@@ -19,35 +19,37 @@ case "${1-}" in
     ;;
 esac
 
+current="starting"
+step() {
+    current=$*
+    printf '\n== %s\n' "$current"
+}
+trap '[ $? -eq 0 ] || echo "test.sh: stopped while $current; the reason stands above" >&2' EXIT
+
 jobs=$(nproc)
 export ASAN_OPTIONS=detect_leaks=1:halt_on_error=1:strict_string_checks=1:detect_stack_use_after_return=1
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 
-step() { printf '\n== %s\n' "$*"; }
-trap 'echo "test.sh: stopped in: $current" >&2' ERR
-
-current="installing packages"
+step "installing what is missing"
 scripts/install-packages build test
 
 summary=()
 for preset in "${presets[@]}"; do
-    current="building $preset"
-    step "$current"
-    cmake --preset "$preset"
+    step "building $preset"
+    cmake --preset "$preset" -DDRENOVA_TESTS=ON -DDRENOVA_BENCH=ON
     cmake --build --preset "$preset" --parallel "$jobs"
 
-    current="testing $preset"
-    step "$current"
+    step "testing $preset"
     log=build/$preset/ctest.log
     ctest --preset "$preset" --parallel "$jobs" --no-tests=error 2>&1 | tee "$log"
     summary+=("$preset: $(grep 'tests passed' "$log")")
 done
 
 if [ "${1-}" != --quick ]; then
-    current="checking the source"
-    step "$current"
+    step "checking the source"
     scripts/check
 fi
 
-step "All passed"
+current="summing up"
+printf '\n== all passed\n'
 printf '%s\n' "${summary[@]}"
