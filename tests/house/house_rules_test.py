@@ -76,6 +76,8 @@ BREACHES = {
               [f"docs/w.md:{line}: " for line in range(2, 7)]),
     "machine and hosts": ({"cmake/m.cmake": "set(A /wo" "rk/x)\n# /ro" "ot/x\n# py" "pi.org\n# deb." "debian.org\n"},
                           [f"cmake/m.cmake:{line}: " for line in range(1, 5)]),
+    "guide": ({"docs/where-to-look.md": "| `flow/`, `flow/Flow` | `CNode` |\n| `flow/Gone` |\n"},
+              ["docs/where-to-look.md:2: flow/Gone is neither"]),
     "file name": ({"docs/Net_Spe" "cification.bin": "\0"}, ["docs/Net_Spe" "cification.bin:1: the file name"]),
 }
 
