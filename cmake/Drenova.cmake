@@ -25,16 +25,12 @@ add_library(drenova_options INTERFACE)
 target_include_directories(drenova_options INTERFACE "${CMAKE_SOURCE_DIR}")
 target_compile_options(drenova_options INTERFACE
   -Wall -Wextra -Wpedantic -Werror -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Wcast-qual
-  -Wnon-virtual-dtor -Woverloaded-virtual -Wuseless-cast -Wduplicated-cond -Wlogical-op -Wnull-dereference
+  -Wnon-virtual-dtor -Woverloaded-virtual -Wuseless-cast -Wduplicated-cond -Wlogical-op
   -Wformat=2 -Wimplicit-fallthrough)
 if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   get_target_property(options drenova_options INTERFACE_COMPILE_OPTIONS)
   list(REMOVE_ITEM options -Wuseless-cast -Wduplicated-cond -Wlogical-op)
   set_target_properties(drenova_options PROPERTIES INTERFACE_COMPILE_OPTIONS "${options}")
-endif()
-if(CMAKE_BUILD_TYPE STREQUAL "Release" OR DRENOVA_SANITIZE)
-  # The optimiser and the sanitizers see null paths inside the standard library that no caller takes.
-  target_compile_options(drenova_options INTERFACE -Wno-null-dereference)
 endif()
 if(DRENOVA_SANITIZE)
   target_compile_options(drenova_options INTERFACE -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all)

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include <string>
+#include <utility>
+#include <variant>
+
+namespace OLMGis::Utility {
+
+/// Who is to blame for an error; each program turns it into an exit code or a window in one place.
+enum class enmErrorKind {
+    BadInput,  ///< an input file or value is bad
+    Refused,   ///< the system said no: no such file, no permission, disk full
+    BadWords,  ///< wrong words from the user; nothing was touched
+    Stopped,   ///< a calculation stopped with an alert
+    Cancelled, ///< the user interrupted
+};
+
+/// One error, complete for a reader: object, file, line or record, what was found, what was expected.
+struct Error {
+    enmErrorKind kind = enmErrorKind::BadInput;
+    std::string message;
+};
+
+inline Error BadInput(std::string message) {
+    return {enmErrorKind::BadInput, std::move(message)};
+}
+inline Error Refused(std::string message) {
+    return {enmErrorKind::Refused, std::move(message)};
+}
+inline Error BadWords(std::string message) {
+    return {enmErrorKind::BadWords, std::move(message)};
+}
+
+/// A value or an error. Ask before taking: taking the side that is not there is a contradiction and throws.
+template <class T>
+class [[nodiscard]] Result {
+public:
+    Result(T value) : m_state(std::in_place_index<0>, std::move(value)) {}
+    Result(Error error) : m_state(std::in_place_index<1>, std::move(error)) {}
+
+    explicit operator bool() const { return m_state.index() == 0; }
+    T& Value() { return std::get<0>(m_state); }
+    const T& Value() const { return std::get<0>(m_state); }
+    T* operator->() { return &std::get<0>(m_state); }
+    const T* operator->() const { return &std::get<0>(m_state); }
+    const Error& GetError() const { return std::get<1>(m_state); }
+
+private:
+    std::variant<T, Error> m_state;
+};
+
+/// Success or an error, for operations without a value of their own.
+struct Done {};
+using Status = Result<Done>;
+
+} // namespace OLMGis::Utility

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "host/gis_core/TextPool.h"
+
+#include <algorithm>
+
+namespace OLMGis::Data {
+
+std::uint32_t CTextPool::Intern(std::string_view text) {
+    if (!m_texts.empty() && m_texts[m_last] == text)
+        return m_last;
+    const auto found = m_ids.find(text);
+    if (found != m_ids.end()) {
+        m_last = found->second;
+        return m_last;
+    }
+    m_last = static_cast<std::uint32_t>(m_texts.size());
+    m_ids.emplace(m_texts.emplace_back(text), m_last);
+    return m_last;
+}
+
+std::string_view CTextArena::Keep(std::string_view text) {
+    if (text.empty())
+        return {};
+    if (text.size() > m_free) {
+        const std::size_t size = std::max(BlockSize, text.size());
+        m_blocks.push_back(std::make_unique<char[]>(size));
+        m_next = m_blocks.back().get();
+        m_free = size;
+    }
+    char* const kept = m_next;
+    std::copy(text.begin(), text.end(), kept);
+    m_next += text.size();
+    m_free -= text.size();
+    return {kept, text.size()};
+}
+
+} // namespace OLMGis::Data

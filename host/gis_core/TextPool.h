@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include <tsl/robin_map.h>
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace OLMGis::Data {
+
+/// Keeps repeated texts once. An id stays valid for the life of the pool; nothing is ever taken out.
+class CTextPool {
+public:
+    /// The id of a text, entering it at its first sight. One hash look-up; the text that came last costs a comparison.
+    std::uint32_t Intern(std::string_view text);
+
+    /// The text behind an id that Intern gave. Stable address.
+    std::string_view Get(std::uint32_t id) const { return m_texts[id]; }
+
+    std::size_t GetCount() const { return m_texts.size(); }
+
+private:
+    std::deque<std::string> m_texts;
+    tsl::robin_map<std::string_view, std::uint32_t> m_ids;
+    std::uint32_t m_last = 0;
+};
+
+/// Keeps texts of which most occur once (names, GUIDs) end to end in large blocks: no allocation a text. Nothing is
+/// ever taken out; addresses are stable.
+class CTextArena {
+public:
+    /// A copy of text that lives as long as the arena.
+    std::string_view Keep(std::string_view text);
+
+private:
+    static constexpr std::size_t BlockSize = std::size_t{1} << 18;
+    std::vector<std::unique_ptr<char[]>> m_blocks;
+    std::size_t m_free = 0;
+    char* m_next = nullptr;
+};
+
+} // namespace OLMGis::Data

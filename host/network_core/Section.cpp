@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "host/network_core/Section.h"
+
+#include "host/gis_core/DataConfiguration.h"
+#include "host/network_core/CatalogManager.h"
+#include "host/network_core/Node.h"
+#include "host/network_core/TopologyStorage.h"
+
+#include <array>
+
+namespace OLMGis::Topology {
+
+namespace {
+
+const Data::CDataDefinition* Definition(std::string_view id) {
+    return Data::CDataConfiguration::Instance()->GetDataDefinitionByID(id);
+}
+
+} // namespace
+
+boost::shared_ptr<CNode> CSection::GetStartingNode() const {
+    return m_start == nullptr ? nullptr : GetTopology().GetNodeAt(m_start->GetRow());
+}
+
+boost::shared_ptr<CNode> CSection::GetEndingNode() const {
+    return m_end == nullptr ? nullptr : GetTopology().GetNodeAt(m_end->GetRow());
+}
+
+std::string_view CSection::GetStartingNodeGuid() const {
+    return m_start == nullptr ? std::string_view() : m_start->GetGuid();
+}
+
+std::string_view CSection::GetEndingNodeGuid() const {
+    return m_end == nullptr ? std::string_view() : m_end->GetGuid();
+}
+
+double CSection::GetLength2D() const {
+    static const Data::CDataDefinition* const stored = Definition("length");
+    Data::CDataBox box;
+    if (stored != nullptr && GetStore().Read(*stored, GetRow(), box))
+        return box.AsDouble();
+    if (m_hasLine)
+        return PolylineLength(m_line);
+    const bool isDrawn =
+        m_start != nullptr && m_end != nullptr && m_start->GetPoint().IsKnown() && m_end->GetPoint().IsKnown();
+    return isDrawn ? Distance(m_start->GetPoint(), m_end->GetPoint()) : 0.0;
+}
+
+std::vector<CPoint> CSection::GetGeometry() const {
+    if (m_hasLine)
+        return {m_line.begin(), m_line.end()};
+    if (m_start == nullptr || m_end == nullptr || !m_start->GetPoint().IsKnown() || !m_end->GetPoint().IsKnown())
+        return {};
+    return {m_start->GetPoint(), m_end->GetPoint()};
+}
+
+int CSection::GetSectionsIn(std::vector<boost::shared_ptr<CSection>>& list) const {
+    list.clear();
+    if (m_start != nullptr)
+        for (const CSection* section : m_start->m_in)
+            list.push_back(section->GetShared());
+    return static_cast<int>(list.size());
+}
+
+int CSection::GetSectionsOut(std::vector<boost::shared_ptr<CSection>>& list) const {
+    list.clear();
+    if (m_end == nullptr)
+        return 0;
+    const CSection* const main = m_end->m_out.size() > 1 ? GetTopology().GetSettledMainOutlet(*m_end) : nullptr;
+    if (main != nullptr)
+        list.push_back(main->GetShared());
+    for (const CSection* section : m_end->m_out)
+        if (section != main)
+            list.push_back(section->GetShared());
+    return static_cast<int>(list.size());
+}
+
+int CSection::GetPreviousSections(std::vector<boost::shared_ptr<CSection>>& list) const {
+    return GetTopology().CollectUpstream(*this, list);
+}
+
+boost::shared_ptr<CCatalogItem> CSection::GetPipe() const {
+    static const Data::CDataDefinition* const reference = Definition("PIPE_REF");
+    const Data::CAttributeColumn* column = reference == nullptr ? nullptr : GetStore().FindColumn(*reference);
+    const std::string_view guid = column == nullptr ? std::string_view() : column->ReadText(GetRow());
+    return guid.empty() ? nullptr : CCatalogManager::Instance()->GetItemByGuid(CCatalogManager::PipeCatalog, guid);
+}
+
+boost::shared_ptr<CSection> CSection::GetShared() const {
+    return GetTopology().GetSectionAt(GetRow());
+}
+
+} // namespace OLMGis::Topology

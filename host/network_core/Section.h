@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/network_core/Entity.h"
+#include "host/network_core/Geometry.h"
+
+#include <boost/shared_ptr.hpp>
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace OLMGis::Topology {
+
+class CCatalogItem;
+class CNode;
+
+/// A reach of sewer from its starting (upper) node to its ending (lower) node, either of which may be missing.
+class CSection final : public CEntity {
+public:
+    CSection(CEntityKey, CTopologyStorage& topology, Data::CAttributeStore& store, std::string_view guid,
+             std::string_view name, CNode* start, CNode* end)
+        : CEntity(topology, store, Data::enmEntityKind::Section, guid, name), m_start(start), m_end(end) {}
+
+    /// Null when the section has none.
+    boost::shared_ptr<CNode> GetStartingNode() const;
+    boost::shared_ptr<CNode> GetEndingNode() const;
+
+    /// Empty when the section has no such node.
+    std::string_view GetStartingNodeGuid() const;
+    std::string_view GetEndingNodeGuid() const;
+
+    /// Plan length (m): the stored length when there is one, else that of the geometry; 0 without either.
+    double GetLength2D() const;
+
+    /// The drawn line from start to end; of a section drawn straight between its nodes these two points; empty where no
+    /// line is known.
+    std::vector<CPoint> GetGeometry() const;
+
+    /// Fills list with the sections that end at this section's starting node, in the order in which they entered the
+    /// network; returns their number. No nulls.
+    int GetSectionsIn(std::vector<boost::shared_ptr<CSection>>& list) const;
+
+    /// Fills list with the sections that start at this section's ending node, the main outlet first when one is
+    /// settled, the others in network order; returns their number. No nulls.
+    int GetSectionsOut(std::vector<boost::shared_ptr<CSection>>& list) const;
+
+    /// Fills list with every section upstream, nearest first (breadth first over GetSectionsIn), each once, without the
+    /// section itself; returns their number. Cost: the size of the upstream network, no recursion.
+    int GetPreviousSections(std::vector<boost::shared_ptr<CSection>>& list) const;
+
+    /// The pipe that PIPE_REF names in the catalogues, null when there is none.
+    boost::shared_ptr<CCatalogItem> GetPipe() const;
+
+    /// Place in the order in which sections entered the network; grows along that order, with gaps after deletions.
+    std::uint32_t GetOrder() const { return m_order; }
+
+    boost::shared_ptr<CSection> GetShared() const;
+
+private:
+    friend class CTopologyStorage;
+    CNode* m_start; ///< kept alive by the topology, like every entity
+    CNode* m_end;
+    std::span<const CPoint> m_line; ///< empty for straight between the nodes; kept by the topology
+    std::uint32_t m_order = 0;
+    bool m_hasLine = false; ///< whether m_line replaces the straight line
+};
+
+} // namespace OLMGis::Topology
