@@ -9,7 +9,6 @@
 
 namespace OLMGis::Data {
 
-using nlohmann::json;
 using Utility::BadInput;
 using Utility::Done;
 using Utility::Status;
@@ -41,9 +40,9 @@ const CDataDefinition* CDataConfiguration::GetDataDefinitionByID(std::string_vie
     return found == m_byId.end() ? nullptr : found->second;
 }
 
-Status CDataConfiguration::Load(std::string_view text, const std::string& name) {
+Status CDataConfiguration::Load(std::string_view json, const std::string& name) {
     try {
-        for (const json& item : json::parse(text)) {
+        for (const auto& item : nlohmann::json::parse(json)) {
             auto definition = std::make_unique<CDataDefinition>();
             item.at("id").get_to(definition->m_id);
             item.at("entity").get_to(definition->m_entityKind);
@@ -57,7 +56,7 @@ Status CDataConfiguration::Load(std::string_view text, const std::string& name) 
                 return BadInput(fmt::format("{}: the attribute {} is defined twice", name, definition->m_id));
             m_definitions.push_back(std::move(definition));
         }
-    } catch (const json::exception& error) {
+    } catch (const nlohmann::json::exception& error) {
         return BadInput(fmt::format("{}: not a list of attribute definitions: {}", name, error.what()));
     }
     return Done{};

@@ -3,14 +3,13 @@
 #pragma once
 
 #include <functional>
-#include <string>
 #include <vector>
 
 namespace OLMGis::System {
 
 /// Remembers how to take out of the registries what a loaded module put into them. A module unregisters nothing itself,
-/// and its objects must not outlive its code: each registry notes here, while a module registers, how to take the new
-/// item out, and the loader runs the notes, last first, before it unloads the file. One per project context.
+/// and its objects must not outlive its code: each registry notes here how to take the new item out, and the loader runs
+/// the notes, last first, before it unloads the file. One per project context.
 class CModuleScope {
 public:
     static CModuleScope* Instance();
@@ -19,9 +18,18 @@ public:
     void Open() { m_isOpen = true; }
     void Close() { m_isOpen = false; }
 
-    /// Called by registries for each item; kept only while a module registers.
+    /// Whether a module is loaded: what its objects make later is noted too.
+    void SetLoaded(bool isLoaded) { m_isLoaded = isLoaded; }
+
+    /// For items that modules and hosts register: kept only while a module registers.
     void NoteRegistered(std::function<void()> takeOut) {
         if (m_isOpen)
+            m_notes.push_back(std::move(takeOut));
+    }
+
+    /// For items that only a module's objects make, at any time: kept while a module is loaded.
+    void NoteMade(std::function<void()> takeOut) {
+        if (m_isOpen || m_isLoaded)
             m_notes.push_back(std::move(takeOut));
     }
 
@@ -31,6 +39,7 @@ public:
 private:
     std::vector<std::function<void()>> m_notes;
     bool m_isOpen = false;
+    bool m_isLoaded = false;
 };
 
 } // namespace OLMGis::System

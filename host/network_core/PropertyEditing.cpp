@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "host/network_core/PropertyEditing.h"
+
+#include "host/gis_core/Utility.h"
+#include "host/network_core/CatalogManager.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace OLMGis::Topology {
+
+using Data::CDataBox;
+using Utility::BadWords;
+using Utility::CUtility;
+using Utility::Done;
+using Utility::Error;
+using Utility::Result;
+using Utility::Status;
+
+namespace {
+
+bool SameValue(const CDataBox& a, const CDataBox& b) {
+    const bool areNumbers = a.GetKind() != CDataBox::enmKind::Text && b.GetKind() != CDataBox::enmKind::Text;
+    if (!a.IsNotNull() || !b.IsNotNull())
+        return a.IsNotNull() == b.IsNotNull();
+    return areNumbers ? a.AsDouble() == b.AsDouble() : a.AsText() == b.AsText();
+}
+
+/// A whole number keeps its kind where the field had one; every other number is a double.
+std::optional<CDataBox> ParseNumber(std::string_view text, CDataBox::enmKind former) {
+    if (former == CDataBox::enmKind::Int)
+        if (const auto whole = CUtility::ParseInt(text))
+            return CDataBox(*whole);
+    if (const auto number = CUtility::ParseDouble(text))
+        return CDataBox(*number);
+    return std::nullopt;
+}
+
+Error NotTaken(const CPropertyEx& property, std::string_view text, std::string_view expected) {
+    return BadWords(fmt::format("{}: found \"{}\", expected {}", property.GetTag(), text, expected));
+}
+
+Status SetChoice(CPropertyEx& property, std::string_view text) {
+    if (!property.HasChoices()) {
+        const auto number = ParseNumber(text, property.GetHiddenValue().GetKind());
+        if (!number)
+            return NotTaken(property, text, "a number");
+        property.SetHiddenValue(*number);
+        property.SetValue(CDataBox(text));
+        return Done{};
+    }
+    const auto& choices = property.GetConstraints()->GetConstraints();
+    const auto number = CUtility::ParseDouble(text);
+    std::vector<std::string> offered;
+    for (const auto& choice : choices) {
+        const CDataBox& hidden = choice->GetHiddenValue();
+        const bool isHidden = hidden.GetKind() == CDataBox::enmKind::Text ? hidden.TextView() == text
+                                                                          : number && *number == hidden.AsDouble();
+        if (isHidden || choice->GetValue().AsText() == text) {
+            property.SetHiddenValue(hidden);
+            property.SetValue(choice->GetValue());
+            return Done{};
+        }
+        offered.push_back(fmt::format("{} ({})", hidden.AsText(), choice->GetValue().AsText()));
+    }
+    return NotTaken(property, text, fmt::format("one of {}", fmt::join(offered, ", ")));
+}
+
+boost::shared_ptr<CCatalogItem> FindEntry(const CPropertyEx& property, const CCatalog& catalog, std::string_view text) {
+    if (const auto item = catalog.GetItembyGuid(text))
+        return property.GetCIPicker_GroupsOnly() != 0 && !item->IsGroup() ? nullptr : item;
+    if (const auto group = catalog.GetGroupByName(text))
+        return group;
+    const auto items = catalog.GetItemsByName(text);
+    return property.GetCIPicker_GroupsOnly() == 0 && items.size() == 1 ? items.front() : nullptr;
+}
+
+Status SetPicked(CPropertyEx& property, std::string_view text) {
+    const CCatalog* catalog =
+        CCatalogManager::Instance()->GetCatalog(property.GetCIPicker_CatalogId(), property.GetCIPicker_UseDisk());
+    std::vector<std::string> words;
+    // A name may hold the separator itself, so the whole text is tried first.
+    if (catalog != nullptr && FindEntry(property, *catalog, text) != nullptr)
+        words.emplace_back(text);
+    else
+        CUtility::SplitString(text, words, ';');
+    if (words.size() > 1 && property.GetCIPicker_Single() != 0)
+        return NotTaken(property, text, "a single entry of the catalogue");
+    std::vector<std::string> guids;
+    std::vector<std::string> names;
+    for (const std::string& word : words) {
+        const auto entry = catalog == nullptr ? nullptr : FindEntry(property, *catalog, CUtility::Trim(word));
+        if (!entry)
+            return NotTaken(property, word,
+                            fmt::format("the name or GUID of {} of the catalogue {}",
+                                        property.GetCIPicker_GroupsOnly() != 0 ? "a group" : "an entry",
+                                        property.GetCIPicker_CatalogId()));
+        guids.push_back(entry->GetGUID());
+        names.push_back(entry->GetName());
+    }
+    property.SetHiddenValue(fmt::format("{}", fmt::join(guids, ";")));
+    property.SetValue(fmt::format("{}", fmt::join(names, ";")));
+    return Done{};
+}
+
+} // namespace
+
+Status SetPropertyText(CPropertyEx& property, std::string_view text) {
+    if (property.IsReadOnly() != 0)
+        return BadWords(fmt::format("{}: the field is read-only", property.GetTag()));
+    switch (property.GetEditorType()) {
+    case enmPropertyEditorType::Edit: {
+        const auto number = ParseNumber(text, property.GetValue().GetKind());
+        if (!number)
+            return NotTaken(property, text, "a number");
+        property.SetValue(*number);
+        property.SetHiddenValue(*number);
+        return Done{};
+    }
+    case enmPropertyEditorType::CheckBox: {
+        const auto state = CUtility::ParseInt(text);
+        if (!state || *state < 0 || *state > 1)
+            return NotTaken(property, text, "0 or 1");
+        property.SetValue(*state);
+        property.SetHiddenValue(*state);
+        return Done{};
+    }
+    case enmPropertyEditorType::FilePath:
+        property.SetValue(text);
+        property.SetHiddenValue(text);
+        return Done{};
+    case enmPropertyEditorType::ComboBox:
+        return SetChoice(property, text);
+    case enmPropertyEditorType::CustomDialog:
+        property.SetHiddenValue(text);
+        return Done{};
+    case enmPropertyEditorType::CatalogPicker:
+        return SetPicked(property, text);
+    }
+    return NotTaken(property, text, "a field that can be edited");
+}
+
+void RestoreEffectiveValue(CPropertyEx& property, const CDataBox& value) {
+    switch (property.GetEditorType()) {
+    case enmPropertyEditorType::ComboBox:
+        property.SetHiddenValue(value);
+        if (const auto choice = FindChoice(property, value))
+            property.SetValue(choice->GetValue());
+        else if (!property.HasChoices())
+            property.SetValue(value.AsText());
+        break;
+    case enmPropertyEditorType::CatalogPicker: {
+        CDataBox shown(value.AsText());
+        if (SetPicked(property, value.TextView()))
+            shown = property.GetValue();
+        property.SetHiddenValue(value);
+        property.SetValue(shown);
+        break;
+    }
+    case enmPropertyEditorType::CustomDialog:
+        property.SetHiddenValue(value);
+        break;
+    case enmPropertyEditorType::Edit:
+    case enmPropertyEditorType::FilePath:
+    case enmPropertyEditorType::CheckBox:
+        property.SetValue(value);
+        property.SetHiddenValue(value);
+        break;
+    }
+}
+
+boost::shared_ptr<CConstraint> FindChoice(const CPropertyEx& property, const CDataBox& hiddenValue) {
+    if (property.HasChoices())
+        for (const auto& choice : property.GetConstraints()->GetConstraints())
+            if (SameValue(choice->GetHiddenValue(), hiddenValue))
+                return choice;
+    return nullptr;
+}
+
+} // namespace OLMGis::Topology
