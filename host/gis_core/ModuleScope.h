@@ -8,8 +8,8 @@
 namespace OLMGis::System {
 
 /// Remembers how to take out of the registries what a loaded module put into them. A module unregisters nothing itself,
-/// and its objects must not outlive its code: each registry notes here how to take the new item out, and the loader runs
-/// the notes, last first, before it unloads the file. One per project context.
+/// and its objects must not outlive its code: each registry notes here how to take the new item out, and the loader
+/// runs the notes, last first, before it unloads the file. One per project context.
 class CModuleScope {
 public:
     static CModuleScope* Instance();

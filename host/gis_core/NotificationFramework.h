@@ -8,16 +8,15 @@
 
 namespace OLMGis::Notification {
 
-/// What happened to a network entity.
+/// What happened to the network.
 enum class enmEvent {
-    EntityAdded,
-    EntityDeleted,
-    NetworkReplaced, ///< a project was opened or imported: nothing known of the old network holds
+    EntityDeleted, ///< an entity was taken out of the network
 };
 
 struct CEvent {
     enmEvent m_event{};
-    std::string m_guid; ///< of the entity, empty for NetworkReplaced
+    std::string m_guid;     ///< of the entity
+    std::string m_nodeGuid; ///< of a section: its starting node, empty without one
 };
 
 /// Told of events of the active project.

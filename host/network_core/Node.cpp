@@ -23,4 +23,18 @@ int CNode::GetConnectedSections(std::vector<boost::shared_ptr<CSection>>& list) 
     return static_cast<int>(list.size());
 }
 
+int CNode::GetSectionsOut(std::vector<boost::shared_ptr<CSection>>& list) const {
+    list.clear();
+    for (const CSection* section : m_out)
+        list.push_back(section->GetShared());
+    return static_cast<int>(list.size());
+}
+
+int CNode::GetSectionsIn(std::vector<boost::shared_ptr<CSection>>& list) const {
+    list.clear();
+    for (const CSection* section : m_in)
+        list.push_back(section->GetShared());
+    return static_cast<int>(list.size());
+}
+
 } // namespace OLMGis::Topology

@@ -27,6 +27,12 @@ public:
     /// returns their number. No nulls.
     int GetConnectedSections(std::vector<boost::shared_ptr<CSection>>& list) const;
 
+    /// Fills list with the sections that start here, in network order; returns their number. No nulls.
+    int GetSectionsOut(std::vector<boost::shared_ptr<CSection>>& list) const;
+
+    /// The same for the sections that end here.
+    int GetSectionsIn(std::vector<boost::shared_ptr<CSection>>& list) const;
+
     int GetSectionsInCount() const { return static_cast<int>(m_in.size()); }
     int GetSectionsOutCount() const { return static_cast<int>(m_out.size()); }
 

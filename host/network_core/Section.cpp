@@ -57,10 +57,7 @@ std::vector<CPoint> CSection::GetGeometry() const {
 
 int CSection::GetSectionsIn(std::vector<boost::shared_ptr<CSection>>& list) const {
     list.clear();
-    if (m_start != nullptr)
-        for (const CSection* section : m_start->m_in)
-            list.push_back(section->GetShared());
-    return static_cast<int>(list.size());
+    return m_start == nullptr ? 0 : m_start->GetSectionsIn(list);
 }
 
 int CSection::GetSectionsOut(std::vector<boost::shared_ptr<CSection>>& list) const {

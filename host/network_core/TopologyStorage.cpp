@@ -3,6 +3,7 @@
 #include "host/network_core/TopologyStorage.h"
 
 #include "host/gis_core/DataConfiguration.h"
+#include "host/gis_core/NotificationFramework.h"
 
 #include <boost/make_shared.hpp>
 #include <fmt/format.h>
@@ -161,6 +162,9 @@ int CTopologyStorage::RemoveSection(CSection& section) {
         RemoveCatchment(*catchment);
     SetExists(section, false);
     NoteExistence(section);
+    Notification::CNotificationFramework::Instance()->Notify({Notification::enmEvent::EntityDeleted,
+                                                              std::string(section.GetGuid()),
+                                                              std::string(section.GetStartingNodeGuid())});
     return 1;
 }
 

@@ -1,0 +1,182 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "host/sewage_calculations/CalculationRun.h"
+
+#include "host/gis_core/CoreProgressBar.h"
+#include "host/gis_core/HostServices.h"
+#include "host/gis_core/ProjectContext.h"
+#include "host/network_core/TopologyMultiStorage.h"
+#include "host/sewage_core/FlowCalculatorManager.h"
+#include "host/workspace_core/WsManager.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace OLMGis::Sewage {
+
+using Data::CDataBox;
+using Data::CDataDefinition;
+using Data::CJournal;
+using Topology::CTopologyMultiStorage;
+using Utility::BadWords;
+using Utility::Result;
+
+namespace {
+
+/// Passes everything on to the host and remembers the alerts: they tell a run that stopped from one that stored
+/// nothing.
+class CAlertRecorder final : public System::IBasicHostServices {
+public:
+    CAlertRecorder() : m_host(System::HostServices()) {}
+    void Alert(std::string_view text) override {
+        m_alerts.emplace_back(text);
+        m_host.Alert(text);
+    }
+    int AskYesNo(std::string_view text) override { return m_host.AskYesNo(text); }
+    void WriteCommandLine(std::string_view text) override { m_host.WriteCommandLine(text); }
+    int ShowProgress(std::string_view caption, double done) override { return m_host.ShowProgress(caption, done); }
+    void HideProgress() override { m_host.HideProgress(); }
+
+    std::vector<std::string> m_alerts;
+
+private:
+    System::IBasicHostServices& m_host;
+};
+
+/// Editors that calculators open are modal in every host: nothing has to give way.
+class CModalInteraction final : public IUserInteraction {
+public:
+    void EndUserInteraction() override {}
+    void BeginUserInteraction() override {}
+};
+
+CSectionList GatherSections(const CCalculationRequest& request, IFlowCalculator& calculator) {
+    if (request.m_sections.empty() || calculator.IsWholeNetworkCalculator() != 0)
+        return CTopologyMultiStorage::Instance()->GetActiveTopology()->GetSections();
+    return request.m_sections;
+}
+
+/// Reads the journal of a run: which keys got values, how many, in which range.
+std::vector<CStoredResult> SumUp(const CJournal& journal, const CDataDefinition* parameters) {
+    std::vector<CStoredResult> results;
+    std::vector<std::vector<bool>> seen;
+    const auto& store = System::CProjectContext::Active().GetAttributes();
+    for (const CJournal::CAttributeChange& change : journal.GetAttributeChanges()) {
+        if (change.m_definition == parameters)
+            continue;
+        CDataBox box;
+        if (!store.Read(*change.m_definition, change.m_row, box))
+            continue;
+        auto found = std::find_if(results.begin(), results.end(),
+                                  [&](const CStoredResult& r) { return r.m_definition == change.m_definition; });
+        if (found == results.end()) {
+            found = results.insert(results.end(), CStoredResult{change.m_definition});
+            seen.emplace_back(store.GetRowCount(change.m_definition->m_entityKind), false);
+        }
+        std::vector<bool>& rows = seen[static_cast<std::size_t>(found - results.begin())];
+        if (rows[change.m_row])
+            continue;
+        rows[change.m_row] = true;
+        ++found->m_count;
+        const double value = box.AsDouble();
+        if (box.GetKind() == CDataBox::enmKind::Text || !std::isfinite(value))
+            continue;
+        found->m_sum += value;
+        found->m_minimum = found->m_finiteCount == 0 ? value : std::min(found->m_minimum, value);
+        found->m_maximum = found->m_finiteCount == 0 ? value : std::max(found->m_maximum, value);
+        ++found->m_finiteCount;
+    }
+    return results;
+}
+
+/// Names the sections whose results are not finite: the numbers stay as they came out, but must not go unseen.
+void LogNonFinite(const CJournal& journal) {
+    constexpr std::size_t MostNames = 10;
+    const auto& store = System::CProjectContext::Active().GetAttributes();
+    const auto* topology = CTopologyMultiStorage::Instance()->GetActiveTopology();
+    std::size_t count = 0;
+    std::vector<std::string> names;
+    for (const CJournal::CAttributeChange& change : journal.GetAttributeChanges()) {
+        const bool isSectionNumber = change.m_definition->m_entityKind == Data::enmEntityKind::Section &&
+                                     change.m_definition->m_type == Data::enmDataType::Double;
+        CDataBox box;
+        if (!isSectionNumber || !store.Read(*change.m_definition, change.m_row, box) || std::isfinite(box.AsDouble()))
+            continue;
+        if (++count <= MostNames)
+            names.push_back(
+                fmt::format("{} of {}", change.m_definition->m_id, topology->GetSectionAt(change.m_row)->GetName()));
+    }
+    if (count > 0)
+        Workspace::CWsManager::Instance()->LogMessage(4, fmt::format("{} results are infinite or not a number: {}{}",
+                                                                     count, fmt::join(names, ", "),
+                                                                     count > names.size() ? ", ..." : ""));
+}
+
+} // namespace
+
+Result<CCalculationOutcome> RunCalculation(const CCalculationRequest& request) {
+    const auto calculator = CFlowCalculatorManager::Instance()->GetCalculator(request.m_key);
+    if (!calculator)
+        return BadWords(fmt::format("found the calculator {}, expected one that \"calculators\" lists", request.m_key));
+    CCalculationOutcome outcome;
+    const CSectionList sections = GatherSections(request, *calculator);
+    outcome.m_sectionCount = static_cast<int>(sections.size());
+    const auto parameters = calculator->CreateParameters();
+    auto& store = System::CProjectContext::Active().GetAttributes();
+    CJournal journal;
+    CAlertRecorder recorder;
+    auto* const progress = Utility::CCoreProgressBar::Instance();
+    progress->SaveState();
+    {
+        const System::CHostServicesScope services(recorder);
+        const Data::CJournalScope open(store, &journal);
+        CModalInteraction interaction;
+        if (calculator->InputParameters(sections, parameters.get(), 0, nullptr) == 0) {
+            outcome.m_end = enmRunEnd::GivenUp;
+        } else {
+            bool goesOn = true;
+            if (request.m_showPreview && calculator->IsPreviewAvailable() != 0) {
+                CReport report;
+                calculator->Calculate(sections, parameters.get(), 0, &report, &interaction);
+                goesOn = request.m_showPreview(calculator->GetCalculatorName(), report) != 0;
+            }
+            outcome.m_parameters = parameters->Serialize();
+            if (goesOn)
+                outcome.m_result = calculator->Calculate(sections, parameters.get(), 1, nullptr, &interaction);
+            else
+                outcome.m_end = enmRunEnd::Previewed;
+        }
+    }
+    const bool isCancelled = progress->IsCancelled();
+    progress->RestoreState();
+    outcome.m_alerts = std::move(recorder.m_alerts);
+    if (isCancelled || !outcome.m_alerts.empty()) {
+        outcome.m_end = isCancelled ? enmRunEnd::Cancelled : enmRunEnd::Alerted;
+        journal.Undo(store);
+        return outcome;
+    }
+    outcome.m_results =
+        SumUp(journal, Data::CDataConfiguration::Instance()->GetDataDefinitionByID(calculator->GetParametersDataId()));
+    LogNonFinite(journal);
+    return outcome;
+}
+
+Result<CReport> PreviewCalculation(const CCalculationRequest& request) {
+    const auto calculator = CFlowCalculatorManager::Instance()->GetCalculator(request.m_key);
+    if (calculator && calculator->IsPreviewAvailable() == 0)
+        return BadWords(fmt::format("the calculator {} has no preview", request.m_key));
+    CReport kept;
+    CCalculationRequest previewing = request;
+    previewing.m_showPreview = [&kept](std::string_view, const CReport& report) {
+        kept = report;
+        return 0;
+    };
+    if (const auto outcome = RunCalculation(previewing); !outcome)
+        return outcome.GetError();
+    return kept;
+}
+
+} // namespace OLMGis::Sewage

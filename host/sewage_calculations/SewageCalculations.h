@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+namespace OLMGis::Sewage {
+
+/// The operations behind panel items and menus: each runs one calculator on the whole active network, with the form
+/// editor and the services of the program in force. Without the calculator they do nothing.
+class CSewageCalculations {
+public:
+    static void CalcWasteWaterPercent();
+};
+
+} // namespace OLMGis::Sewage

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "host/sewage_core/IFlowCalculator.h"
+
+#include "host/network_core/FormEditor.h"
+
+namespace OLMGis::Sewage {
+
+int IFlowCalculator::InputParameters(const CSectionList& /*sections*/, CFlowCalculatorParameters* params, int /*mode*/,
+                                     CReport* /*report*/) {
+    if (params == nullptr || !params->m_properties)
+        return 0;
+    params->m_properties->ApplyDependencies();
+    return Topology::FormEditor().EditForm(GetCalculatorName(), *params->m_properties,
+                                           [this, params](Topology::CPropertyEx& changed) {
+                                               OnPropertiesUpdated(&changed, params);
+                                               params->m_properties->ApplyDependencies();
+                                           });
+}
+
+} // namespace OLMGis::Sewage
