@@ -130,7 +130,7 @@ std::optional<double> CUtility::ParseDouble(std::string_view text) {
 
 std::optional<int> CUtility::ParseInt(std::string_view text) {
     std::string_view trimmed = Trim(text);
-    if (!trimmed.empty() && trimmed.front() == '+')
+    if (trimmed.size() > 1 && trimmed.front() == '+' && IsDigit(trimmed[1]))
         trimmed.remove_prefix(1);
     int value = 0;
     const auto [end, code] = std::from_chars(trimmed.data(), trimmed.data() + trimmed.size(), value);

@@ -155,8 +155,8 @@ Status CPropertiesEx::Restore(std::string_view text) {
     if (text.size() > LongestText)
         return BadInput(fmt::format("serialised form: found {} bytes, expected at most {}", text.size(), LongestText));
     // The form is one flat object: deeper nesting is refused before it can fill the stack.
-    const auto isTooDeep = [](int depth, ordered_json::parse_event_t, ordered_json&) { return depth <= 1; };
-    const ordered_json object = ordered_json::parse(text, isTooDeep, false);
+    const auto isShallow = [](int depth, ordered_json::parse_event_t, ordered_json&) { return depth <= 1; };
+    const ordered_json object = ordered_json::parse(text, isShallow, false);
     if (!object.is_object())
         return BadInput("serialised form: found another text, expected one JSON object of tags and values");
     std::vector<std::pair<boost::shared_ptr<CPropertyEx>, CDataBox>> values;
