@@ -19,20 +19,23 @@ std::uint32_t CTextPool::Intern(std::string_view text) {
     return m_last;
 }
 
-std::string_view CTextArena::Keep(std::string_view text) {
+CKeptText CTextArena::Keep(std::string_view text) {
     if (text.empty())
         return {};
-    if (text.size() > m_free) {
-        const std::size_t size = std::max(BlockSize, text.size());
+    const auto length = static_cast<std::uint32_t>(text.size());
+    const std::size_t needed = sizeof length + text.size();
+    if (needed > m_free) {
+        const std::size_t size = std::max(BlockSize, needed);
         m_blocks.push_back(std::make_unique<char[]>(size));
         m_next = m_blocks.back().get();
         m_free = size;
     }
     char* const kept = m_next;
-    std::copy(text.begin(), text.end(), kept);
-    m_next += text.size();
-    m_free -= text.size();
-    return {kept, text.size()};
+    std::memcpy(kept, &length, sizeof length);
+    std::memcpy(kept + sizeof length, text.data(), text.size());
+    m_next += needed;
+    m_free -= needed;
+    return CKeptText(kept);
 }
 
 } // namespace OLMGis::Data

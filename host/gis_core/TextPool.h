@@ -5,6 +5,7 @@
 #include <tsl/robin_map.h>
 
 #include <cstdint>
+#include <cstring>
 #include <deque>
 #include <memory>
 #include <string>
@@ -30,12 +31,32 @@ private:
     std::uint32_t m_last = 0;
 };
 
+/// A text in an arena, in the size of one pointer.
+class CKeptText {
+public:
+    CKeptText() = default;
+
+    std::string_view View() const {
+        if (m_data == nullptr)
+            return {};
+        std::uint32_t size = 0;
+        std::memcpy(&size, m_data, sizeof size);
+        return {m_data + sizeof size, size};
+    }
+
+private:
+    friend class CTextArena;
+    explicit CKeptText(const char* data) : m_data(data) {}
+
+    const char* m_data = nullptr; ///< 4 bytes of length, then the text
+};
+
 /// Keeps texts of which most occur once (names, GUIDs) end to end in large blocks: no allocation a text. Nothing is
 /// ever taken out; addresses are stable.
 class CTextArena {
 public:
     /// A copy of text that lives as long as the arena.
-    std::string_view Keep(std::string_view text);
+    CKeptText Keep(std::string_view text);
 
 private:
     static constexpr std::size_t BlockSize = std::size_t{1} << 18;

@@ -18,8 +18,8 @@ enum enmCatchmentKind : int { CatchmentRain = 1, CatchmentHousehold = 2, Catchme
 /// "area" in ha, "coefficient", "density" in inhabitants/ha).
 class CCatchment final : public CEntity {
 public:
-    CCatchment(CEntityKey, CTopologyStorage& topology, Data::CAttributeStore& store, std::string_view guid,
-               std::string_view name, CSection* section, CRings rings)
+    CCatchment(CEntityKey, CTopologyStorage& topology, Data::CAttributeStore& store, Data::CKeptText guid,
+               Data::CKeptText name, CSection* section, CRings rings)
         : CEntity(topology, store, Data::enmEntityKind::Catchment, guid, name), m_section(section),
           m_rings(std::move(rings)) {}
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/gis_core/AttributeStore.h"
+#include "host/gis_core/TextPool.h"
 
 #include <string_view>
 
@@ -26,24 +27,24 @@ public:
     CEntity& operator=(const CEntity&) = delete;
 
     /// As the source gave it; valid as long as the topology. Never empty.
-    std::string_view GetGuid() const { return m_guid; }
-    std::string_view GetName() const { return m_name; }
+    std::string_view GetGuid() const { return m_guid.View(); }
+    std::string_view GetName() const { return m_name.View(); }
     bool IsDeleted() const { return m_isDeleted; }
 
     CTopologyStorage& GetTopology() const { return *m_topology; }
 
 protected:
-    CEntity(CTopologyStorage& topology, Data::CAttributeStore& store, Data::enmEntityKind kind, std::string_view guid,
-            std::string_view name)
+    CEntity(CTopologyStorage& topology, Data::CAttributeStore& store, Data::enmEntityKind kind, Data::CKeptText guid,
+            Data::CKeptText name)
         : CAttributeOwner(store, kind), m_topology(&topology), m_guid(guid), m_name(name) {}
 
 private:
     friend class CTopologyStorage;
 
-    CTopologyStorage* m_topology;
-    std::string_view m_guid; ///< kept by the topology's arena
-    std::string_view m_name;
     bool m_isDeleted = false;
+    CTopologyStorage* m_topology;
+    Data::CKeptText m_guid;
+    Data::CKeptText m_name;
 };
 
 } // namespace OLMGis::Topology

@@ -17,8 +17,8 @@ class CSection;
 /// Where sections meet: a manhole, an outfall, a fitting.
 class CNode final : public CEntity {
 public:
-    CNode(CEntityKey, CTopologyStorage& topology, Data::CAttributeStore& store, std::string_view guid,
-          std::string_view name, const CPoint& point)
+    CNode(CEntityKey, CTopologyStorage& topology, Data::CAttributeStore& store, Data::CKeptText guid,
+          Data::CKeptText name, const CPoint& point)
         : CEntity(topology, store, Data::enmEntityKind::Node, guid, name), m_point(point) {}
 
     const CPoint& GetPoint() const { return m_point; }

@@ -40,16 +40,18 @@ double CSection::GetLength2D() const {
     Data::CDataBox box;
     if (stored != nullptr && GetStore().Read(*stored, GetRow(), box))
         return box.AsDouble();
-    if (m_hasLine)
-        return PolylineLength(m_line);
+    if (m_line != NoLine)
+        return PolylineLength(GetTopology().GetLineAt(m_line));
     const bool isDrawn =
         m_start != nullptr && m_end != nullptr && m_start->GetPoint().IsKnown() && m_end->GetPoint().IsKnown();
     return isDrawn ? Distance(m_start->GetPoint(), m_end->GetPoint()) : 0.0;
 }
 
 std::vector<CPoint> CSection::GetGeometry() const {
-    if (m_hasLine)
-        return {m_line.begin(), m_line.end()};
+    if (m_line != NoLine) {
+        const std::span<const CPoint> line = GetTopology().GetLineAt(m_line);
+        return {line.begin(), line.end()};
+    }
     if (m_start == nullptr || m_end == nullptr || !m_start->GetPoint().IsKnown() || !m_end->GetPoint().IsKnown())
         return {};
     return {m_start->GetPoint(), m_end->GetPoint()};

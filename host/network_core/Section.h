@@ -8,7 +8,6 @@
 #include <boost/shared_ptr.hpp>
 
 #include <cstdint>
-#include <span>
 #include <string_view>
 #include <vector>
 
@@ -20,8 +19,8 @@ class CNode;
 /// A reach of sewer from its starting (upper) node to its ending (lower) node, either of which may be missing.
 class CSection final : public CEntity {
 public:
-    CSection(CEntityKey, CTopologyStorage& topology, Data::CAttributeStore& store, std::string_view guid,
-             std::string_view name, CNode* start, CNode* end)
+    CSection(CEntityKey, CTopologyStorage& topology, Data::CAttributeStore& store, Data::CKeptText guid,
+             Data::CKeptText name, CNode* start, CNode* end)
         : CEntity(topology, store, Data::enmEntityKind::Section, guid, name), m_start(start), m_end(end) {}
 
     /// Null when the section has none.
@@ -61,11 +60,12 @@ public:
 
 private:
     friend class CTopologyStorage;
+    static constexpr std::uint32_t NoLine = 0xFFFFFFFFU;
+
     CNode* m_start; ///< kept alive by the topology, like every entity
     CNode* m_end;
-    std::span<const CPoint> m_line; ///< empty for straight between the nodes; kept by the topology
+    std::uint32_t m_line = NoLine; ///< place of the drawn line at the topology; none for straight between the nodes
     std::uint32_t m_order = 0;
-    bool m_hasLine = false; ///< whether m_line replaces the straight line
 };
 
 } // namespace OLMGis::Topology

@@ -132,8 +132,8 @@ Result<boost::shared_ptr<CSection>> CTopologyStorage::AddSection(std::string_vie
         return BadInput(fmt::format("section {}: the GUID \"{}\" occurs twice or is empty", name, guid));
     auto section = Enter(m_sections, guid, name, start, end);
     if (line.size() >= 2 && !IsStraight(line, start, end)) {
-        section->m_line = m_lines.emplace_back(line.begin(), line.end());
-        section->m_hasLine = true;
+        section->m_line = static_cast<std::uint32_t>(m_lines.size());
+        m_lines.emplace_back(line.begin(), line.end());
     }
     return section;
 }

@@ -16,6 +16,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -74,6 +75,9 @@ public:
 
     /// The section that MAIN_SECT_OUT names on the node, as long as it still leaves the node; else null.
     CSection* GetSettledMainOutlet(const CNode& node) const;
+
+    /// A drawn line by its place, see CSection::GetGeometry.
+    std::span<const CPoint> GetLineAt(std::uint32_t place) const { return m_lines[place]; }
 
     /// Every section upstream of one, see CSection::GetPreviousSections.
     int CollectUpstream(const CSection& section, std::vector<boost::shared_ptr<CSection>>& list) const;
