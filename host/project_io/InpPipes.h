@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/gis_core/Result.h"
+#include "host/network_core/Catalog.h"
+#include "host/project_io/InpNetwork.h"
+
+#include <tsl/robin_map.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace OLMGis::ProjectIo {
+
+/// Equivalent sand roughness (mm) of Manning's n (s/m^(1/3), > 0).
+/// Source: Strickler 1923, 1/n = 26 / d^(1/6) with d in m, taken for k: k = (26 n)^6. It holds for rough flow with a
+/// hydraulic radius of some 4 to 500 times k, that is for n from about 0.009 (smooth pipes) to 0.03; beyond, k grows
+/// with the sixth power of n to lengths that mean nothing.
+/// Bad input: 0 for n of 0 or below, never NaN.
+double RoughnessOfManning(double manning);
+
+/// The pipes of an import: each different inside and roughness once.
+class CInpPipes {
+public:
+    /// Place of the pipe of a cross-section with a roughness k (mm), entered at its first sight; InpNone where its
+    /// outline is not known. One hash look-up for a known one.
+    std::uint32_t Enter(const CInpNetwork& network, const CInpCrossSection& section, double roughness);
+
+    /// GUID of an entered pipe, made from its group and name.
+    const std::string& GetGuid(std::uint32_t pipe) const { return m_pipes[pipe].m_guid; }
+
+    std::size_t GetCount() const { return m_pipes.size(); }
+
+    /// Enters all as groups of a catalogue, one a kind of shape; in a group by height, width and roughness, so that a
+    /// search for the least sufficient pipe meets it first. BadInput when the catalogue has them already.
+    Utility::Status Store(Topology::CCatalog& catalog) const;
+
+private:
+    struct CPipe {
+        std::string_view m_group;
+        std::string m_name;
+        std::string m_guid;
+        Topology::CPipeData m_data;
+    };
+
+    std::vector<CPipe> m_pipes;
+    tsl::robin_map<std::string, std::uint32_t> m_byName; ///< names tell the group, too; InpNone for no outline
+};
+
+} // namespace OLMGis::ProjectIo
