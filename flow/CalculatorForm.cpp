@@ -2,11 +2,17 @@
 // Copyright (C) the Drenova authors
 #include "flow/CalculatorForm.h"
 
+#include "host/gis_core/ModuleConfiguration.h"
+
 #include <boost/make_shared.hpp>
+
+#include <cassert>
 
 namespace CalculatorForm {
 
+using OLMGis::Topology::CConstraint;
 using OLMGis::Topology::CPropertiesEx;
+using OLMGis::Utility::CModuleConfiguration;
 
 boost::shared_ptr<CFlowCalculatorParameters> MakeParameters() {
     auto parameters = boost::make_shared<CFlowCalculatorParameters>();
@@ -26,6 +32,32 @@ boost::shared_ptr<CPropertyEx> AddProperty(const boost::shared_ptr<CCategory>& c
                                            enmPropertyEditorType editorType, int message, const CDataBox& value) {
     return CPropertyEx::CreateProperty(category, tag, editorType, message, message, value, value, value, value, 0,
                                        nullptr, "", "");
+}
+
+boost::shared_ptr<CPropertyEx> AddCheckBox(const boost::shared_ptr<CCategory>& category, std::string_view tag,
+                                           int message) {
+    return AddProperty(category, tag, enmPropertyEditorType::CheckBox, message, 0);
+}
+
+boost::shared_ptr<CConstraints> MakeConstraints(std::initializer_list<CChoice> choices) {
+    auto constraints = boost::make_shared<CConstraints>();
+    for (const CChoice& choice : choices) {
+        auto constraint = boost::make_shared<CConstraint>();
+        constraint->SetValue(CModuleConfiguration::Instance()->GetMsg(choice.m_message));
+        constraint->SetHiddenValue(choice.m_hiddenValue);
+        constraints->AddConstraint(constraint);
+    }
+    return constraints;
+}
+
+boost::shared_ptr<CPropertyEx> AddChoice(const boost::shared_ptr<CCategory>& category, std::string_view tag,
+                                         int message, std::initializer_list<CChoice> choices) {
+    assert(choices.size() > 0);
+    const auto constraints = MakeConstraints(choices);
+    const auto first = constraints->GetConstraintByOrd(1);
+    return CPropertyEx::CreateProperty(category, tag, enmPropertyEditorType::ComboBox, message, message,
+                                       first->GetValue(), first->GetHiddenValue(), first->GetValue(),
+                                       first->GetHiddenValue(), 0, constraints, "", "");
 }
 
 } // namespace CalculatorForm

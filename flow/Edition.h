@@ -8,6 +8,7 @@
 namespace Edition {
 
 inline constexpr std::string_view Romanian = "RO";
+inline constexpr std::string_view Bulgarian = "BLG";
 
 /// Whether the edition code is this text, whole and by plain characters.
 bool Is(std::string_view code);

@@ -5,6 +5,8 @@
 #include "flow/CalculatorForm.h"
 #include "flow/Edition.h"
 #include "flow/FlowKeys.h"
+#include "flow/FlowOutputs.h"
+#include "flow/FlowValue.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/ModuleConfiguration.h"
 
@@ -13,7 +15,6 @@
 #include <cmath>
 
 using OLMGis::Data::CDataBox;
-using OLMGis::Data::CDataConfiguration;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;
 using OLMGis::Sewage::CFlowCalculatorParameters;
@@ -26,8 +27,6 @@ using OLMGis::Topology::enmPropertyEditorType;
 using OLMGis::Utility::CModuleConfiguration;
 
 namespace {
-
-constexpr int OutputKind = 6; ///< fixed for every output of every calculator
 
 /// What was typed. The corrections fall back to 1.0 although their fields start elsewhere: in an edition without the
 /// fields they must have no effect.
@@ -79,8 +78,7 @@ struct Lengths {
 };
 
 double DensityCoefficient(const CSection& section, const CDataDefinition* key) {
-    CDataBox box;
-    return CDataRW::Read(key, &section, box, 0, nullptr) != 0 ? box.AsDouble() : 1.0;
+    return ReadValueOr(section, key, 1.0);
 }
 
 Lengths SumLengths(const CSectionList& sections, const CDataDefinition* coefficientKey) {
@@ -122,11 +120,8 @@ void AppendReport(CReport& report, const Input& in, const Forecast& forecast, co
 
 CFlowCalculator_WastePercent::CFlowCalculator_WastePercent() {
     m_key = "01_WASTE_PERCENT";
-    for (const char* id : {FlowKeys::SpecificFlow, FlowKeys::WastePercent}) {
-        const CDataDefinition* definition = CDataConfiguration::Instance()->GetDataDefinitionByID(id);
-        m_outputDefinitions.push_back(definition);
-        m_outputDefinitionsWithKind.emplace_back(definition, OutputKind);
-    }
+    m_outputDefinitions = FlowOutputs::Definitions({FlowKeys::SpecificFlow, FlowKeys::WastePercent});
+    m_outputDefinitionsWithKind = FlowOutputs::DefinitionsWithKind({FlowKeys::SpecificFlow, FlowKeys::WastePercent});
 }
 
 boost::shared_ptr<CFlowCalculatorParameters> CFlowCalculator_WastePercent::CreateParameters() {
@@ -154,11 +149,10 @@ int CFlowCalculator_WastePercent::Calculate(const CSectionList& sections, CFlowC
                                             CReport* report, IUserInteraction* /*interaction*/) {
     if (params == nullptr || !params->m_properties)
         return 0;
-    const auto definition = [](const char* id) { return CDataConfiguration::Instance()->GetDataDefinitionByID(id); };
-    const CDataDefinition* const coefficientKey = definition(FlowKeys::DensityCoefficient);
-    const CDataDefinition* const parametersKey = definition(FlowKeys::WastePercentParameters);
-    const CDataDefinition* const specificFlowKey = definition(FlowKeys::SpecificFlow);
-    const CDataDefinition* const flowKey = definition(FlowKeys::WastePercent);
+    const CDataDefinition* const coefficientKey = FindDefinition(FlowKeys::DensityCoefficient);
+    const CDataDefinition* const parametersKey = FindDefinition(FlowKeys::WastePercentParameters);
+    const CDataDefinition* const specificFlowKey = FindDefinition(FlowKeys::SpecificFlow);
+    const CDataDefinition* const flowKey = FindDefinition(FlowKeys::WastePercent);
 
     const CDataBox serialized(params->Serialize());
     const Input in(*params->m_properties);
