@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/network_core/Node.h"
+
+#include <boost/shared_ptr.hpp>
+
+#include <vector>
+
+namespace OLMGis::Sewage {
+
+/// Lets a person, or the words of a command line, say which way the flow goes on where it divides. Each program
+/// implements it once. The default settles nothing.
+class IDirectionEditor {
+public:
+    virtual ~IDirectionEditor() = default;
+
+    /// nodes: those that need a main outlet and have none, in the order in which the run met them; no nulls, never
+    /// empty. The editor stores its choices with CFlowDirection::Settle. Non-zero when the person completed it, 0 when
+    /// the directions stay unsettled: the run then ends with an alert.
+    virtual int EditDirections(const std::vector<boost::shared_ptr<Topology::CNode>>& /*nodes*/) { return 0; }
+};
+
+/// The editor in force; the one that settles nothing when none is set.
+IDirectionEditor& DirectionEditor();
+
+/// Puts an editor in force for its own lifetime. Not owned.
+class CDirectionEditorScope {
+public:
+    explicit CDirectionEditorScope(IDirectionEditor& editor);
+    ~CDirectionEditorScope();
+    CDirectionEditorScope(const CDirectionEditorScope&) = delete;
+    CDirectionEditorScope& operator=(const CDirectionEditorScope&) = delete;
+
+private:
+    IDirectionEditor* m_former;
+};
+
+} // namespace OLMGis::Sewage
