@@ -43,6 +43,7 @@ void PlaceNodes(CInpNetwork& network) {
         else
             network.m_summary.Count("coordinates of unknown nodes left out", coordinate.m_nodeName);
     }
+    network.m_coordinates = {};
     for (const CInpNode& node : network.m_nodes)
         if (!node.m_point.IsKnown())
             network.m_summary.Count("nodes without coordinates", node.m_name);
