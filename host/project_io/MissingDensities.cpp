@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "host/project_io/MissingDensities.h"
+
+#include "host/gis_core/DataRW.h"
+
+#include <fmt/format.h>
+
+namespace OLMGis::ProjectIo {
+
+using Topology::CCatchment;
+using Topology::CTopologyStorage;
+
+std::optional<std::string> WarnOfMissingDensities(const CTopologyStorage& topology) {
+    constexpr std::size_t mostNamed = 10;
+    const auto* const configuration = Data::CDataConfiguration::Instance();
+    const auto* const kinds = configuration->GetDataDefinitionByID("kinds");
+    const auto* const area = configuration->GetDataDefinitionByID("area");
+    const auto* const density = configuration->GetDataDefinitionByID("density");
+    Data::CDataBox box;
+    const auto read = [&](const Data::CDataDefinition* key, const CCatchment& catchment) {
+        return Data::CDataRW::Read(key, &catchment, box, 0, nullptr) != 0;
+    };
+    const auto lacksDensity = [&](const CCatchment& catchment) {
+        return read(kinds, catchment) && (box.AsInt() & Topology::CatchmentHousehold) != 0 && read(area, catchment) &&
+               box.AsDouble() > 0.0 && !read(density, catchment);
+    };
+    std::string names;
+    std::size_t count = 0;
+    for (const auto& section : topology.GetSections()) {
+        const CCatchment* catchment = topology.GetFirstCatchment(*section);
+        while (catchment != nullptr && !lacksDensity(*catchment))
+            catchment = CTopologyStorage::GetNextCatchment(*catchment);
+        if (catchment != nullptr && ++count <= mostNamed)
+            names += fmt::format("{}{}", count > 1 ? ", " : "", section->GetName());
+    }
+    if (count == 0)
+        return std::nullopt;
+    return fmt::format("household catchments with an area and without a density hang on {} section{}: {}{}", count,
+                       count > 1 ? "s" : "", names, count > mostNamed ? ", ..." : "");
+}
+
+} // namespace OLMGis::ProjectIo

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/network_core/Geometry.h"
+
+#include <tsl/robin_map.h>
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace OLMGis::ProjectIo {
+
+/// Finds the node at the end of a drawn line: the one at exactly that place, else the nearest within a tolerance.
+/// A grid of cells as wide as the tolerance: linear in nodes, constant a question, whatever the drawing.
+class CNodeSnapper {
+public:
+    struct CFound {
+        std::uint32_t m_place = 0;  ///< in the list of points, NoRecord where no point is near enough
+        bool m_isAmbiguous = false; ///< several points stand at exactly the place of the one that was found
+    };
+
+    /// Points that are not known are passed over. tolerance: m, > 0. The points are borrowed.
+    CNodeSnapper(std::span<const Topology::CPoint> points, double tolerance);
+
+    /// Of several points at exactly the same place the first one of the list.
+    CFound Find(const Topology::CPoint& point) const;
+
+private:
+    /// More different points than this in one cell are drawn in a finer grid than the tolerance; later ones are found
+    /// only exactly.
+    static constexpr int MostInCell = 16;
+
+    struct CKey {
+        double m_x;
+        double m_y;
+        friend bool operator==(const CKey&, const CKey&) = default;
+    };
+    struct KeyHash {
+        std::size_t operator()(const CKey& key) const;
+    };
+    struct CExact {
+        std::uint32_t m_place;
+        bool m_isRepeated;
+    };
+
+    CKey CellOf(const Topology::CPoint& point) const;
+    void EnterCell(std::uint32_t place);
+
+    std::span<const Topology::CPoint> m_points;
+    double m_tolerance;
+    tsl::robin_map<CKey, CExact, KeyHash> m_exact;
+    tsl::robin_map<CKey, std::uint32_t, KeyHash> m_cells; ///< last point of a cell, from which a chain leads on
+    std::vector<std::uint32_t> m_next;                    ///< by point: the one before it in its cell
+};
+
+} // namespace OLMGis::ProjectIo

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/gis_core/Result.h"
+#include "host/network_core/TopologyStorage.h"
+
+#include <boost/shared_ptr.hpp>
+#include <tsl/robin_map.h>
+
+#include <string_view>
+
+namespace OLMGis::ProjectIo {
+
+/// How files refer to sections: by name where only one section has it, else by GUID. Made for one file, while the
+/// topology stays as it is. Linear to make, then one hash look-up a question, whatever the number of equal names.
+class CSectionReferences {
+public:
+    explicit CSectionReferences(const Topology::CTopologyStorage& topology);
+
+    /// The text that finds this section again.
+    std::string_view ReferenceTo(const Topology::CSection& section) const;
+
+    /// The section of a GUID or name; a text that is a GUID is taken for one. BadInput, telling what was found and what
+    /// was expected, for an unknown text and for a name that repeats.
+    Utility::Result<boost::shared_ptr<Topology::CSection>> Find(std::string_view text) const;
+
+private:
+    const Topology::CTopologyStorage& m_topology;
+    tsl::robin_map<std::string_view, const Topology::CSection*> m_byName; ///< null for a name that repeats
+};
+
+} // namespace OLMGis::ProjectIo
