@@ -3,6 +3,7 @@
 #include "host/sewage_calculations/CalculationRun.h"
 
 #include "host/gis_core/CoreProgressBar.h"
+#include "host/gis_core/DataConfiguration.h"
 #include "host/gis_core/HostServices.h"
 #include "host/gis_core/ProjectContext.h"
 #include "host/network_core/TopologyMultiStorage.h"
