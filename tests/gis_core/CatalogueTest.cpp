@@ -5,11 +5,6 @@
 #include "tests/support/TestProject.h"
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
-
-#include <fstream>
-#include <set>
-#include <sstream>
 
 using namespace OLMGis;
 
@@ -25,14 +20,4 @@ TEST(DataConfiguration, EveryDefinitionHasATextAndKeysAreFound) {
         EXPECT_NE(label[0], '#') << definition->m_id;
     }
     EXPECT_EQ(configuration->GetDataDefinitionByID("flow_total"), nullptr) << "case counts";
-}
-
-TEST(Messages, NoTextIsItsNumberOrEmpty) {
-    std::ifstream stream(DRENOVA_SOURCE_DIR "/data/messages/en.json");
-    const auto catalogue = nlohmann::json::parse(stream);
-    ASSERT_GT(catalogue.size(), 200U);
-    for (const auto& [number, text] : catalogue.items()) {
-        EXPECT_NE(number, text.get<std::string>());
-        EXPECT_FALSE(text.get<std::string>().empty()) << number;
-    }
 }
