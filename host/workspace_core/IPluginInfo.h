@@ -16,25 +16,25 @@ public:
     IPluginInfo(const IPluginInfo&) = delete;
     IPluginInfo& operator=(const IPluginInfo&) = delete;
 
-    virtual void EnableMetadataHandlers();
-    virtual void RegisterTopologyTypes();
-    virtual void RegisterEntityTypes();
-    virtual void RegisterCommands();
-    virtual void RegisterDialogFactories();
-    virtual void RegisterListeners();
-    virtual void RegisterCalculationItems();
-    virtual void RegisterImporters();
-    virtual void RegisterExporters();
-    virtual void RegisterPanelDialogs();
+    virtual void EnableMetadataHandlers() {}
+    virtual void RegisterTopologyTypes() {}
+    virtual void RegisterEntityTypes() {}
+    virtual void RegisterCommands() {}
+    virtual void RegisterDialogFactories() {}
+    virtual void RegisterListeners() {}
+    virtual void RegisterCalculationItems() {}
+    virtual void RegisterImporters() {}
+    virtual void RegisterExporters() {}
+    virtual void RegisterPanelDialogs() {}
 
     /// Texts and icon ids for types that the module brings to the workspace, by the type's number. Empty for a type
     /// that isn't the module's; so by default for all.
-    virtual std::string GetTopologyName(int topologyType) const;
-    virtual std::string GetSystemFunctionName(int systemFunction) const;
-    virtual std::string GetEntityTypeName(int entityType) const;
-    virtual std::string GetEntityTypeIcon(int entityType) const;
-    virtual std::string GetSelectionTypeName(int selectionType) const;
-    virtual std::string GetSelectionToolTip(int selectionType) const;
+    virtual std::string GetTopologyName(int /*topologyType*/) const { return {}; }
+    virtual std::string GetSystemFunctionName(int /*systemFunction*/) const { return {}; }
+    virtual std::string GetEntityTypeName(int /*entityType*/) const { return {}; }
+    virtual std::string GetEntityTypeIcon(int /*entityType*/) const { return {}; }
+    virtual std::string GetSelectionTypeName(int /*selectionType*/) const { return {}; }
+    virtual std::string GetSelectionToolTip(int /*selectionType*/) const { return {}; }
 };
 
 } // namespace OLMGis::Workspace

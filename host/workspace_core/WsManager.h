@@ -42,8 +42,8 @@ public:
 
     using CLogListener = std::function<void(const CLogLine& line)>;
 
-    /// Has each new line shown at once; an empty listener shows none. Returns the former one. What a listener throws
-    /// goes to the one who logged.
+    /// Has each new line shown at once; an empty listener shows none. Returns the former one. A listener must
+    /// not throw; one that logs is called for its own lines too.
     CLogListener SetLogListener(CLogListener listener);
 
 private:
