@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "plugin/HCPluginInfo.h"
+
+#include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/NotificationFramework.h"
+#include "host/sewage_core/FlowCalculatorManager.h"
+#include "host/sewage_core/SewageResponder.h"
+#include "host/workspace_core/WsManager.h"
+#include "waste/FlowCalculator_WastePercent.h"
+
+#include <boost/make_shared.hpp>
+
+using OLMGis::Notification::CNotificationFramework;
+using OLMGis::Sewage::CFlowCalculatorManager;
+using OLMGis::Sewage::CSewageResponder;
+using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Workspace::CWsManager;
+using OLMGis::Workspace::CWsPanelDialogMetadata;
+
+namespace {
+
+template <class Calculator>
+void RegisterFlowCalculator() {
+    CFlowCalculatorManager::Instance()->RegisterFlowCalculator(boost::make_shared<Calculator>());
+}
+
+} // namespace
+
+void CHCPluginInfo::EnableMetadataHandlers() {
+    CModuleConfiguration::Instance()->EnableMetadataHandler("002_TERRAINTYPE");
+}
+
+void CHCPluginInfo::RegisterCalculationItems() {
+    // The framework takes the responder over.
+    CNotificationFramework::Instance()->RegisterEventResponder(new CSewageResponder);
+
+    // A calculator's rank comes from its key, not from its place here.
+    RegisterFlowCalculator<CFlowCalculator_WastePercent>();
+}
+
+void CHCPluginInfo::RegisterPanelDialogs() {
+    const auto metadata = boost::make_shared<CWsPanelDialogMetadata>();
+    metadata->SetDialogId("WS_HCALCULATION_PANEL");
+    metadata->SetPanelPosition(3);
+    metadata->SetButtonIconId("IDI_SEWAGE");
+    metadata->SetTooltipText("Drenova");
+    metadata->SetButtonText("Drenova");
+    CWsManager::Instance()->RegisterWsPanelDialog(metadata);
+}

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/workspace_core/IPluginInfo.h"
+
+/// Registers everything that the module brings; the one place where all of it is listed.
+class CHCPluginInfo final : public OLMGis::Workspace::IPluginInfo {
+public:
+    void EnableMetadataHandlers() override;
+
+    /// Data definitions, edition and language of the project must be in force: constructors of calculators read them.
+    void RegisterCalculationItems() override;
+
+    void RegisterPanelDialogs() override;
+};

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/workspace_core/ModuleApplication.h"
+
+/// The module as its host sees it. It may be unloaded at run time and knows of several open documents, and says so when
+/// it is loaded; it has no host command, function or class of its own, so that every other message has no effect.
+class CHydraulicCalculationsWsPluginApp final : public AcRxArxApp {
+public:
+    CHydraulicCalculationsWsPluginApp();
+};
