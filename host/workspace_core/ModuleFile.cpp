@@ -2,16 +2,49 @@
 // Copyright (C) the Drenova authors
 #include "host/workspace_core/ModuleFile.h"
 
+#include "host/gis_core/InstallationPaths.h"
+
 #include <fmt/format.h>
 
+#include <cstdint>
+#include <cstring>
 #include <dlfcn.h>
+#include <elf.h>
 #include <filesystem>
+#include <link.h>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
 namespace OLMGis::Workspace {
 
 namespace {
+
+/// Whether the file ends before the last byte that its own table of segments names. The system's loader would map it
+/// all the same, and the program would die at the first byte that isn't there. What is no library at all is left to the
+/// loader to name.
+bool IsCutShort(std::string_view bytes) {
+    ElfW(Ehdr) head;
+    if (bytes.size() < sizeof head || !bytes.starts_with(ELFMAG))
+        return false;
+    std::memcpy(&head, bytes.data(), sizeof head);
+    constexpr unsigned char ours = sizeof(void*) == 8 ? ELFCLASS64 : ELFCLASS32;
+    if (head.e_ident[EI_CLASS] != ours)
+        return false;
+    const auto reaches = [&bytes](std::uint64_t from, std::uint64_t size) {
+        return from <= bytes.size() && size <= bytes.size() - from;
+    };
+    for (std::uint64_t i = 0; i < head.e_phnum; ++i) {
+        ElfW(Phdr) segment;
+        const std::uint64_t place = head.e_phoff + i * sizeof segment;
+        if (!reaches(place, sizeof segment))
+            return true;
+        std::memcpy(&segment, bytes.data() + place, sizeof segment);
+        if (segment.p_type == PT_LOAD && !reaches(segment.p_offset, segment.p_filesz))
+            return true;
+    }
+    return false;
+}
 
 /// The system's reason for the last failure, without the path that it begins with.
 std::string TakeReason(const std::string& path) {
@@ -32,6 +65,12 @@ Utility::Result<CModuleFile> CModuleFile::Open(const std::string& path) {
     // The system's loader would wait at a pipe for ever.
     if (!std::filesystem::is_regular_file(status))
         return Utility::Refused(fmt::format("{}: found no regular file, expected a module", path));
+    const Utility::Result<std::string> bytes = Utility::InstallationPaths::ReadWholeFile(path);
+    if (!bytes)
+        return bytes.GetError();
+    if (IsCutShort(bytes.Value()))
+        return Utility::BadInput(
+            fmt::format("{}: found a library that was cut short at {} bytes, expected a module", path, bytes->size()));
     // With a slash in it the path is taken as it is, without one it would be searched for.
     const std::string full = std::filesystem::absolute(path, error).string();
     void* const handle = error ? nullptr : dlopen(full.c_str(), RTLD_NOW | RTLD_LOCAL);

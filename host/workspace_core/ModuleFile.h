@@ -12,7 +12,8 @@ namespace OLMGis::Workspace {
 class CModuleFile {
 public:
     /// Maps the file and runs its global constructors. A relative path starts at the current folder; libraries are not
-    /// searched for. Refused when there is no regular file, BadInput when it is no library or lacks what it needs.
+    /// searched for. Refused when there is no regular file or it cannot be read, BadInput when it is no library, was
+    /// cut short or lacks what it needs. Cost: the size of the file.
     static Utility::Result<CModuleFile> Open(const std::string& path);
 
     ~CModuleFile();
