@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/gis_core/Result.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace OLMGis::ProjectIo {
+
+/// A coordinate system of the EPSG register.
+struct CCoordinateSystem {
+    int m_code = 0;              ///< EPSG number
+    std::string m_name;          ///< "HTRS96 / Croatia TM"
+    std::string m_wkt;           ///< definition as well-known text, the version 1 that GIS programs read
+    bool m_isGeographic = false; ///< coordinates are degrees, so that lengths and areas make no sense
+
+    /// The text of the project's setting: "EPSG:3765".
+    std::string ToText() const;
+};
+
+/// The number in "EPSG:n" (case ignored, blanks around it allowed); nothing for any other text. No register is asked.
+std::optional<int> ParseEpsgCode(std::string_view text);
+
+/// The coordinate system behind "EPSG:n", from PROJ's register. BadInput for another text, an unknown number and for
+/// one that has no plane of coordinates (heights, geocentric). Refused when the register can't be read. About 6 ms.
+Utility::Result<CCoordinateSystem> ParseCrs(std::string_view text);
+
+} // namespace OLMGis::ProjectIo

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/gis_core/Result.h"
+
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace OLMGis::ProjectIo {
+
+/// An error on its way from the depths of reading or writing a project file to CProjectFile, which turns it into a
+/// value. Thrown and caught inside this library only: a row may be bad in fifty places, and each would have to pass its
+/// error up through four calls.
+class CFailure final : public std::exception {
+public:
+    explicit CFailure(Utility::Error error) : m_error(std::move(error)) {}
+
+    const Utility::Error& GetError() const { return m_error; }
+    const char* what() const noexcept override { return m_error.message.c_str(); }
+
+private:
+    Utility::Error m_error;
+};
+
+[[noreturn]] inline void FailBadInput(std::string message) {
+    throw CFailure(Utility::BadInput(std::move(message)));
+}
+[[noreturn]] inline void FailRefused(std::string message) {
+    throw CFailure(Utility::Refused(std::move(message)));
+}
+
+} // namespace OLMGis::ProjectIo

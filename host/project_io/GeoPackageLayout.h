@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/gis_core/DataDefinition.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace OLMGis::ProjectIo {
+
+class CSqliteDatabase;
+
+/// The layout of a project file: an OGC GeoPackage 1.3 with the layers nodes, sections and catchments, whose columns
+/// are the fixed ones below and then one for each attribute that has a value, named by its key; and beside them tables
+/// of our own, whose names begin with drenova_.
+namespace Layout {
+
+inline constexpr std::uint32_t ApplicationId = 0x47504B47; ///< "GPKG"
+inline constexpr int GeoPackageVersion = 10300;            ///< 1.3.0
+inline constexpr int SchemaVersion = 1;                    ///< of the columns and of our own tables
+
+inline constexpr std::string_view MetaTable = "drenova_meta";         ///< about the file itself
+inline constexpr std::string_view SettingsTable = "drenova_settings"; ///< of the project
+inline constexpr std::string_view TextsTable = "drenova_texts";       ///< long texts that many rows share
+inline constexpr std::string_view CatalogTable = "drenova_catalog";   ///< groups and items, a group before its items
+inline constexpr std::string_view ShapesTable = "drenova_catalog_shapes"; ///< points of table shapes
+
+inline constexpr std::string_view SchemaVersionName = "schema_version"; ///< names in MetaTable
+inline constexpr std::string_view SaveCounterName = "save_counter";
+inline constexpr std::string_view ProgramVersionName = "program_version";
+
+inline constexpr std::string_view GeometryColumn = "geom";
+
+/// A column that every file has.
+struct CColumn {
+    std::string_view m_name;
+    std::string_view m_type;        ///< as SQL has it
+    std::string_view m_description; ///< for the user of a GIS; empty where the name says it
+};
+
+/// The first columns of every layer, in this order.
+enum enmCommonColumn : int { Fid, Geometry, Guid, Name, NetworkOrder, CommonColumnCount };
+
+/// What follows them in a layer.
+enum enmSectionColumn : int { FromNode = CommonColumnCount, ToNode, FromGuid, ToGuid };
+enum enmCatchmentColumn : int { SectionName = CommonColumnCount, SectionGuid };
+
+struct CLayer {
+    Data::enmEntityKind m_kind{};
+    std::string_view m_table;
+    std::string_view m_geometryType;
+    std::string_view m_description;
+    std::vector<CColumn> m_columns; ///< fixed ones, in the order of the enums above
+};
+
+/// The layers in the order in which they are written and read: what is referred to comes first.
+const std::vector<CLayer>& GetLayers();
+const CLayer& GetLayer(Data::enmEntityKind kind);
+
+/// A table of our own.
+struct CTable {
+    std::string_view m_table;
+    std::string_view m_description;
+    std::vector<CColumn> m_columns;
+};
+const std::vector<CTable>& GetTables();
+
+/// Whether a text attribute is kept in TextsTable, its column holding the row there: serialised parameters, of which a
+/// million sections may carry the same long text.
+bool IsSharedText(const Data::CDataDefinition& definition);
+
+/// The SQL type of an attribute's column.
+std::string_view TypeOf(const Data::CDataDefinition& definition);
+
+/// Makes a table with these columns and those of the attributes.
+void CreateTable(CSqliteDatabase& database, std::string_view table, std::span<const CColumn> columns,
+                 std::span<const Data::CDataDefinition* const> attributes = {});
+
+/// INSERT with a place for each column, in order.
+std::string InsertStatement(std::string_view table, std::size_t columnCount);
+
+} // namespace Layout
+} // namespace OLMGis::ProjectIo

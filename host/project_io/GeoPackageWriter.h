@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include <string>
+
+namespace OLMGis::ProjectIo {
+
+/// Writes the active project into an existing empty file, as a GeoPackage. name is what errors call the file. The same
+/// content and save counter give the same bytes. Throws CFailure, after which the file is worth nothing.
+/// Cost: linear, but for the sorts of the spatial index.
+void WriteGeoPackage(const std::string& path, const std::string& name, int saveCounter);
+
+} // namespace OLMGis::ProjectIo

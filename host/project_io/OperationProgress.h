@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace OLMGis::ProjectIo {
+
+/// Shows the progress of opening or saving for its own lifetime, counted in rows of the file.
+class COperationProgress {
+public:
+    COperationProgress(std::string_view caption, std::int64_t rows);
+    ~COperationProgress();
+    COperationProgress(const COperationProgress&) = delete;
+    COperationProgress& operator=(const COperationProgress&) = delete;
+
+    /// Another row is done. Throws CFailure of the kind Cancelled when the user gave up.
+    void Advance() {
+        if ((++m_done & (StepRows - 1)) == 0)
+            Show();
+    }
+
+    /// Asks once more whether to go on.
+    void Show();
+
+private:
+    static constexpr std::int64_t StepRows = 1024; ///< rows between two looks at the user, a power of 2
+
+    std::int64_t m_rows;
+    std::int64_t m_done = 0;
+};
+
+} // namespace OLMGis::ProjectIo

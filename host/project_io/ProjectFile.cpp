@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "host/project_io/ProjectFile.h"
+
+#include "host/gis_core/DataConfiguration.h"
+#include "host/project_io/Failure.h"
+#include "host/project_io/FileReplacement.h"
+#include "host/project_io/GeoPackageReader.h"
+#include "host/project_io/GeoPackageWriter.h"
+#include "host/project_io/ReadableFile.h"
+#include "host/project_io/SideFiles.h"
+#include "host/project_io/SqliteDatabase.h"
+
+#include <fmt/format.h>
+
+#include <limits>
+#include <new>
+
+namespace OLMGis::ProjectIo {
+
+using Utility::Done;
+using Utility::Result;
+using Utility::Status;
+
+namespace {
+
+/// The one door: what is thrown inside becomes a value here.
+template <class Value, class Step>
+Result<Value> AtTheDoor(const std::string& path, Step step) {
+    try {
+        return step();
+    } catch (const CFailure& failure) {
+        return failure.GetError();
+    } catch (const std::bad_alloc&) {
+        return Utility::Refused(fmt::format("{}: not enough memory", path));
+    } catch (const std::exception& error) {
+        return Utility::Refused(fmt::format("{}: {}", path, error.what()));
+    }
+}
+
+/// Without definitions every attribute would be an unknown column, and be dropped by the next save.
+void CheckDefinitions() {
+    if (const std::string& error = Data::CDataConfiguration::Instance()->GetLoadError(); !error.empty())
+        FailRefused(error);
+}
+
+/// What others left beside the place of the new file would be taken for a part of it.
+void CheckSideFiles(const std::filesystem::path& target, const std::string& path) {
+    const bool hasLog = HasWriteAheadLog(target);
+    if (!hasLog && !HasHotJournal(target))
+        return;
+    const std::filesystem::path side = hasLog ? WriteAheadLogOf(target) : JournalOf(target);
+    FailRefused(fmt::format("{}: another program has unfinished changes of it in {}; close the project there, or save "
+                            "under another name",
+                            path, side.filename().string()));
+}
+
+[[noreturn]] void FailNoLongerOurs(const std::string& path, const char* what) {
+    FailRefused(fmt::format("{}: {} since it was opened here; save under another name, or open it again", path, what));
+}
+
+int ReadSaveCounter(const std::filesystem::path& target, const std::string& path) {
+    const CReadableFile file(target, path);
+    const CSqliteDatabase database(file.GetPath(), path, CSqliteDatabase::enmAccess::ReadAlone);
+    return ReadGeoPackageMeta(database).m_saveCounter;
+}
+
+} // namespace
+
+Result<CProjectFile> CProjectFile::Open(const std::string& path) {
+    return AtTheDoor<CProjectFile>(path, [&] { return Opened(path); });
+}
+
+Result<CProjectFile> CProjectFile::Create(const std::string& path, bool replace) {
+    return AtTheDoor<CProjectFile>(path, [&] { return Written(path, replace); });
+}
+
+Status CProjectFile::SaveAs(const std::string& path, bool replace) {
+    return AtTheDoor<Done>(path, [&] {
+        *this = Written(path, replace);
+        return Done{};
+    });
+}
+
+Status CProjectFile::Save() {
+    return AtTheDoor<Done>(m_path, [&] {
+        SaveOver();
+        return Done{};
+    });
+}
+
+CProjectFile CProjectFile::Opened(const std::string& path) {
+    CheckDefinitions();
+    CProjectFile file;
+    file.m_path = path;
+    file.m_target = ResolvedPath(path);
+    const CReadableFile readable(file.m_target, path);
+    file.m_identity = readable.GetIdentity();
+    CWarnings warnings;
+    {
+        CSqliteDatabase database(readable.GetPath(), path, readable.GetAccess());
+        database.Execute("BEGIN");
+        file.m_saveCounter = ReadGeoPackage(database, warnings).m_saveCounter;
+    }
+    readable.CheckUnchanged();
+    file.m_warnings = warnings.Take();
+    return file;
+}
+
+CProjectFile CProjectFile::Written(const std::string& path, bool replace) {
+    CheckDefinitions();
+    CProjectFile file;
+    file.m_path = path;
+    file.m_target = ResolvedPath(path);
+    file.m_saveCounter = 1;
+    if (!replace && CFileIdentity::Of(file.m_target))
+        FailRefused(fmt::format("{}: is there already; it is replaced on demand only", path));
+    CheckSideFiles(file.m_target, path);
+    CFileReplacement replacement(file.m_target, path);
+    WriteGeoPackage(replacement.GetTemporaryPath(), path, file.m_saveCounter);
+    const CFileLock lock(file.m_target, path);
+    CheckSideFiles(file.m_target, path);
+    file.m_identity = replacement.Commit(replace);
+    return file;
+}
+
+void CProjectFile::CheckStillOurs() const {
+    const auto found = CFileIdentity::Of(m_target);
+    if (!found)
+        FailNoLongerOurs(m_path, "was removed");
+    if (!found->IsSameFile(m_identity))
+        FailNoLongerOurs(m_path, "was replaced by another program");
+    if (*found != m_identity || ReadSaveCounter(m_target, m_path) != m_saveCounter)
+        FailNoLongerOurs(m_path, "was changed by another program");
+}
+
+void CProjectFile::SaveOver() {
+    CheckDefinitions();
+    CheckSideFiles(m_target, m_path);
+    CheckStillOurs(); // once before the work, and once more when nobody can come between
+    const int counter = m_saveCounter == std::numeric_limits<int>::max() ? 1 : m_saveCounter + 1;
+    CFileReplacement replacement(m_target, m_path);
+    WriteGeoPackage(replacement.GetTemporaryPath(), m_path, counter);
+    const CFileLock lock(m_target, m_path);
+    CheckSideFiles(m_target, m_path);
+    CheckStillOurs();
+    m_identity = replacement.Commit(true);
+    m_saveCounter = counter;
+}
+
+} // namespace OLMGis::ProjectIo
