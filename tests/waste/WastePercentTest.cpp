@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/network_core/PropertyEditing.h"
+#include "tests/support/ReferenceTable.h"
 #include "tests/support/TestProject.h"
 #include "tests/support/TextNetwork.h"
 #include "waste/FlowCalculator_WastePercent.h"
@@ -9,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <fstream>
 
 using namespace OLMGis;
 using Sewage::CReport;
@@ -30,21 +30,6 @@ struct CRun {
     }
     double Flow(const char* section) const { return net.Get(section, "FLOW_WASTE_PER").AsDouble(); }
 };
-
-/// Rows of a reference table: cells of its lines but comments and the head line.
-std::vector<std::vector<std::string>> ReadTable(const std::string& path) {
-    std::ifstream table(path);
-    std::vector<std::vector<std::string>> rows;
-    bool isHead = true;
-    for (std::string line; std::getline(table, line);) {
-        if (line.empty() || line[0] == '#')
-            continue;
-        if (!isHead)
-            Utility::CUtility::SplitString(line, rows.emplace_back(), ',');
-        isHead = false;
-    }
-    return rows;
-}
 
 } // namespace
 
@@ -134,7 +119,7 @@ TEST(WastePercent, ParameterSetsAreIndependent) {
 }
 
 TEST(WastePercent, FollowsTheReferenceChainFromPopulationToPeakFlow) {
-    const auto rows = ReadTable(DRENOVA_REFERENCE_DATA "/population/d01_population_chain.csv");
+    const auto rows = ReadReferenceTable("population/d01_population_chain.csv");
     if (rows.empty())
         GTEST_SKIP() << "no reference data";
     const char* tags[] = {"BROJ_STANOVNIKA", "PRIRAST", "PERIOD", "POTROSNJA", "COEFF_VAR_D", "COEFF_VAR_H"};
@@ -145,12 +130,10 @@ TEST(WastePercent, FollowsTheReferenceChainFromPopulationToPeakFlow) {
         for (std::size_t i = 0; i < std::size(tags); ++i)
             run.Type(tags[i], cells[i].c_str());
         run.Calculate(1);
-        const double figures[] = {Utility::CUtility::ToDouble(cells[9]), Utility::CUtility::ToDouble(cells[10]),
-                                  Utility::CUtility::ToDouble(cells[13]), Utility::CUtility::ToDouble(cells[11]),
-                                  Utility::CUtility::ToDouble(cells[12])};
+        const double figures[] = {Cell(cells, 9), Cell(cells, 10), Cell(cells, 13), Cell(cells, 11), Cell(cells, 12)};
         for (std::size_t i = 0; i < std::size(figures); ++i) // the report shows four decimals
             EXPECT_NEAR(Utility::CUtility::ToDouble(run.report[7 + i].second), figures[i], 6e-5) << i;
-        const double peak = Utility::CUtility::ToDouble(cells[14]) / 1000.0; // the table has ten decimals of l/s
+        const double peak = Cell(cells, 14) / 1000.0; // the table has ten decimals of l/s
         EXPECT_NEAR(run.Flow("AB") + run.Flow("BC"), peak, 1e-12);
     }
 }
