@@ -1,0 +1,250 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "waste/FlowCalculator_WasteAreas.h"
+
+#include "flow/CalculatorForm.h"
+#include "flow/Edition.h"
+#include "flow/FlowKeys.h"
+#include "flow/FlowOutputs.h"
+#include "flow/FlowValue.h"
+#include "host/gis_core/CoreProgressBar.h"
+#include "host/gis_core/DataRW.h"
+#include "host/gis_core/HostServices.h"
+#include "host/gis_core/ModuleConfiguration.h"
+#include "host/network_core/Catchment.h"
+#include "host/sewage_core/CatchmentAreaManager.h"
+#include "host/workspace_core/WsManager.h"
+#include "waste/UpstreamSums.h"
+
+#include <fmt/format.h>
+
+#include <cmath>
+
+using OLMGis::Data::CDataBox;
+using OLMGis::Data::CDataDefinition;
+using OLMGis::Data::CDataRW;
+using OLMGis::Sewage::CCatchmentAreaManager;
+using OLMGis::Sewage::CFlowCalculatorParameters;
+using OLMGis::Sewage::CReport;
+using OLMGis::Sewage::CSectionList;
+using OLMGis::Sewage::IUserInteraction;
+using OLMGis::Topology::CPropertiesEx;
+using OLMGis::Topology::CSection;
+using OLMGis::Topology::enmPropertyEditorType;
+using OLMGis::Utility::CCoreProgressBar;
+using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Workspace::CWsManager;
+
+namespace {
+
+constexpr int NameMessage = 11165;
+
+/// What was typed. Coefficients fall back to 0.0, whatever their fields start with: without its field a flow is none.
+struct Input {
+    Input(const CPropertiesEx& form, bool isBulgarianEdition)
+        : hasHome(form.GetIntProperty("HOME_CHECK", 0, 1) != 0),
+          hasIndustry(form.GetIntProperty("IND_CHECK", 0, 1) != 0), isBulgarian(isBulgarianEdition),
+          home(form.GetDblProperty("HOME_COEFF", 0.0, 1)), industry(form.GetDblProperty("IND_COEFF", 0.0, 1)),
+          industryK(form.GetDblProperty("BLG_COEFF_K", 0.0, 1)) {}
+
+    bool hasHome;
+    bool hasIndustry;
+    bool isBulgarian;
+    double home;      ///< l/s per 1000 inhabitants
+    double industry;  ///< l/s per ha
+    double industryK; ///< -, Bulgarian edition only
+};
+
+/// Ratio (-) of the greatest to the mean flow q. Falls towards 1 as the flow grows, is infinite for 0 and not-a-number
+/// below.
+double PeakFactor(double q) {
+    return 1.0 + 2.5 / std::pow(q, 0.22);
+}
+
+/// Peak factor and peak flow (m³/s) of the household water of everything upstream.
+struct BulgarianHome {
+    BulgarianHome(const CHouseholdSum& upstream, double coefficient) {
+        const double meanDensity = upstream.m_area == 0.0 ? 1.0 : upstream.m_people / upstream.m_area;
+        const double q = meanDensity * upstream.m_area * coefficient / 1000.0;
+        peakFactor = PeakFactor(q);
+        if (peakFactor > GreatestPeakFactor)
+            peakFactor = GreatestPeakFactor;
+        flow = peakFactor * q / 1000.0;
+    }
+
+    static constexpr double GreatestPeakFactor = 3.5; ///< that of 1 l/s; also holds the infinite one of no flow
+    double peakFactor;
+    double flow;
+};
+
+/// One run: what was typed, the definitions behind the keys, and the outcome so far.
+class CRun {
+public:
+    CRun(const CFlowCalculatorParameters& parameters, bool isBulgarian)
+        : m_in(*parameters.m_properties, isBulgarian), m_serialized(parameters.Serialize()) {}
+
+    const Input& In() const { return m_in; }
+
+    /// upstream: the household catchments of the section and everything upstream, null outside the Bulgarian edition.
+    void Store(const boost::shared_ptr<CSection>& section, const CHouseholdSum* upstream) {
+        StoreParameters(section);
+        if (m_in.hasHome && upstream != nullptr)
+            StoreBulgarianHome(section, *upstream);
+        else if (m_in.hasHome)
+            StoreHome(section);
+        if (m_in.hasIndustry)
+            StoreIndustry(section);
+    }
+
+    int GetResult() const { return m_result; }
+
+private:
+    void StoreHome(const boost::shared_ptr<CSection>& section) {
+        double area = 0.0;
+        double density = 0.0;
+        const auto* const catchments = CCatchmentAreaManager::Instance();
+        catchments->GetCATotalArea(section, area, OLMGis::Topology::CatchmentHousehold);
+        catchments->GetCAAverageDensityInhab(section, density);
+        if (!(area > 0.0) || density == CCatchmentAreaManager::NoDensity)
+            return;
+        StoreFlow(m_homeKey, section, density * area * m_in.home / 1000.0 / 1000.0);
+        StoreParameters(section); // fixed: beside the flow once more
+    }
+
+    /// Stores in any case: a section without catchments, too, gets the peak factor and a flow.
+    void StoreBulgarianHome(const boost::shared_ptr<CSection>& section, const CHouseholdSum& upstream) {
+        const BulgarianHome home(upstream, m_in.home);
+        StoreFlow(m_peakFactorKey, section, home.peakFactor);
+        StoreFlow(m_bulgarianHomeKey, section, home.flow);
+    }
+
+    void StoreIndustry(const boost::shared_ptr<CSection>& section) {
+        double area = 0.0;
+        CCatchmentAreaManager::Instance()->GetCATotalArea(section, area, OLMGis::Topology::CatchmentIndustrial);
+        if (!(area > 0.0))
+            return;
+        double q = area * m_in.industry / 1000.0;
+        // Fixed: unlike the household peak factor this one has no upper limit and takes the flow in m³/s.
+        if (m_in.isBulgarian)
+            q = PeakFactor(q) * q * m_in.industryK;
+        StoreFlow(m_industryKey, section, q);
+    }
+
+    void StoreFlow(const CDataDefinition* key, const boost::shared_ptr<CSection>& section, double value) {
+        m_result = CDataRW::Write(key, section, CDataBox(value), nullptr) != 0 ? 1 : 0;
+    }
+
+    void StoreParameters(const boost::shared_ptr<CSection>& section) {
+        CDataRW::Write(m_parametersKey, section, m_serialized, nullptr);
+    }
+
+    const Input m_in;
+    const CDataBox m_serialized;
+    const CDataDefinition* const m_homeKey = FindDefinition(FlowKeys::WasteHome);
+    const CDataDefinition* const m_bulgarianHomeKey = FindDefinition(FlowKeys::WasteHomeBulgarian);
+    const CDataDefinition* const m_peakFactorKey = FindDefinition(FlowKeys::PeakFactorBulgarian);
+    const CDataDefinition* const m_industryKey = FindDefinition(FlowKeys::WasteIndustry);
+    const CDataDefinition* const m_parametersKey = FindDefinition(FlowKeys::WasteAreasParameters);
+    int m_result = 0;
+};
+
+/// The progress bar for one operation, given back as it was found.
+class CProgress {
+public:
+    explicit CProgress(int count) {
+        m_bar->SaveState();
+        m_bar->Show(CModuleConfiguration::Instance()->GetMsg(NameMessage), 0, count);
+    }
+    ~CProgress() {
+        m_bar->Hide();
+        m_bar->RestoreState();
+    }
+    CProgress(const CProgress&) = delete;
+    CProgress& operator=(const CProgress&) = delete;
+
+    bool GoOn(int done) { return m_bar->SetPosition(done) != 0; }
+
+private:
+    CCoreProgressBar* const m_bar = CCoreProgressBar::Instance();
+};
+
+/// The household catchments of each section and everything upstream of it; false when the user stopped it.
+bool SumUpstream(const CSectionList& sections, std::vector<CHouseholdSum>& sums) {
+    constexpr double ManyVisits = 2e9; // seconds at the least: worth a word beforehand
+    CProgress progress(static_cast<int>(sections.size()));
+    CUpstreamSums upstream(sections);
+    if (upstream.GetVisits() > ManyVisits)
+        acutPrintf(
+            fmt::format("\nHousehold flows of {} sections: {:.3g} visits of upstream sections, about {:.0f} s.\n",
+                        sections.size(), upstream.GetVisits(), std::ceil(upstream.GetExpectedSeconds())));
+    const auto goOn = [&progress](int done) { return progress.GoOn(done); };
+    return upstream.Compute(sums, goOn) && goOn(static_cast<int>(sections.size()));
+}
+
+int RunOver(const CSectionList& sections, CRun& run) {
+    std::vector<CHouseholdSum> sums;
+    const bool isUpstreamNeeded = run.In().isBulgarian && run.In().hasHome;
+    if (isUpstreamNeeded && !SumUpstream(sections, sums))
+        return 0;
+    for (std::size_t i = 0; i < sections.size(); ++i)
+        run.Store(sections[i], isUpstreamNeeded ? &sums[i] : nullptr);
+    return run.GetResult();
+}
+
+} // namespace
+
+CFlowCalculator_WasteAreas::CFlowCalculator_WasteAreas() {
+    m_key = "01_WASTE_AREAS";
+    if (Edition::Is(Edition::Bulgarian)) {
+        const auto keys = {FlowKeys::PeakFactorBulgarian, FlowKeys::WasteHomeBulgarian, FlowKeys::WasteIndustry};
+        m_outputDefinitions = FlowOutputs::Definitions(keys);
+        m_outputDefinitionsWithKind = FlowOutputs::DefinitionsWithKind(keys);
+    } else {
+        const auto keys = {FlowKeys::WasteHome, FlowKeys::WasteIndustry};
+        m_outputDefinitions = FlowOutputs::Definitions(keys);
+        m_outputDefinitionsWithKind = FlowOutputs::DefinitionsWithKind(keys);
+    }
+}
+
+boost::shared_ptr<CFlowCalculatorParameters> CFlowCalculator_WasteAreas::CreateParameters() {
+    using namespace CalculatorForm;
+    constexpr auto Edit = enmPropertyEditorType::Edit;
+    m_parameters = MakeParameters();
+    const auto category = AddCategory(*m_parameters, 0, 464);
+    category->SetMsgDescription(464);
+    AddCheckBox(category, "HOME_CHECK", 2092);
+    AddProperty(category, "HOME_COEFF", Edit, 2067, 4.0);
+    AddCheckBox(category, "IND_CHECK", 2093);
+    AddProperty(category, "IND_COEFF", Edit, 2065, 1.0);
+    if (Edition::Is(Edition::Bulgarian))
+        AddProperty(category, "BLG_COEFF_K", Edit, 6127, 1.0);
+    return m_parameters;
+}
+
+int CFlowCalculator_WasteAreas::Calculate(const CSectionList& sections, CFlowCalculatorParameters* params,
+                                          int /*write*/, CReport* /*report*/, IUserInteraction* /*interaction*/) {
+    if (params == nullptr || !params->m_properties)
+        return 0;
+    CRun run(*params, Edition::Is(Edition::Bulgarian));
+    const int result = RunOver(sections, run);
+    const auto log = [](int type, int message) {
+        CWsManager::Instance()->LogMessage(type, CModuleConfiguration::Instance()->GetMsg(message), 0);
+    };
+    if (result != 0)
+        log(1, 2050);
+    else
+        log(4, 61031);
+    return result;
+}
+
+std::string CFlowCalculator_WasteAreas::GetCalculatorName() {
+    return CModuleConfiguration::Instance()->GetMsg(NameMessage);
+}
+
+std::string CFlowCalculator_WasteAreas::GetCalculatorGroupName() {
+    return CModuleConfiguration::Instance()->GetMsg(2313);
+}
+
+std::string CFlowCalculator_WasteAreas::GetParametersDataId() {
+    return FlowKeys::WasteAreasParameters;
+}

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/sewage_core/IFlowCalculator.h"
+
+#include <boost/shared_ptr.hpp>
+
+#include <string>
+
+/// Derives household and industrial waste water from the catchments of sections, each behind a switch of its own.
+///
+/// Household: inhabitants of the section's own catchments times a specific flow (FLOW_WASTE_HOME, m³/s). In the
+/// Bulgarian edition it is the flow of everything upstream with a peak factor that falls with the flow
+/// (FLOW_WASTE_HOME_BG, m³/s, and FLOW_BLG_WASTE_HOME_KOMAX, -). Industrial: the section's own industrial area times a
+/// specific flow (FLOW_WASTE_IND, m³/s), in the Bulgarian edition with a peak factor as well.
+class CFlowCalculator_WasteAreas final : public OLMGis::Sewage::IFlowCalculator {
+public:
+    /// The edition in force decides which results the calculator presents.
+    CFlowCalculator_WasteAreas();
+
+    boost::shared_ptr<OLMGis::Sewage::CFlowCalculatorParameters> CreateParameters() override;
+
+    /// The outcome (1 or 0) of the last write of a flow, 0 without one; the log tells which. A null section counts as
+    /// one whose writes fail. Cost: linear; in the Bulgarian edition each section visits everything upstream of it,
+    /// which a progress bar shows and lets the user stop (0, nothing stored).
+    int Calculate(const OLMGis::Sewage::CSectionList& sections, OLMGis::Sewage::CFlowCalculatorParameters* params,
+                  int write, OLMGis::Sewage::CReport* report, OLMGis::Sewage::IUserInteraction* interaction) override;
+
+    int IsWholeNetworkCalculator() override { return 0; }
+    int IsPreviewAvailable() const override { return 0; }
+    std::string GetCalculatorName() override;
+    std::string GetCalculatorGroupName() override;
+    std::string GetCalculatorIconOverride() override { return {}; }
+    std::string GetCalculatorIcon() override { return "IDI_CALC_AREA"; }
+    std::string GetCalculatorGroupIcon() override { return "IDI_CALC_PERCENT"; }
+    std::string GetParametersDataId() override;
+
+private:
+    boost::shared_ptr<OLMGis::Sewage::CFlowCalculatorParameters> m_parameters;
+};
