@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/NotificationFramework.h"
+#include "host/sewage_core/FlowCalculatorManager.h"
+#include "host/workspace_core/ModuleLoader.h"
+#include "host/workspace_core/WsManager.h"
+#include "tests/support/TestProject.h"
+#include "tests/support/TextNetwork.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <dlfcn.h>
+#include <string>
+#include <vector>
+
+using namespace OLMGis;
+using Sewage::CFlowCalculatorManager;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Workspace::CModuleLoader;
+using Workspace::CWsManager;
+
+namespace {
+
+std::vector<std::string> CalculatorKeys() {
+    std::vector<std::string> keys;
+    for (const auto& calculator : CFlowCalculatorManager::Instance()->GetCalculators())
+        keys.push_back(calculator->GetKey());
+    return keys;
+}
+
+std::size_t Responders() {
+    return Notification::CNotificationFramework::Instance()->GetResponderCount();
+}
+
+/// A project with the module loaded. The test fails when it can't be.
+struct CStage {
+    CTestProject project;
+    Utility::Result<CModuleLoader> module = CModuleLoader::Load(DRENOVA_MODULE_FILE);
+
+    CStage() { EXPECT_TRUE(module) << (module ? "" : module.GetError().message); }
+};
+
+} // namespace
+
+TEST(PluginRegistration, CalculatorsStandInTheOrderOfTheDesignWorkAndComeAndGoWithTheModule) {
+    CStage stage;
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_THAT(CalculatorKeys(), ElementsAre("01_WASTE_PERCENT"));
+        EXPECT_EQ(Responders(), 1U);
+        EXPECT_TRUE(stage.module->IsUnloadable() && stage.module->IsDocumentAware());
+        stage.module->Release();
+        EXPECT_THAT(CalculatorKeys(), IsEmpty());
+        EXPECT_EQ(Responders(), 0U);
+        EXPECT_THAT(CWsManager::Instance()->GetPanelDialogs(), IsEmpty());
+        EXPECT_EQ(dlopen(DRENOVA_MODULE_FILE, RTLD_NOW | RTLD_NOLOAD), nullptr) << "the code has left the memory";
+        stage.module = CModuleLoader::Load(DRENOVA_MODULE_FILE);
+        ASSERT_TRUE(stage.module);
+    }
+}
+
+TEST(PluginRegistration, ThePanelIsOfferedAndTheTerrainTypesAreAskedFor) {
+    const CStage stage;
+    EXPECT_TRUE(Utility::CModuleConfiguration::Instance()->IsMetadataHandlerEnabled("002_TERRAINTYPE"));
+    ASSERT_EQ(CWsManager::Instance()->GetPanelDialogs().size(), 1U);
+    const auto panel = CWsManager::Instance()->GetPanelDialog("WS_HCALCULATION_PANEL");
+    ASSERT_TRUE(panel);
+    EXPECT_EQ(panel->GetPanelPosition(), 3);
+    EXPECT_EQ(panel->GetButtonIconId(), "IDI_SEWAGE");
+    EXPECT_EQ(panel->GetTooltipText(), "Drenova");
+    EXPECT_EQ(panel->GetButtonText(), "Drenova");
+    EXPECT_NE(Utility::CModuleConfiguration::Instance()->GetIcon(panel->GetButtonIconId()), "") << "there is a picture";
+}
+
+TEST(PluginRegistration, ARegisteredCalculatorCalculates) {
+    const CStage stage;
+    const CTextNetwork net("A---B---C");
+    const auto calculator = CFlowCalculatorManager::Instance()->GetCalculator("01_WASTE_PERCENT");
+    ASSERT_TRUE(calculator);
+    const auto parameters = calculator->CreateParameters();
+    EXPECT_EQ(calculator->Calculate(net.Sections(), parameters.get(), 1, nullptr, nullptr), 1);
+    EXPECT_GT(net.Get("AB", "FLOW_WASTE_PER").AsDouble(), 0.0);
+}
+
+TEST(PluginRegistration, ANodeForgetsItsMainOutletWhenTheSectionGoesAndTheModuleIsThere) {
+    for (const bool isLoaded : {true, false}) {
+        CStage stage;
+        if (!isLoaded)
+            stage.module->Release();
+        CTextNetwork net("A---B---C\nB---D");
+        const auto outlet = net.Section("BD");
+        ASSERT_NE(Data::CDataRW::Write("MAIN_SECT_OUT", net.Node('B'), outlet->GetGuid(), nullptr), 0);
+        ASSERT_EQ(net.Topology().RemoveSection(*outlet), 1);
+        Data::CDataBox settled;
+        Data::CDataRW::Read("MAIN_SECT_OUT", net.Node('B'), settled, 0, nullptr);
+        EXPECT_EQ(settled.IsNotNull(), !isLoaded);
+    }
+}
