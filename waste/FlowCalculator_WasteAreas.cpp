@@ -170,13 +170,13 @@ private:
 
 /// The household catchments of each section and everything upstream of it; false when the user stopped it.
 bool SumUpstream(const CSectionList& sections, std::vector<CHouseholdSum>& sums) {
-    constexpr double ManyVisits = 2e9; // seconds at the least: worth a word beforehand
+    constexpr double ManyVisits = 2e9; // from here on it may take minutes: worth a word beforehand
     CProgress progress(static_cast<int>(sections.size()));
     CUpstreamSums upstream(sections);
     if (upstream.GetVisits() > ManyVisits)
-        acutPrintf(
-            fmt::format("\nHousehold flows of {} sections: {:.3g} visits of upstream sections, about {:.0f} s.\n",
-                        sections.size(), upstream.GetVisits(), std::ceil(upstream.GetExpectedSeconds())));
+        acutPrintf(fmt::format(
+            "\nHousehold flows of {} sections: {:.0f} million visits of upstream sections, about {:.0f} s.\n",
+            sections.size(), upstream.GetVisits() / 1e6, std::ceil(upstream.GetExpectedSeconds())));
     const auto goOn = [&progress](int done) { return progress.GoOn(done); };
     return upstream.Compute(sums, goOn) && goOn(static_cast<int>(sections.size()));
 }

@@ -280,6 +280,14 @@ TEST(WasteAreas, BulgarianEdgesOfTheSum) {
         EXPECT_EQ(run.Type("HOME_CHECK", "1").Calculate(), 1);
         EXPECT_TRUE(std::isnan(run.Value("BC", "FLOW_WASTE_HOME_BG")));
     }
+    { // Industry: 1000 ha give 1 m³/s, whose factor is 3.5, and K doubles it. What is upstream plays no part.
+        CRun run("BLG", "A-B-C");
+        run.net.AddCatchment("AB", Industrial, 1000.0);
+        run.net.AddCatchment("BC", Industrial, 1000.0);
+        EXPECT_EQ(run.Type("IND_CHECK", "1").Type("BLG_COEFF_K", "2").Calculate(), 1);
+        EXPECT_EQ(run.Value("BC", "FLOW_WASTE_IND"), 7.0);
+        EXPECT_FALSE(run.Has("BC", "FLOW_WASTE_HOME_BG"));
+    }
     { // Nothing upstream has an area: a factor and a flow all the same.
         CRun run("BLG", "A-B");
         EXPECT_EQ(run.Type("HOME_CHECK", "1").Calculate(), 1);
