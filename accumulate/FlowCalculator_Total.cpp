@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "accumulate/FlowCalculator_Total.h"
+
+#include "flow/CalculatorForm.h"
+#include "flow/Edition.h"
+#include "flow/FlowKeys.h"
+#include "flow/FlowOutputs.h"
+#include "flow/FlowValue.h"
+#include "host/gis_core/DataRW.h"
+#include "host/gis_core/ModuleConfiguration.h"
+#include "host/sewage_core/SewageCalculationConfigurator.h"
+#include "host/workspace_core/WsManager.h"
+
+#include <array>
+#include <vector>
+
+using OLMGis::Data::CDataBox;
+using OLMGis::Data::CDataDefinition;
+using OLMGis::Data::CDataRW;
+using OLMGis::Sewage::CFlowCalculatorParameters;
+using OLMGis::Sewage::CReport;
+using OLMGis::Sewage::CSectionList;
+using OLMGis::Sewage::CSewageCalculationConfigurator;
+using OLMGis::Sewage::IUserInteraction;
+using OLMGis::Topology::CPropertiesEx;
+using OLMGis::Topology::CSection;
+using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Workspace::CLogLine;
+using OLMGis::Workspace::CWsManager;
+
+namespace {
+
+constexpr int FlowsStored = 2050; ///< message
+
+/// A switch of the form and the flow of a section that it brings in.
+struct Component {
+    const char* tag;
+    const char* key;
+};
+
+/// In the order of addition, which is fixed and differs from the order of the form. Two of the switches bear the name
+/// of an attribute: form and attributes are separate stores.
+constexpr std::array<Component, 6> Components{{
+    {"FLOW_ITP", FlowKeys::RainCurves},
+    {"FLOW_BLG", FlowKeys::WasteHomeBulgarian},
+    {"FLOW_UNEVEN", FlowKeys::WasteUneven},
+    {"FLOW_TRANSIT", FlowKeys::Transit},
+    {"FLOW_TOTAL_OWN", FlowKeys::SectionTotal},
+    {"FLOW_WASTE_HOME_TUR", FlowKeys::TurkishWasteHome},
+}};
+
+/// The flows that a form switches on, in the order of addition. A switch that the form doesn't hold is off.
+std::vector<const CDataDefinition*> FlowsSwitchedOn(const CPropertiesEx& form) {
+    std::vector<const CDataDefinition*> flows;
+    for (const auto& [tag, key] : Components)
+        if (form.GetIntProperty(tag, 0, 1) != 0)
+            flows.push_back(FindDefinition(key));
+    return flows;
+}
+
+double Sum(const CSection& section, const std::vector<const CDataDefinition*>& flows) {
+    double sum = 0.0;
+    for (const CDataDefinition* flow : flows)
+        sum += ReadValueOr(section, flow, 0.0);
+    return sum;
+}
+
+} // namespace
+
+CFlowCalculator_Total::CFlowCalculator_Total() {
+    m_key = "04_FC_TOTAL";
+    m_outputDefinitions = FlowOutputs::Definitions({FlowKeys::Total});
+    m_outputDefinitionsWithKind = FlowOutputs::DefinitionsWithKind({FlowKeys::Total});
+}
+
+boost::shared_ptr<CFlowCalculatorParameters> CFlowCalculator_Total::CreateParameters() {
+    m_parameters = CalculatorForm::MakeParameters();
+    const auto category = CalculatorForm::AddCategory(*m_parameters, 0, 2150);
+    CalculatorForm::AddCheckBox(category, "FLOW_TOTAL_OWN", 2143);
+    CalculatorForm::AddCheckBox(category, "FLOW_ITP", 2145);
+    CalculatorForm::AddCheckBox(category, "FLOW_TRANSIT", 2144);
+    CalculatorForm::AddCheckBox(category, "FLOW_UNEVEN", 9010);
+    if (Edition::Is(Edition::Bulgarian))
+        CalculatorForm::AddCheckBox(category, "FLOW_BLG", 8939);
+    if (CSewageCalculationConfigurator::IsTurkishExtensionAllowed() != 0)
+        CalculatorForm::AddCheckBox(category, "FLOW_WASTE_HOME_TUR", 9338);
+    return m_parameters;
+}
+
+double CFlowCalculator_Total::GetSectionTotal(const CFlowCalculatorParameters* params,
+                                              const boost::shared_ptr<CSection>& section) {
+    if (params == nullptr || !params->m_properties || !section)
+        return 0.0;
+    return Sum(*section, FlowsSwitchedOn(*params->m_properties));
+}
+
+int CFlowCalculator_Total::Calculate(const CSectionList& sections, CFlowCalculatorParameters* params, int /*write*/,
+                                     CReport* /*report*/, IUserInteraction* /*interaction*/) {
+    if (params == nullptr || !params->m_properties || sections.empty())
+        return 0;
+    const CDataBox serialized(params->Serialize());
+    const auto flows = FlowsSwitchedOn(*params->m_properties);
+    const CDataDefinition* const totalKey = FindDefinition(FlowKeys::Total);
+    const CDataDefinition* const parametersKey = FindDefinition(GetParametersDataId());
+    // Only the last section decides: what became of the others is told by the sections themselves.
+    bool wrote = false;
+    CDataBox total;
+    for (const auto& section : sections) {
+        if (!section)
+            continue;
+        total.SetDouble(Sum(*section, flows));
+        wrote = CDataRW::Write(totalKey, section, total, nullptr) != 0;
+        CDataRW::Write(parametersKey, section, serialized, nullptr);
+    }
+    if (wrote)
+        CWsManager::Instance()->LogMessage(CLogLine::Stored, CModuleConfiguration::Instance()->GetMsg(FlowsStored));
+    return wrote ? 1 : 0;
+}
+
+std::string CFlowCalculator_Total::GetCalculatorName() {
+    return CModuleConfiguration::Instance()->GetMsg(11167);
+}
+
+std::string CFlowCalculator_Total::GetCalculatorGroupName() {
+    return CModuleConfiguration::Instance()->GetMsg(7653);
+}
+
+std::string CFlowCalculator_Total::GetParametersDataId() {
+    return FlowKeys::TotalParameters;
+}
