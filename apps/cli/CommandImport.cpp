@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "apps/cli/CommandImport.h"
+
+#include "apps/cli/InputFile.h"
+#include "apps/cli/Interrupt.h"
+#include "apps/cli/Project.h"
+#include "apps/cli/ShownText.h"
+#include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/Utility.h"
+#include "host/project_io/CatalogCsv.h"
+#include "host/project_io/ExchangeImport.h"
+#include "host/project_io/InpImport.h"
+
+#include <fmt/format.h>
+
+#include <filesystem>
+
+namespace Cli {
+
+using OLMGis::ProjectIo::CImportNote;
+using OLMGis::ProjectIo::CImportSummary;
+using OLMGis::Utility::BadWords;
+using OLMGis::Utility::CUtility;
+using OLMGis::Utility::Done;
+using OLMGis::Utility::Result;
+using OLMGis::Utility::Status;
+
+namespace {
+
+/// geojson or inp: as asked for, else by the ending of the input's name.
+Result<std::string> FindFormat(const CImportOptions& options) {
+    if (!options.m_format.empty())
+        return options.m_format;
+    const std::string ending = CUtility::ToLower(std::filesystem::path(options.m_input).extension().string());
+    if (ending == ".geojson" || ending == ".json")
+        return std::string("geojson");
+    if (ending == ".inp")
+        return std::string("inp");
+    return BadWords(fmt::format("{}: found {}, expected .geojson, .json or .inp, or --format geojson or inp",
+                                options.m_input, ending.empty() ? "no ending of the name" : "the ending " + ending));
+}
+
+/// Whether two paths lead to one file: the input must not be replaced by what is made of it.
+bool IsSameFile(const std::string& a, const std::string& b) {
+    std::error_code ignored;
+    return std::filesystem::equivalent(a, b, ignored);
+}
+
+Status ImportCatalog(const std::string& path, CTerminal& terminal) {
+    auto table = CInputFile::Open(path);
+    if (!table)
+        return table.GetError();
+    const auto entered = OLMGis::ProjectIo::ImportCatalogCsv(table->GetStream(), table->GetName());
+    if (!entered)
+        return entered.GetError();
+    terminal.Detail(
+        fmt::format("{}: {}", path, Count(static_cast<std::size_t>(entered.Value()), "item") + " for the catalogue"));
+    return Done{};
+}
+
+Result<CImportSummary> ImportNetwork(const std::string& path, const std::string& format) {
+    auto input = CInputFile::Open(path);
+    if (!input)
+        return input.GetError();
+    if (format == "inp")
+        return OLMGis::ProjectIo::ImportInp(input->GetStream(), input->GetName());
+    return OLMGis::ProjectIo::ImportExchange(input->GetStream(), input->GetName());
+}
+
+void TellNotes(const CImportSummary& summary, CTerminal& terminal) {
+    for (const std::string& warning : summary.m_warnings)
+        terminal.Warn(OnOneLine(warning));
+    for (const CImportNote& note : summary.m_notes)
+        terminal.Note(OnOneLine(fmt::format(
+            "{} x {}{}", note.m_count, note.m_what,
+            note.m_first.empty() ? std::string()
+                                 : fmt::format(" ({}{})", note.m_count > 1 ? "first " : "", note.m_first))));
+}
+
+void PrintCounts(std::ostream& results, const CImportOptions& options, const CImportSummary& summary) {
+    results << fmt::format("{}: {}, {}, {}", options.m_output, Count(summary.m_nodeCount, "node"),
+                           Count(summary.m_sectionCount, "section"), Count(summary.m_catchmentCount, "catchment"));
+    if (summary.m_mainOutletCount > 0)
+        results << ", " << Count(summary.m_mainOutletCount, "main outlet");
+    if (summary.m_pipeCount > 0)
+        results << ", " << Count(summary.m_pipeCount, "catalogue pipe");
+    results << '\n';
+}
+
+} // namespace
+
+CVerbResult ImportProject(const CImportOptions& options, CTerminal& terminal, std::ostream& results) {
+    const auto format = FindFormat(options);
+    if (!format)
+        return format.GetError();
+    if (IsSameFile(options.m_input, options.m_output))
+        return BadWords(fmt::format("{}: is the input and cannot be the project too", options.m_output));
+    if (const Status isFree = CheckNewFile(options.m_output, options.m_replaces); !isFree)
+        return isFree.GetError();
+    const auto project = CProject::MakeEmpty(terminal);
+    if (!project)
+        return project.GetError();
+    if (!options.m_catalog.empty())
+        if (const Status entered = ImportCatalog(options.m_catalog, terminal); !entered)
+            return entered.GetError();
+    const auto summary = ImportNetwork(options.m_input, format.Value());
+    if (!summary)
+        return summary.GetError();
+    TellNotes(summary.Value(), terminal);
+    if (const Status saved = project.Value()->Save(options.m_output); !saved)
+        return saved.GetError();
+    PrintCounts(results, options, summary.Value());
+    return enmExitCode::Done;
+}
+
+} // namespace Cli

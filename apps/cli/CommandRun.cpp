@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "apps/cli/CommandRun.h"
+
+#include "apps/cli/Calculators.h"
+#include "apps/cli/EntityChoice.h"
+#include "apps/cli/Interrupt.h"
+#include "apps/cli/ParameterFile.h"
+#include "apps/cli/Project.h"
+#include "apps/cli/ShownText.h"
+#include "apps/cli/Table.h"
+#include "host/sewage_calculations/CalculationRun.h"
+
+#include <fmt/format.h>
+
+namespace Cli {
+
+using OLMGis::Data::CDataBox;
+using OLMGis::Sewage::CCalculationOutcome;
+using OLMGis::Sewage::CCalculationRequest;
+using OLMGis::Sewage::CReport;
+using OLMGis::Sewage::CStoredResult;
+using OLMGis::Sewage::enmRunEnd;
+using OLMGis::Sewage::IFlowCalculator;
+using OLMGis::Utility::BadWords;
+using OLMGis::Utility::Done;
+using OLMGis::Utility::Error;
+using OLMGis::Utility::Result;
+using OLMGis::Utility::Status;
+
+namespace {
+
+/// The values of the parameter file, then the words: the later ones win.
+Result<std::vector<CFormWord>> GatherWords(const CRunOptions& options, CTerminal& terminal) {
+    std::vector<CFormWord> words;
+    if (!options.m_parameterFile.empty()) {
+        const auto file = CParameterFile::Read(options.m_parameterFile, GetCalculatorKeys());
+        if (!file)
+            return file.GetError();
+        if (const auto* found = file->FindWords(options.m_calculator))
+            words = *found;
+        else
+            terminal.Note(fmt::format("{} has no values for {}: the form's own are taken", options.m_parameterFile,
+                                      options.m_calculator));
+    }
+    auto typed = ReadFormWords(options.m_words);
+    if (!typed)
+        return typed.GetError();
+    for (CFormWord& word : typed.Value())
+        words.push_back(std::move(word));
+    return words;
+}
+
+Result<CCalculationRequest> MakeRequest(const CRunOptions& options, IFlowCalculator& calculator, CTerminal& terminal) {
+    CCalculationRequest request;
+    request.m_key = options.m_calculator;
+    if (options.m_names.empty())
+        return request;
+    auto sections = ChooseSections(options.m_names);
+    if (!sections)
+        return sections.GetError();
+    request.m_sections = std::move(sections.Value());
+    if (calculator.IsWholeNetworkCalculator() != 0)
+        terminal.Note(fmt::format("{} walks the whole network, whatever --names says", options.m_calculator));
+    return request;
+}
+
+/// The pairs of a preview: labels on the left, numbers behind them.
+void PrintReport(std::ostream& results, const CReport& report) {
+    CTable table;
+    table.AddColumn("");
+    table.AddColumn("", CTable::enmAlign::Right);
+    for (const auto& [label, value] : report)
+        table.AddRow({value.empty() ? label : label + ":", value});
+    table.Print(results);
+}
+
+std::string ShowStatistic(const CStoredResult& result, double value) {
+    return result.m_finiteCount == 0 ? std::string() : ShowValue(CDataBox(value), result.m_definition->m_decimals);
+}
+
+void PrintOutcome(std::ostream& results, IFlowCalculator& calculator, const CCalculationOutcome& outcome) {
+    results << fmt::format("{}  {}: {}\n", calculator.GetKey(), OnOneLine(calculator.GetCalculatorName()),
+                           Count(static_cast<std::size_t>(outcome.m_sectionCount), "section"));
+    CTable table;
+    table.AddColumn("key");
+    table.AddColumn("stored", CTable::enmAlign::Right);
+    for (const char* head : {"least", "greatest", "sum"})
+        table.AddColumn(head, CTable::enmAlign::Right);
+    table.AddColumn("unit");
+    for (const CStoredResult& result : outcome.m_results)
+        table.AddRow({result.m_definition->m_id, fmt::format("{}", result.m_count),
+                      ShowStatistic(result, result.m_minimum), ShowStatistic(result, result.m_maximum),
+                      ShowStatistic(result, result.m_sum), result.m_definition->m_unit});
+    table.Print(results);
+}
+
+/// Why a run ended early; Done for one that ended well, whatever it stored.
+Status CheckEnd(const CCalculationOutcome& outcome, const CWordFormEditor& editor) {
+    using OLMGis::Utility::enmErrorKind;
+    switch (outcome.m_end) {
+    case enmRunEnd::GivenUp:
+        return editor.GetError().value_or(BadWords("the form was given up"));
+    case enmRunEnd::Alerted:
+        return Error{enmErrorKind::Stopped, "the calculation stopped; nothing was stored"};
+    case enmRunEnd::Cancelled:
+        return Error{enmErrorKind::Cancelled, "interrupted; the project is as it was"};
+    case enmRunEnd::Finished:
+    case enmRunEnd::Previewed:
+        break;
+    }
+    return Done{};
+}
+
+} // namespace
+
+CVerbResult RunCalculator(const CRunOptions& options, CTerminal& terminal, std::ostream& results) {
+    const auto project = CProject::Open(options.m_project, terminal);
+    if (!project)
+        return project.GetError();
+    if (const Status loaded = project.Value()->LoadModule(); !loaded)
+        return loaded.GetError();
+    const auto calculator = FindCalculator(options.m_calculator);
+    if (!calculator)
+        return calculator.GetError();
+    if (options.m_isPreview && calculator.Value()->IsPreviewAvailable() == 0)
+        return BadWords(fmt::format("--preview: the calculator {} has none", options.m_calculator));
+    auto words = GatherWords(options, terminal);
+    if (!words)
+        return words.GetError();
+    auto request = MakeRequest(options, *calculator.Value(), terminal);
+    if (!request)
+        return request.GetError();
+    CReport report;
+    if (options.m_isPreview)
+        request->m_showPreview = [&report](std::string_view /*title*/, const CReport& shown) {
+            report = shown;
+            return 0;
+        };
+
+    CWordFormEditor editor(std::move(words.Value()));
+    const OLMGis::Topology::CFormEditorScope scope(editor);
+    const auto outcome = OLMGis::Sewage::RunCalculation(request.Value());
+    if (!outcome)
+        return outcome.GetError();
+    if (const Status ended = CheckEnd(outcome.Value(), editor); !ended)
+        return ended.GetError();
+    for (const std::string& tag : editor.GetOutOfForce())
+        terminal.Note(fmt::format("{} is out of force with these values; it was set all the same", tag));
+    if (!options.m_isPreview && !outcome->HasStored()) {
+        terminal.Tell("nothing was stored");
+        return enmExitCode::NothingStored;
+    }
+    if (const Status saved = project.Value()->Save(options.m_output); !saved)
+        return saved.GetError();
+    if (options.m_isPreview)
+        PrintReport(results, report);
+    else
+        PrintOutcome(results, *calculator.Value(), outcome.Value());
+    results.flush();
+    terminal.Tell(fmt::format("{}: {}", project.Value()->GetTarget(options.m_output),
+                              options.m_isPreview ? "parameters saved, no flow stored" : "saved"));
+    return enmExitCode::Done;
+}
+
+} // namespace Cli

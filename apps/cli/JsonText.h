@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/gis_core/DataBox.h"
+
+#include <nlohmann/json_fwd.hpp>
+
+#include <ostream>
+#include <string>
+
+namespace Cli {
+
+/// A value as JSON: null as null, numbers such that they read back as themselves, what is not finite as "NaN",
+/// "Infinity", "-Infinity".
+nlohmann::ordered_json ToJson(const OLMGis::Data::CDataBox& value);
+
+/// Everything on one line. Bytes that are no UTF-8 are replaced.
+std::string JsonLine(const nlohmann::ordered_json& json);
+
+/// Indented by two blanks, with a line end behind it.
+void PrintJson(std::ostream& stream, const nlohmann::ordered_json& json);
+
+} // namespace Cli

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "apps/cli/KnownSettings.h"
+
+#include "apps/cli/ShownText.h"
+#include "host/gis_core/InstallationPaths.h"
+#include "host/gis_core/ProjectSettings.h"
+#include "host/gis_core/Utility.h"
+#include "host/project_io/CoordinateSystem.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace Cli {
+
+using OLMGis::System::CProjectSettings;
+using OLMGis::Utility::BadWords;
+using OLMGis::Utility::CUtility;
+using OLMGis::Utility::Done;
+using OLMGis::Utility::Result;
+using OLMGis::Utility::Status;
+
+namespace {
+
+Result<std::string> ReadChoice(std::string_view text, const std::vector<std::string>& choices) {
+    if (std::find(choices.begin(), choices.end(), text) != choices.end())
+        return std::string(text);
+    return BadWords(fmt::format("found \"{}\", expected {}{}", OnOneLine(text), choices.size() > 1 ? "one of " : "",
+                                fmt::join(choices, ", ")));
+}
+
+Result<std::string> ReadEdition(std::string_view text) {
+    return ReadChoice(text, {"STANDARD", "RO", "BLG"});
+}
+
+Result<std::string> ReadTurkish(std::string_view text) {
+    return ReadChoice(text, {"0", "1"});
+}
+
+/// Languages whose catalogue of messages is installed.
+Result<std::string> ReadLanguage(std::string_view text) {
+    std::vector<std::string> installed;
+    for (const char* language : {"en", "ro", "bg", "hr", "tr"}) {
+        std::error_code ignored;
+        const auto catalogue = OLMGis::Utility::InstallationPaths::DataFile(fmt::format("messages/{}.json", language));
+        if (std::filesystem::is_regular_file(catalogue, ignored))
+            installed.emplace_back(language);
+    }
+    return ReadChoice(text, installed);
+}
+
+/// "EPSG:n", or nothing for plain plane coordinates. Names the numbers of the coordinates; it moves none of them.
+Result<std::string> ReadCrs(std::string_view text) {
+    if (CUtility::Trim(text).empty())
+        return std::string();
+    const auto crs = OLMGis::ProjectIo::ParseCrs(text);
+    if (!crs)
+        return BadWords(crs.GetError().message);
+    return crs->ToText();
+}
+
+} // namespace
+
+const std::vector<CKnownSetting>& GetKnownSettings() {
+    static const std::vector<CKnownSetting> settings{
+        {CProjectSettings::Edition, "STANDARD", ReadEdition},
+        {CProjectSettings::Turkish, "0", ReadTurkish},
+        {CProjectSettings::Language, "en", ReadLanguage},
+        {CProjectSettings::Crs, "", ReadCrs},
+    };
+    return settings;
+}
+
+Status ChangeSetting(std::string_view name, std::string_view text) {
+    std::vector<std::string> names;
+    for (const CKnownSetting& setting : GetKnownSettings()) {
+        names.emplace_back(setting.m_name);
+        if (setting.m_name != name)
+            continue;
+        const auto value = setting.m_read(text);
+        if (!value)
+            return BadWords(fmt::format("{}: {}", name, value.GetError().message));
+        CProjectSettings::Instance()->Set(name, value.Value());
+        return Done{};
+    }
+    return BadWords(fmt::format("found the setting \"{}\", expected one of {}{}", OnOneLine(name),
+                                fmt::join(names, ", "), Suggest(name, names)));
+}
+
+std::string GetCrsWarning() {
+    const std::string text = CProjectSettings::Instance()->Get(CProjectSettings::Crs);
+    if (text.empty())
+        return {};
+    const auto crs = OLMGis::ProjectIo::ParseCrs(text);
+    if (!crs)
+        return crs.GetError().message;
+    return crs->m_isGeographic ? fmt::format("{} ({}) is in degrees: lengths and areas from coordinates make no sense",
+                                             text, crs->m_name)
+                               : std::string();
+}
+
+} // namespace Cli

@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "apps/cli/ParameterFile.h"
+
+#include "apps/cli/InputFile.h"
+#include "apps/cli/ShownText.h"
+#include "host/gis_core/Utility.h"
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+
+namespace Cli {
+
+using nlohmann::ordered_json;
+using OLMGis::Utility::BadInput;
+using OLMGis::Utility::CUtility;
+using OLMGis::Utility::Refused;
+using OLMGis::Utility::Result;
+
+namespace {
+
+constexpr std::size_t LongestFile = std::size_t{1} << 20;
+
+/// Parameters of the checks stand under this key; runs pass them over.
+constexpr std::string_view ChecksKey = "checks";
+
+/// What a person would have typed; nothing for what no field takes.
+std::optional<std::string> ToTyped(const ordered_json& value) {
+    if (value.is_string())
+        return value.get<std::string>();
+    if (value.is_boolean())
+        return std::string(value.get<bool>() ? "1" : "0");
+    if (value.is_number_unsigned() || value.is_number_integer())
+        return value.dump();
+    if (value.is_number())
+        return CUtility::ToText(value.get<double>());
+    return std::nullopt;
+}
+
+/// What the parser says, without its own number of the error in front.
+std::string_view ReasonOf(const ordered_json::exception& error) {
+    const std::string_view text = error.what();
+    const std::size_t head = text.find("] ");
+    return head == std::string_view::npos ? text : text.substr(head + 2);
+}
+
+Result<std::vector<CFormWord>> ReadEntry(const ordered_json& entry, const std::string& origin,
+                                         const std::string& folder) {
+    if (!entry.is_object())
+        return BadInput(fmt::format("{}: found {}, expected an object of tags and values", origin, entry.dump()));
+    std::vector<CFormWord> words;
+    for (const auto& [tag, value] : entry.items()) {
+        const std::optional<std::string> text = ToTyped(value);
+        if (!text)
+            return BadInput(fmt::format("{}: {}: found {}, expected a number or a text", origin, tag, value.dump()));
+        words.push_back({tag, *text, origin, folder});
+    }
+    return words;
+}
+
+Result<ordered_json> ParseJson(std::string_view text, const std::string& path) {
+    constexpr int Deepest = 8;
+    bool isTooDeep = false;
+    const auto isShallow = [&isTooDeep](int depth, ordered_json::parse_event_t, ordered_json&) {
+        isTooDeep = isTooDeep || depth > Deepest;
+        return depth <= Deepest; // what lies deeper is dropped before it can grow
+    };
+    try {
+        ordered_json file = ordered_json::parse(text, isShallow);
+        if (isTooDeep || !file.is_object())
+            return BadInput(fmt::format("{}: found {}, expected one object of calculators and their values", path,
+                                        isTooDeep ? "deeply nested values" : "something else"));
+        return file;
+    } catch (const ordered_json::exception& error) {
+        return BadInput(fmt::format("{}: not JSON: {}", path, ReasonOf(error)));
+    }
+}
+
+} // namespace
+
+Result<CParameterFile> CParameterFile::Read(const std::string& path, const std::vector<std::string>& calculators) {
+    auto file = CInputFile::Open(path);
+    if (!file)
+        return file.GetError();
+    std::string text(LongestFile + 1, '\0');
+    std::istream& stream = file->GetStream();
+    stream.read(text.data(), static_cast<std::streamsize>(text.size()));
+    if (stream.bad())
+        return Refused(fmt::format("{}: cannot be read", path));
+    text.resize(static_cast<std::size_t>(stream.gcount()));
+    return Parse(text, file->GetName(), calculators);
+}
+
+Result<CParameterFile> CParameterFile::Parse(std::string_view text, const std::string& path,
+                                             const std::vector<std::string>& calculators) {
+    if (text.size() > LongestFile)
+        return BadInput(
+            fmt::format("{}: found a file of more than {} bytes, expected a parameter file", path, LongestFile));
+    const Result<ordered_json> file = ParseJson(text, path);
+    if (!file)
+        return file.GetError();
+    const std::string folder = std::filesystem::path(path).parent_path().string();
+    CParameterFile parameters;
+    for (const auto& [key, entry] : file->items()) {
+        if (key == ChecksKey)
+            continue;
+        if (std::find(calculators.begin(), calculators.end(), key) == calculators.end())
+            return BadInput(fmt::format("{}: found the calculator \"{}\", expected one that \"calculators\" lists{}",
+                                        path, key, Suggest(key, calculators)));
+        Result<std::vector<CFormWord>> words = ReadEntry(entry, fmt::format("{}: {}", path, key), folder);
+        if (!words)
+            return words.GetError();
+        parameters.m_words.insert_or_assign(key, std::move(words.Value()));
+    }
+    return parameters;
+}
+
+const std::vector<CFormWord>* CParameterFile::FindWords(std::string_view calculator) const {
+    const auto found = m_words.find(calculator);
+    return found == m_words.end() ? nullptr : &found->second;
+}
+
+} // namespace Cli

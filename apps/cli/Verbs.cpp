@@ -1,0 +1,305 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "apps/cli/Verbs.h"
+
+#include "apps/cli/CommandAttributes.h"
+#include "apps/cli/CommandCalculators.h"
+#include "apps/cli/CommandDirections.h"
+#include "apps/cli/CommandExport.h"
+#include "apps/cli/CommandGenerate.h"
+#include "apps/cli/CommandImport.h"
+#include "apps/cli/CommandInfo.h"
+#include "apps/cli/CommandNew.h"
+#include "apps/cli/CommandRun.h"
+#include "apps/cli/CommandSettings.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace Cli {
+
+namespace {
+
+/// One verb below the program. The option structs live in the closures that run the verb.
+class CVerb {
+public:
+    CVerb(CLI::App& program, CParsedWords& parsed, const std::string& name, const std::string& usage,
+          const std::string& summary)
+        : m_app(program.add_subcommand(name, summary)), m_parsed(parsed) {
+        m_app->allow_extras();
+        m_app->group("Verbs");
+        m_app->get_formatter()->label("usage of " + name, usage);
+    }
+
+    CVerb& Word(const std::string& name, std::string& value, const std::string& help) {
+        m_app->add_option(name, value, help)->required()->option_text(" ");
+        return *this;
+    }
+    CVerb& Words(const std::string& name, std::vector<std::string>& values, const std::string& help, bool isRequired) {
+        m_app->add_option(name, values, help)->required(isRequired)->option_text(" ");
+        return *this;
+    }
+    CVerb& Option(const std::string& name, std::string& value, const std::string& shape, const std::string& help,
+                  bool isRequired = false) {
+        m_app->add_option(name, value, help)->required(isRequired)->option_text(shape);
+        return *this;
+    }
+    CVerb& Choice(const std::string& name, std::string& value, const std::vector<std::string>& choices,
+                  const std::string& help, bool isRequired = false) {
+        m_app->add_option(name, value, help)
+            ->required(isRequired)
+            ->option_text(name.front() == '-' ? fmt::format("{}", fmt::join(choices, "|")) : " ")
+            ->check([choices](const std::string& word) {
+                if (std::find(choices.begin(), choices.end(), word) != choices.end())
+                    return std::string();
+                return fmt::format("found \"{}\", expected one of {}", word, fmt::join(choices, ", "));
+            });
+        return *this;
+    }
+    CVerb& List(const std::string& name, std::vector<std::string>& values, const std::string& shape,
+                const std::string& help) {
+        m_app->add_option(name, values, help)->allow_extra_args(false)->option_text(shape);
+        return *this;
+    }
+    CVerb& Flag(const std::string& name, bool& value, const std::string& help) {
+        m_app->add_flag(name, value, help);
+        return *this;
+    }
+    /// A flag that has a word against it.
+    CVerb& FlagWithout(const std::string& name, const std::string& other) {
+        m_app->get_option(name)->excludes(m_app->get_option(other));
+        for (const std::string& flag : {name, other})
+            if (m_app->get_option(flag)->get_option_text().empty())
+                m_app->get_option(flag)->option_text(" ");
+        return *this;
+    }
+
+    CVerb& Json(bool& value) { return Flag("--json", value, "JSON in place of a table"); }
+    CVerb& On(std::string& value) {
+        return Choice("--on", value, {"sections", "nodes", "catchments"}, "which entities; by default sections");
+    }
+    CVerb& Names(std::vector<std::string>& values) {
+        return List("--names", values, "A,B", "only these, by name or GUID");
+    }
+    CVerb& SaveAs(std::string& value) {
+        return Option("-o,--output", value, "OUT.gpkg", "write here and leave PROJECT as it is");
+    }
+    CVerb& Replace(bool& value) { return Flag("--replace", value, "replace an existing file (else: exit code 4)"); }
+
+    void Runs(const std::string& example, CCommand command) {
+        m_app->add_flag("--quiet", m_parsed.m_terminal.m_isQuiet, "only errors and alerts on standard error");
+        m_app->add_flag("--verbose", m_parsed.m_terminal.m_isVerbose, "details on standard error");
+        m_app->footer("Example:\n  " + example);
+        m_app->callback([&parsed = m_parsed, run = std::move(command)] { parsed.m_command = run; });
+    }
+
+private:
+    CLI::App* m_app;
+    CParsedWords& m_parsed;
+};
+
+void AddNew(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CNewOptions>();
+    CVerb(program, parsed, "new", "PROJECT.gpkg [options]", "make an empty project")
+        .Word("PROJECT", options->m_project, "the file to make")
+        .Option("--crs", options->m_crs, "EPSG:n", "coordinate system; by default plain plane coordinates")
+        .Option("--edition", options->m_edition, "STANDARD|RO|BLG", "national edition; by default STANDARD")
+        .Flag("--turkish", options->m_isTurkish, "with the Turkish extension")
+        .Replace(options->m_replaces)
+        .Runs("drenova new town.gpkg --crs EPSG:25832 --edition RO",
+              [options](CTerminal& terminal, std::ostream&) { return MakeNewProject(*options, terminal); });
+}
+
+void AddImport(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CImportOptions>();
+    CVerb(program, parsed, "import", "INPUT -o PROJECT.gpkg [options]", "make a project from a file of another program")
+        .Word("INPUT", options->m_input,
+              "network exchange file (.geojson, .json) or storm-water\nnetwork (.inp); \"-\" for standard input")
+        .Option("-o,--output", options->m_output, "PROJECT.gpkg", "the project to make", true)
+        .Choice("--format", options->m_format, {"geojson", "inp"}, "by default told by the ending of INPUT")
+        .Option("--catalog", options->m_catalog, "FILE.csv", "table of pipes that the network may refer to")
+        .Replace(options->m_replaces)
+        .Runs("drenova import town.geojson -o town.gpkg\n\n"
+              "On any error no project is made, and an existing one is left as it is.",
+              [options](CTerminal& terminal, std::ostream& results) {
+                  return ImportProject(*options, terminal, results);
+              });
+}
+
+void AddInfo(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CInfoOptions>();
+    CVerb(program, parsed, "info", "PROJECT [options]", "tell what a project holds")
+        .Word("PROJECT", options->m_project, "project file")
+        .Json(options->m_isJson)
+        .Runs("drenova info town.gpkg",
+              [options](CTerminal& terminal, std::ostream& results) { return ShowInfo(*options, terminal, results); });
+}
+
+void AddGet(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CGetOptions>();
+    CVerb(program, parsed, "get", "PROJECT KEY... [options]", "show attribute values")
+        .Word("PROJECT", options->m_project, "project file")
+        .Words("KEY", options->m_keys, "keys of attributes, as FLOW_WASTE_PER", true)
+        .On(options->m_on)
+        .Names(options->m_names)
+        .Choice("--format", options->m_format, {"table", "csv", "json"}, "by default a table, which rounds")
+        .Runs("drenova get town.gpkg SECTION_SLOPE FLOW_WASTE_PER --names MAIN-01,MAIN-02 --format csv",
+              [options](CTerminal& terminal, std::ostream& results) {
+                  return GetAttributes(*options, terminal, results);
+              });
+}
+
+void AddSet(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CSetOptions>();
+    CVerb(program, parsed, "set", "PROJECT KEY=VALUE... --names A,B|--all [options]", "store attribute values")
+        .Word("PROJECT", options->m_project, "project file")
+        .Words("KEY=VALUE", options->m_words, "values to store; \"KEY=\" makes null", true)
+        .On(options->m_on)
+        .Names(options->m_names)
+        .Flag("--all", options->m_isForAll, "all of them")
+        .FlagWithout("--all", "--names")
+        .SaveAs(options->m_output)
+        .Runs("drenova set town.gpkg SECTION_SLOPE=5.5 PIPE_ROUGHNESS=0.4 --names MAIN-01,MAIN-02",
+              [options](CTerminal& terminal, std::ostream&) { return SetAttributes(*options, terminal); });
+}
+
+void AddLoad(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CLoadOptions>();
+    CVerb(program, parsed, "load", "PROJECT TABLE.csv [options]", "store attribute values from a table")
+        .Word("PROJECT", options->m_project, "project file")
+        .Word("TABLE", options->m_table,
+              "CSV with a head line of keys, entities by the column name\nor guid; \"-\" for standard input")
+        .On(options->m_on)
+        .SaveAs(options->m_output)
+        .Runs(
+            "drenova load town.gpkg slopes.csv        with slopes.csv:   name,SECTION_SLOPE\n"
+            "                                                             MAIN-01,5.5\n\n"
+            "All or nothing. On catchments, rows without a match become new catchments of the section that they name.",
+            [options](CTerminal& terminal, std::ostream&) { return LoadAttributes(*options, terminal); });
+}
+
+void AddSettings(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CSettingsOptions>();
+    CVerb(program, parsed, "settings", "PROJECT [KEY=VALUE...] [options]", "show or change the settings of a project")
+        .Word("PROJECT", options->m_project, "project file")
+        .Words("KEY=VALUE", options->m_words,
+               "edition=STANDARD|RO|BLG, turkish=0|1, language=en,\ncrs=EPSG:n; none to show all", false)
+        .SaveAs(options->m_output)
+        .Runs("drenova settings town.gpkg edition=RO", [options](CTerminal& terminal, std::ostream& results) {
+            return ShowOrChangeSettings(*options, terminal, results);
+        });
+}
+
+void AddCalculators(CLI::App& program, CParsedWords& parsed) {
+    const auto isJson = std::make_shared<bool>(false);
+    CVerb(program, parsed, "calculators", "[options]", "list the calculators in the order of the design work")
+        .Json(*isJson)
+        .Runs("drenova calculators", [isJson](CTerminal& terminal, std::ostream& results) {
+            return ListCalculators(*isJson, terminal, results);
+        });
+}
+
+void AddForm(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CFormOptions>();
+    CVerb(program, parsed, "form", "PROJECT CALCULATOR [TAG=VALUE...] [options]", "show the input form of a calculator")
+        .Word("PROJECT", options->m_project, "project file")
+        .Word("CALCULATOR", options->m_calculator, "key of the calculator, as \"calculators\" lists it")
+        .Words("TAG=VALUE", options->m_words, "what to type into the form before it is shown", false)
+        .Json(options->m_isJson)
+        .Runs("drenova form town.gpkg 01_WASTE_PERCENT PERIOD=25",
+              [options](CTerminal& terminal, std::ostream& results) { return ShowForm(*options, terminal, results); });
+}
+
+void AddRun(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CRunOptions>();
+    const auto says = std::make_shared<std::pair<bool, bool>>(false, false);
+    CVerb(program, parsed, "run", "PROJECT CALCULATOR [TAG=VALUE...] [options]",
+          "run a calculator on the network and store its results")
+        .Word("PROJECT", options->m_project, "project file")
+        .Word("CALCULATOR", options->m_calculator, "key of the calculator, as \"calculators\" lists it")
+        .Words("TAG=VALUE", options->m_words, "what to type into the form, in any order", false)
+        .Option("--params", options->m_parameterFile, "FILE.json", "parameter file; words win over it")
+        .Names(options->m_names)
+        .Flag("--preview", options->m_isPreview, "print the report and store no flow")
+        .Flag("--yes", says->first, "answer questions with yes")
+        .Flag("--no", says->second, "answer questions with no")
+        .FlagWithout("--yes", "--no")
+        .SaveAs(options->m_output)
+        .Runs("drenova run town.gpkg 01_WASTE_PERCENT BROJ_STANOVNIKA=12000 PERIOD=25\n\n"
+              "Exit code: 0 when values were stored, 1 when none were, 5 when the calculation stopped with an alert.",
+              [options](CTerminal& terminal, std::ostream& results) {
+                  return RunCalculator(*options, terminal, results);
+              });
+    program.get_subcommand("run")->parse_complete_callback([says, &parsed] {
+        if (says->first || says->second)
+            parsed.m_terminal.m_answer = says->first;
+    });
+}
+
+void AddDirections(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CDirectionsOptions>();
+    const auto isList = std::make_shared<bool>(true);
+    CVerb(program, parsed, "directions", "PROJECT [--list] [options]", "show which nodes need a main outlet")
+        .Word("PROJECT", options->m_project, "project file")
+        .Flag("--list", *isList, "list the nodes with several ways out and the settled one (the default)")
+        .Json(options->m_isJson)
+        .Runs("drenova directions town.gpkg --list", [options, isList](CTerminal& terminal, std::ostream& results) {
+            return ListDirections(*options, terminal, results);
+        });
+}
+
+void AddExport(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CExportOptions>();
+    CVerb(program, parsed, "export", "PROJECT FORMAT -o FILE [options]", "write a file for other programs")
+        .Word("PROJECT", options->m_project, "project file")
+        .Choice("FORMAT", options->m_format, {"geojson", "csv", "catalog"},
+                "geojson: network exchange file with all of the network\n"
+                "csv: table of all values of one kind of entity\n"
+                "catalog: table of the project's pipes or manholes",
+                true)
+        .Option("-o,--output", options->m_output, "FILE", "the file to write; \"-\" for standard output", true)
+        .On(options->m_on)
+        .Choice("--kind", options->m_kind, {"pipe", "manhole"}, "which catalogue; by default pipe")
+        .Runs("drenova export town.gpkg geojson -o town.geojson",
+              [options](CTerminal& terminal, std::ostream&) { return ExportProject(*options, terminal); });
+}
+
+void AddGenerate(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CGenerateOptions>();
+    CVerb(program, parsed, "generate", "--shape SHAPE --sections N -o PROJECT.gpkg [options]",
+          "make a synthetic network")
+        .Choice("--shape", options->m_shape, {"line", "tree", "comb", "city", "star"}, "shape of the network", true)
+        .Option("--sections", options->m_sections, "N", "number of sections", true)
+        .Option("--seed", options->m_seed, "S", "whole number that decides what is left to chance")
+        .Option("-o,--output", options->m_output, "PROJECT.gpkg", "the project to make", true)
+        .Replace(options->m_replaces)
+        .Runs("drenova generate --shape city --sections 100000 --seed 7 -o large.gpkg\n\n"
+              "The same words give the same network.",
+              [options](CTerminal& terminal, std::ostream& results) {
+                  return GenerateProject(*options, terminal, results);
+              });
+}
+
+} // namespace
+
+void AddVerbs(CLI::App& program, CParsedWords& parsed) {
+    AddNew(program, parsed);
+    AddImport(program, parsed);
+    AddGenerate(program, parsed);
+    AddInfo(program, parsed);
+    AddGet(program, parsed);
+    AddSet(program, parsed);
+    AddLoad(program, parsed);
+    AddSettings(program, parsed);
+    AddCalculators(program, parsed);
+    AddForm(program, parsed);
+    AddRun(program, parsed);
+    AddDirections(program, parsed);
+    AddExport(program, parsed);
+}
+
+} // namespace Cli
