@@ -2,11 +2,16 @@
 // Copyright (C) the Drenova authors
 #include "plugin/HCPluginInfo.h"
 
+#include "accumulate/FlowCalculator_RainSimple.h"
+#include "accumulate/FlowCalculator_Total.h"
+#include "accumulate/FlowCalculator_Transit.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/NotificationFramework.h"
 #include "host/sewage_core/FlowCalculatorManager.h"
 #include "host/sewage_core/SewageResponder.h"
 #include "host/workspace_core/WsManager.h"
+#include "waste/FlowCalculator_Additional.h"
+#include "waste/FlowCalculator_WasteAreas.h"
 #include "waste/FlowCalculator_WastePercent.h"
 
 #include <boost/make_shared.hpp>
@@ -36,7 +41,17 @@ void CHCPluginInfo::RegisterCalculationItems() {
     CNotificationFramework::Instance()->RegisterEventResponder(new CSewageResponder);
 
     // A calculator's rank comes from its key, not from its place here.
+    RegisterFlowCalculator<CFlowCalculator_RainSimple>();
+    RegisterFlowCalculator<CFlowCalculator_RainSimple>();
     RegisterFlowCalculator<CFlowCalculator_WastePercent>();
+    RegisterFlowCalculator<CFlowCalculator_WasteAreas>();
+    RegisterFlowCalculator<CFlowCalculator_Transit>();
+    RegisterFlowCalculator<CFlowCalculator_Total>();
+    RegisterFlowCalculator<CFlowCalculator_Additional>();
+    RegisterFlowCalculator<CFlowCalculator_WasteAreas>();
+    RegisterFlowCalculator<CFlowCalculator_Transit>();
+    RegisterFlowCalculator<CFlowCalculator_Total>();
+    RegisterFlowCalculator<CFlowCalculator_Additional>();
 }
 
 void CHCPluginInfo::RegisterPanelDialogs() {

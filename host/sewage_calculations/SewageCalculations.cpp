@@ -34,4 +34,24 @@ void CSewageCalculations::CalcWasteWaterPercent() {
     Run("01_WASTE_PERCENT");
 }
 
+void CSewageCalculations::CalcWasteWaterArea() {
+    Run("01_WASTE_AREAS");
+}
+
+void CSewageCalculations::CalcRainSimple() {
+    Run("00_RAIN_SIMPLE");
+}
+
+void CSewageCalculations::CalcFlowAdditional() {
+    Run("02_ADDITIONAL");
+}
+
+void CSewageCalculations::CalcFlowTransit() {
+    Run("03_FC_TRANSIT");
+}
+
+void CSewageCalculations::CalcFlowTotal() {
+    Run("04_FC_TOTAL");
+}
+
 } // namespace OLMGis::Sewage

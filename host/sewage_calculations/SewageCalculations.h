@@ -9,6 +9,11 @@ namespace OLMGis::Sewage {
 class CSewageCalculations {
 public:
     static void CalcWasteWaterPercent();
+    static void CalcWasteWaterArea();
+    static void CalcRainSimple();
+    static void CalcFlowAdditional();
+    static void CalcFlowTransit();
+    static void CalcFlowTotal();
 };
 
 } // namespace OLMGis::Sewage

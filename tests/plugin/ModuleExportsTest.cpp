@@ -61,7 +61,8 @@ TEST_F(ModuleExports, NothingElseIsSeenFromOutside) {
     ASSERT_NE(getVersion, nullptr);
     EXPECT_EQ(getVersion(), ModuleApiVersion);
     // A class that was seen would show its table of operations and its type under these names.
-    const std::string name = typeid(*m_provide()).name();
+    const IPluginInfo& info = *m_provide();
+    const std::string name = typeid(info).name();
     EXPECT_EQ(m_file->Find<void()>(("_ZTV" + name).c_str()), nullptr) << name;
     EXPECT_EQ(m_file->Find<void()>(("_ZTI" + name).c_str()), nullptr) << name;
     m_release();

@@ -48,7 +48,8 @@ struct CStage {
 TEST(PluginRegistration, CalculatorsStandInTheOrderOfTheDesignWorkAndComeAndGoWithTheModule) {
     CStage stage;
     for (int round = 0; round < 2; ++round) {
-        EXPECT_THAT(CalculatorKeys(), ElementsAre("01_WASTE_PERCENT"));
+        EXPECT_THAT(CalculatorKeys(), ElementsAre("00_RAIN_SIMPLE", "01_WASTE_AREAS", "01_WASTE_PERCENT",
+                                                  "02_ADDITIONAL", "03_FC_TRANSIT", "04_FC_TOTAL"));
         EXPECT_EQ(Responders(), 1U);
         EXPECT_TRUE(stage.module->IsUnloadable() && stage.module->IsDocumentAware());
         stage.module->Release();
