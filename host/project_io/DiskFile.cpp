@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr auto LockWait = std::chrono::milliseconds(20);
-constexpr int LockTries = 150; ///< three seconds
+constexpr int LockTries = 50; ///< one second
 
 } // namespace
 

@@ -51,8 +51,8 @@ std::filesystem::path ResolvedPath(const std::string& path);
 /// The system's words for an error number.
 std::string ReasonOf(int systemError);
 
-/// Keeps other programs of ours from saving the same file at the same time, for its own lifetime. It waits for a few
-/// seconds; then, or when the file is used by another program, it throws CFailure. A file that isn't there and a file
+/// Keeps other programs of ours from saving the same file at the same time, for its own lifetime. It waits for a
+/// second; then, or when the file is used by another program, it throws CFailure. A file that isn't there and a file
 /// system without locks give no lock and no error.
 class CFileLock {
 public:
