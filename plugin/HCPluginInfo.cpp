@@ -42,12 +42,7 @@ void CHCPluginInfo::RegisterCalculationItems() {
 
     // A calculator's rank comes from its key, not from its place here.
     RegisterFlowCalculator<CFlowCalculator_RainSimple>();
-    RegisterFlowCalculator<CFlowCalculator_RainSimple>();
     RegisterFlowCalculator<CFlowCalculator_WastePercent>();
-    RegisterFlowCalculator<CFlowCalculator_WasteAreas>();
-    RegisterFlowCalculator<CFlowCalculator_Transit>();
-    RegisterFlowCalculator<CFlowCalculator_Total>();
-    RegisterFlowCalculator<CFlowCalculator_Additional>();
     RegisterFlowCalculator<CFlowCalculator_WasteAreas>();
     RegisterFlowCalculator<CFlowCalculator_Transit>();
     RegisterFlowCalculator<CFlowCalculator_Total>();

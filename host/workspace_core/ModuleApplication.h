@@ -5,14 +5,13 @@
 /// What an application tells its host while it is being loaded.
 class AcRxDynamicLinker {
 public:
+    virtual ~AcRxDynamicLinker() = default;
+
     /// The application may be unloaded at run time. Until then it is locked: its code stays to the end of the program.
     virtual void UnlockApplication() = 0;
 
     /// The application knows that several documents may be open.
     virtual void RegisterAppDocumentAware() = 0;
-
-protected:
-    ~AcRxDynamicLinker() = default;
 };
 
 namespace OLMGis::Workspace {

@@ -93,7 +93,7 @@ public:
         : m_file(std::move(file)), m_context(CProjectContext::Active()), m_place(CProjectModule::Instance()->m_path) {
         *CProjectModule::Instance()->m_path = m_file.GetPath();
     }
-    ~CModule() { End(); }
+    ~CModule() override { End(); }
     CModule(const CModule&) = delete;
     CModule& operator=(const CModule&) = delete;
 
@@ -170,8 +170,8 @@ Status CModuleLoader::CModule::Register() {
     if (info == nullptr)
         return BadInput(
             fmt::format("{}: OLMPluginInfoProvider of the module gave nothing, expected an object", GetPath()));
-    for (const auto& [name, operation] : Registrations)
-        if (Status done = RunPiece(GetPath(), name, [&] { (info->*operation)(); }); !done)
+    for (const CRegistration& step : Registrations)
+        if (Status done = RunPiece(GetPath(), step.m_name, [&] { (info->*step.m_operation)(); }); !done)
             return done;
     CModuleScope::Instance()->SetLoaded(true);
     return Utility::Done{};

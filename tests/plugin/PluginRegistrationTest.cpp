@@ -75,6 +75,19 @@ TEST(PluginRegistration, ThePanelIsOfferedAndTheTerrainTypesAreAskedFor) {
     EXPECT_NE(Utility::CModuleConfiguration::Instance()->GetIcon(panel->GetButtonIconId()), "") << "there is a picture";
 }
 
+TEST(PluginRegistration, AProjectOfAnotherEditionLoadsTheModuleAnew) {
+    CStage stage;
+    const auto firstOutput = [] {
+        return CFlowCalculatorManager::Instance()->GetCalculator("01_WASTE_AREAS")->GetOutputDefinitions().at(0)->m_id;
+    };
+    EXPECT_EQ(firstOutput(), "FLOW_WASTE_HOME");
+    stage.module->Release();
+    Utility::CModuleConfiguration::Instance()->SetEdition("BLG");
+    stage.module = CModuleLoader::Load(DRENOVA_MODULE_FILE);
+    ASSERT_TRUE(stage.module) << stage.module.GetError().message;
+    EXPECT_EQ(firstOutput(), "FLOW_BLG_WASTE_HOME_KOMAX");
+}
+
 TEST(PluginRegistration, ARegisteredCalculatorCalculates) {
     const CStage stage;
     const CTextNetwork net("A---B---C");

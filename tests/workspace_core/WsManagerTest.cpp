@@ -15,7 +15,7 @@ using namespace OLMGis::Workspace;
 namespace {
 
 boost::shared_ptr<CWsPanelDialogMetadata> Panel(const char* id, const char* text) {
-    const auto metadata = boost::make_shared<CWsPanelDialogMetadata>();
+    auto metadata = boost::make_shared<CWsPanelDialogMetadata>();
     metadata->SetDialogId(id);
     metadata->SetButtonText(text);
     return metadata;
