@@ -275,6 +275,7 @@ void WriteCatalogRow(CCsvWriter& writer, const Topology::CCatalogItem& item, enm
     }
     if (hasGroupGuids)
         writer.Write(group->GetGUID());
+    writer.EndRow();
 }
 
 } // namespace OLMGis::ProjectIo

@@ -87,11 +87,13 @@ Status CCsvReader::ReadField(std::string& field) {
 }
 
 Result<bool> CCsvReader::ReadRecord() {
+    bool isEmptyLine = false;
     do {
         if (Peek() == EndOfFile)
             return false;
         m_rowLine = m_line;
         m_fieldCount = 0;
+        isEmptyLine = Peek() == '\n' || Peek() == '\r';
         bool hasMore = true;
         while (hasMore) {
             if (m_fieldCount == MostColumns)
@@ -107,7 +109,7 @@ Result<bool> CCsvReader::ReadRecord() {
             if (end == '\r' || end == '\n')
                 ++m_line;
         }
-    } while (m_fieldCount == 1 && m_fields[0].empty());
+    } while (isEmptyLine);
     return true;
 }
 
