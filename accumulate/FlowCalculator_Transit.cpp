@@ -92,13 +92,14 @@ private:
     std::vector<const CDataDefinition*> m_plain;  ///< the Turkish flows, behind all others: any stored number counts
 };
 
-/// The nodes at which the sections start, each once, in the order of the last section that uses it.
+/// The nodes at which the sections start, each once, in the order of the last section that uses it. Only those that
+/// need a main outlet: the others are settled whatever is asked about them.
 CFlowDirection::CNodeList CollectStartingNodes(const CSectionList& sections) {
     CFlowDirection::CNodeList nodes;
     std::vector<bool> isListed; // by row
     for (auto section = sections.rbegin(); section != sections.rend(); ++section) {
         auto node = *section ? (*section)->GetStartingNode() : nullptr;
-        if (!node)
+        if (!node || !CFlowDirection::NeedsMainOutlet(*node))
             continue;
         if (node->GetRow() >= isListed.size())
             isListed.resize(node->GetRow() + 1);
@@ -158,7 +159,7 @@ int CFlowCalculator_Transit::CalculateTransit(const CSectionList& sections, CFlo
     m_nodeFlows.clear();
     m_switches = ReadSwitches(*params);
     m_walk.Build(sections, COwnFlowSum(m_switches));
-    m_walk.Run(sections);
+    m_walk.Run();
     WriteResults(sections, serialized);
     return 1;
 }

@@ -6,6 +6,8 @@
 #include "host/sewage_core/FlowDirection.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 using OLMGis::Sewage::CFlowDirection;
 using OLMGis::Topology::CNode;
@@ -20,17 +22,8 @@ Record& AtRow(std::vector<Record>& records, std::uint32_t row) {
     return records[row];
 }
 
-/// Row of the ending node of each section, None for a null and without one. Lower nodes may lie anywhere in memory: a
-/// loop of its own lets the machine fetch many at a time, which halves the cost of a whole run on scattered networks.
-std::vector<std::uint32_t> RowsOfEnds(const CTransitWalk::CSectionList& sections) {
-    std::vector<std::uint32_t> rows;
-    rows.reserve(sections.size());
-    for (const auto& section : sections) {
-        const auto end = section ? section->GetEndingNode() : nullptr;
-        rows.push_back(end ? end->GetRow() : CTransitWalk::None);
-    }
-    return rows;
-}
+/// Sections that are worked on together: few enough that they stay near the processor between two loops over them.
+constexpr std::size_t BlockSize = 1024;
 
 /// Where the flow goes on from the node at which a section of the run starts.
 std::uint32_t OutletOf(const CNode& start, const CSection& section) {
@@ -42,39 +35,48 @@ std::uint32_t OutletOf(const CNode& start, const CSection& section) {
 
 } // namespace
 
-void CTransitWalk::Build(const CSectionList& sections, const std::function<double(const CSection&)>& ownFlow) {
+void CTransitWalk::Build(const CSectionList& sections, const COwnFlow& ownFlow) {
     m_sections.clear();
     m_nodes.clear();
-    const auto first =
-        std::find_if(sections.begin(), sections.end(), [](const auto& section) { return section != nullptr; });
-    m_topology = first == sections.end() ? nullptr : &(*first)->GetTopology();
-    const std::vector<std::uint32_t> ends = RowsOfEnds(sections);
+    m_heads.clear();
+    m_topology = nullptr;
     m_sections.reserve(sections.size());
     m_nodes.reserve(sections.size());
+    const std::span<const CSectionList::value_type> all(sections);
+    for (std::size_t first = 0; first < all.size(); first += BlockSize)
+        BuildBlock(all.subspan(first, std::min(BlockSize, all.size() - first)), ownFlow);
+}
+
+void CTransitWalk::BuildBlock(std::span<const CSectionList::value_type> sections, const COwnFlow& ownFlow) {
+    // Lower nodes may lie anywhere in memory. A loop of its own lets the machine fetch many of them at a time.
+    std::array<std::uint32_t, BlockSize> ends;
     for (std::size_t i = 0; i < sections.size(); ++i) {
-        const auto& section = sections[i];
-        const auto start = ends[i] == None ? nullptr : section->GetStartingNode();
+        const auto end = sections[i] ? sections[i]->GetEndingNode() : nullptr;
+        ends[i] = end ? end->GetRow() : None;
+    }
+    for (std::size_t i = 0; i < sections.size(); ++i) {
+        const auto start = ends[i] == None ? nullptr : sections[i]->GetStartingNode();
         if (!start)
             continue;
-        CSectionFlow& flow = AtRow(m_sections, section->GetRow());
-        flow.own = ownFlow(*section);
+        const CSection& section = *sections[i];
+        m_topology = &section.GetTopology();
+        CSectionFlow& flow = AtRow(m_sections, section.GetRow());
+        flow.own = ownFlow(section);
         flow.start = start->GetRow();
         flow.end = ends[i];
-        CNodeFlow& node = AtRow(m_nodes, start->GetRow());
+        CNodeFlow& node = AtRow(m_nodes, flow.start);
         node.sectionsIn = start->GetSectionsInCount();
         if (node.outlet == Outfall || node.outlet == LeavesRun)
-            node.outlet = OutletOf(*start, *section);
+            node.outlet = OutletOf(*start, section);
+        // A head without both nodes has no record: it carries nothing, so that the walk leaves it out.
+        if (node.sectionsIn == 0)
+            m_heads.push_back(section.GetRow());
     }
 }
 
-void CTransitWalk::Run(const CSectionList& sections) {
-    std::vector<std::uint32_t> queue; // first in, first out; what is done stays in front
-    queue.reserve(sections.size());
-    // A head without both nodes has no record: it carries nothing, so that the walk leaves it out.
-    for (const auto& section : sections)
-        if (section && HasRecord(section->GetRow()) && m_nodes[m_sections[section->GetRow()].start].sectionsIn == 0)
-            queue.push_back(section->GetRow());
-
+void CTransitWalk::Run() {
+    std::vector<std::uint32_t> queue = std::move(m_heads); // first in, first out; what is done stays in front
+    m_heads.clear();
     for (std::size_t front = 0; front < queue.size(); ++front) {
         CSectionFlow& flow = m_sections[queue[front]];
         flow.transit = m_nodes[flow.start].accumulated;

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <span>
 #include <vector>
 
 /// Accumulates flows (m³/s) from the heads of a network down to its outfalls. Flow never splits: at a node with several
@@ -40,14 +41,16 @@ public:
     static constexpr std::uint32_t LeavesRun = None - 1; ///< the only way out is no section of the run
     static constexpr std::uint32_t Divides = None - 2;   ///< several ways out: the main one decides
 
+    using COwnFlow = std::function<double(const OLMGis::Topology::CSection&)>;
+
     /// Makes the records: of each section with both nodes, its own flow as ownFlow gives it, and of each node where one
     /// of them starts. Nulls and sections without a node get none.
-    void Build(const CSectionList& sections, const std::function<double(const OLMGis::Topology::CSection&)>& ownFlow);
+    void Build(const CSectionList& sections, const COwnFlow& ownFlow);
 
-    /// Walks from those sections of the list that no section enters, in the order of the list, down through the main
-    /// outlets. A node passes its flow on once, when all that enter it are finished: what lies in a ring or below one,
-    /// a side outlet, and all below a junction with one, is not reached.
-    void Run(const CSectionList& sections);
+    /// Walks once from those sections with a record that no section enters, in the order of the list, down through the
+    /// main outlets. A node passes its flow on once, when all that enter it are finished: what lies in a ring or below
+    /// one, a side outlet, and all below a junction with one, is not reached.
+    void Run();
 
     /// By row; without a record start is None, or outlet is Outfall.
     const std::vector<CSectionFlow>& GetSectionFlows() const { return m_sections; }
@@ -56,14 +59,16 @@ public:
     /// The record of a section, null without one.
     const CSectionFlow* Find(const OLMGis::Topology::CSection& section) const;
 
-    /// The network of the last Build; null before it, and when it was given no section.
+    /// The network of the last Build; null without any record.
     const OLMGis::Topology::CTopologyStorage* GetTopology() const { return m_topology; }
 
 private:
+    void BuildBlock(std::span<const CSectionList::value_type> sections, const COwnFlow& ownFlow);
     bool HasRecord(std::uint32_t row) const { return row < m_sections.size() && m_sections[row].start != None; }
     std::uint32_t FindMainOutlet(std::uint32_t nodeRow) const;
 
     std::vector<CSectionFlow> m_sections; ///< by row
     std::vector<CNodeFlow> m_nodes;       ///< by row
+    std::vector<std::uint32_t> m_heads;   ///< rows of sections that no section enters, in the order of the list
     const OLMGis::Topology::CTopologyStorage* m_topology = nullptr;
 };
