@@ -59,9 +59,11 @@ CFileReplacement::CFileReplacement(fs::path target, std::string name)
     if (hasOld && ::access(m_target.c_str(), W_OK) != 0)
         Refuse("cannot be written", errno);
     RemoveLeftOvers();
+    constexpr mode_t OrdinaryMode = 0666; // less what the user's mask takes away
+    constexpr mode_t PrivateMode = 0600;  // until it has that of the old file
     constexpr int Tries = 100;
     for (int i = 0; i < Tries; ++i)
-        if (TryCreate())
+        if (TryCreate(hasOld ? PrivateMode : OrdinaryMode))
             return;
     Refuse("cannot be written", EEXIST);
 }
@@ -89,10 +91,9 @@ void CFileReplacement::RemoveLeftOvers() const {
 }
 
 /// False when the name is taken, or when somebody took the new file for a left-over before it was locked.
-bool CFileReplacement::TryCreate() {
+bool CFileReplacement::TryCreate(unsigned mode) {
     const fs::path temporary = m_target.parent_path() / RandomName();
-    constexpr mode_t OrdinaryMode = 0666; // less what the user's mask takes away
-    m_file = CDescriptor(::open(temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, OrdinaryMode));
+    m_file = CDescriptor(::open(temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
     if (!m_file.IsOpen()) {
         if (errno == EEXIST)
             return false;
@@ -112,9 +113,9 @@ void CFileReplacement::TakeOverMode() const {
     if (::stat(m_target.c_str(), &old) != 0)
         return;
     // Who may not give files away keeps at least the group, where that is allowed.
-    if (::fchown(m_file.Get(), old.st_uid, old.st_gid) != 0 &&
-        ::fchown(m_file.Get(), static_cast<uid_t>(-1), old.st_gid) != 0)
-        errno = 0;
+    constexpr auto SameOwner = static_cast<uid_t>(-1);
+    [[maybe_unused]] const bool isKept =
+        ::fchown(m_file.Get(), old.st_uid, old.st_gid) == 0 || ::fchown(m_file.Get(), SameOwner, old.st_gid) == 0;
     constexpr mode_t ModeBits = 07777;
     if (::fchmod(m_file.Get(), old.st_mode & ModeBits) != 0)
         Refuse("its mode cannot be kept", errno);
@@ -135,10 +136,13 @@ int CFileReplacement::Swap(bool mayReplace) const {
     return 0;
 }
 
-CFileIdentity CFileReplacement::Commit(bool mayReplace) {
+void CFileReplacement::Flush() {
     TakeOverMode();
     if (::fsync(m_file.Get()) != 0)
         Refuse("cannot be written", errno);
+}
+
+CFileIdentity CFileReplacement::Commit(bool mayReplace) {
     const int error = Swap(mayReplace);
     if (error == EEXIST)
         FailRefused(fmt::format("{}: is there already; it is replaced on demand only", m_name));

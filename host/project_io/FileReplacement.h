@@ -26,8 +26,11 @@ public:
     /// The empty file to write into; its name ends like the target's kind, as programs expect it.
     std::string GetTemporaryPath() const { return m_temporary.string(); }
 
-    /// Brings everything to the disk and swaps the new file in, with the mode and, where allowed, the owner of the old
-    /// one. Fails when there is an old one that may not be replaced. Answers what the target is now.
+    /// Brings everything that was written to the disk and gives it the mode and, where allowed, the owner of the old
+    /// file. What takes long is then over.
+    void Flush();
+
+    /// Swaps the new file in. Fails when there is an old one that may not be replaced. Answers what the target is now.
     CFileIdentity Commit(bool mayReplace);
 
 private:
@@ -45,7 +48,7 @@ private:
 
     [[noreturn]] void Refuse(const char* what, int systemError) const;
     void RemoveLeftOvers() const;
-    bool TryCreate();
+    bool TryCreate(unsigned mode);
     void TakeOverMode() const;
     int Swap(bool mayReplace) const;
 

@@ -118,6 +118,7 @@ CProjectFile CProjectFile::Written(const std::string& path, bool replace) {
     CheckSideFiles(file.m_target, path);
     CFileReplacement replacement(file.m_target, path);
     WriteGeoPackage(replacement.GetTemporaryPath(), path, file.m_saveCounter);
+    replacement.Flush();
     const CFileLock lock(file.m_target, path);
     CheckSideFiles(file.m_target, path);
     file.m_identity = replacement.Commit(replace);
@@ -141,6 +142,7 @@ void CProjectFile::SaveOver() {
     const int counter = m_saveCounter == std::numeric_limits<int>::max() ? 1 : m_saveCounter + 1;
     CFileReplacement replacement(m_target, m_path);
     WriteGeoPackage(replacement.GetTemporaryPath(), m_path, counter);
+    replacement.Flush();
     const CFileLock lock(m_target, m_path);
     CheckSideFiles(m_target, m_path);
     CheckStillOurs();

@@ -19,10 +19,8 @@ namespace OLMGis::ProjectIo {
 
 namespace fs = std::filesystem;
 
-namespace {
-
 /// The first bytes of a file of SQLite, numbers big-endian.
-class CHead {
+class CReadableFile::CHead {
 public:
     static constexpr std::size_t Size = 100;
     static constexpr std::string_view Magic{"SQLite format 3\0", 16};
@@ -54,8 +52,6 @@ private:
     ssize_t m_size = 0;
 };
 
-} // namespace
-
 CReadableFile::CReadableFile(const fs::path& path, std::string name)
     : m_path(path), m_name(std::move(name)), m_readPath(path.string()) {
     const CDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
@@ -65,16 +61,28 @@ CReadableFile::CReadableFile(const fs::path& path, std::string name)
     if (::fstat(file.Get(), &state) != 0 || !S_ISREG(state.st_mode))
         FailRefused(fmt::format("{}: is no file but a folder or a device", m_name));
     m_identity = CFileIdentity::Of(state);
-    if (m_identity.m_size == 0)
-        FailBadInput(fmt::format("{}: is empty, expected a project file", m_name));
     const CHead head(file.Get());
-    if (!head.IsSqlite())
-        FailBadInput(fmt::format("{}: is no project file: it does not begin like a GeoPackage", m_name));
+    CheckHead(head);
     if (HasHotJournal(path))
         FailRefused(fmt::format("{}: another program is changing it or was killed while it did: found {}; open and "
                                 "close it there once",
                                 m_name, JournalOf(path).filename().string()));
-    const bool hasLog = HasWriteAheadLog(path);
+    if (HasWriteAheadLog(path)) {
+        MakePrivateCopy();
+        return;
+    }
+    if (static_cast<std::uint64_t>(m_identity.m_size) < head.GetExpectedSize())
+        FailBadInput(fmt::format("{}: is cut off: found {} bytes, expected {}", m_name, m_identity.m_size,
+                                 head.GetExpectedSize()));
+    if (head.IsLogged()) // reading it the ordinary way would leave files beside it
+        m_access = CSqliteDatabase::enmAccess::ReadAlone;
+}
+
+void CReadableFile::CheckHead(const CHead& head) const {
+    if (m_identity.m_size == 0)
+        FailBadInput(fmt::format("{}: is empty, expected a project file", m_name));
+    if (!head.IsSqlite())
+        FailBadInput(fmt::format("{}: is no project file: it does not begin like a GeoPackage", m_name));
     if (head.GetApplicationId() != Layout::ApplicationId)
         FailBadInput(fmt::format("{}: is no project file: found the application number {:#x}, expected {:#x}, a "
                                  "GeoPackage",
@@ -84,13 +92,6 @@ CReadableFile::CReadableFile(const fs::path& path, std::string name)
     if (head.GetUserVersion() < OldestVersion || head.GetUserVersion() >= NextGeneration)
         FailBadInput(fmt::format("{}: found GeoPackage version {}, expected {} or a later one of its kind", m_name,
                                  head.GetUserVersion(), Layout::GeoPackageVersion));
-    if (!hasLog && static_cast<std::uint64_t>(m_identity.m_size) < head.GetExpectedSize())
-        FailBadInput(fmt::format("{}: is cut off: found {} bytes, expected {}", m_name, m_identity.m_size,
-                                 head.GetExpectedSize()));
-    if (hasLog)
-        MakePrivateCopy();
-    else if (head.IsLogged()) // reading it the ordinary way would leave files beside it
-        m_access = CSqliteDatabase::enmAccess::ReadAlone;
 }
 
 void CReadableFile::CheckUnchanged() const {

@@ -28,6 +28,8 @@ public:
     void CheckUnchanged() const;
 
 private:
+    class CHead;
+
     /// A folder that only the user may look into, and that goes away with its content.
     class CPrivateFolder {
     public:
@@ -44,6 +46,7 @@ private:
         std::filesystem::path m_path; ///< empty while there is none
     };
 
+    void CheckHead(const CHead& head) const;
     void MakePrivateCopy();
 
     std::filesystem::path m_path;
