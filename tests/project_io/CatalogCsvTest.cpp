@@ -107,6 +107,8 @@ TEST(CatalogCsv, FaultsNameLineAndColumnAndLeaveTheCatalogueAlone) {
         {PipeHead + "P,,,circle,100,100,0,0,,0\n", "line 2, column name: found an empty text"},
         {PipeHead + "P,A,,circle,1,1,0,0,,0\n\nP,A,,circle,2,2,0,0,,0\n",
          "line 4, column name: found \"A\", which line 2"},
+        {PipeHead + "P,A,g,circle,1,1,0,0,,0\nP,A,h,circle,2,2,0,0,,0\n",
+         "line 3, column name: found \"A\", which line 2"},
         {PipeHead + "P,A,g,circle,1,1,0,0,,0\nP,B,{G},circle,2,2,0,0,,0\n", "line 3, column guid: found \"{G}\""},
         {PipeHead + "P,A,old,circle,1,1,0,0,,0\n", "line 2, column guid: found \"old\", which an entry"},
         {PipeHead + "Old,B,,circle,1,1,0,0,,0\n", "line 2, column group: found \"Old\""},

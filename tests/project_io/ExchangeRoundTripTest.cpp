@@ -123,7 +123,9 @@ private:
         std::vector<boost::shared_ptr<CSection>> out;
         for (const auto& node : m_topology.GetNodes())
             if (node->GetSectionsOut(out) > 0 && OneIn(2))
-                Data::CDataRW::Write("MAIN_SECT_OUT", node, out[Below(out.size())]->GetGuid(), nullptr);
+                Data::CDataRW::Write("MAIN_SECT_OUT", node,
+                                     (OneIn(4) ? "S" : "s") + std::string(out[Below(out.size())]->GetGuid().substr(1)),
+                                     nullptr);
     }
 
     std::mt19937_64 m_engine;

@@ -111,6 +111,9 @@ TEST(TableLoad, CatchmentsGoBySectionAndKindsOrAreMade) {
     EXPECT_THAT(Catchments(), HasSubstr("Twin/3 Twin 1 0.2 1 -\nTwin/4 Twin 1 0.3 0.4 -\n"));
     ASSERT_TRUE(Load("name,guid,area\n,catchment-3,9\n", enmEntityKind::Catchment));
     EXPECT_THAT(Catchments(), HasSubstr("catchment-3 BC 1 9 - -"));
+    ActiveTopology().RemoveCatchment(*ActiveTopology().GetCatchments()[5]);
+    ASSERT_TRUE(Load("section,kinds,area\nt-2,7,1\n", enmEntityKind::Catchment)) << "none gets a GUID in use";
+    EXPECT_THAT(Catchments(), HasSubstr("Twin/4 Twin 7 1 1 -\n"));
     CLoadedNetwork again;
     ASSERT_TRUE(Load("section,kinds,area\nt-2,rain,1\n", enmEntityKind::Catchment));
     EXPECT_EQ(ActiveTopology().GetCatchments()[4]->GetGuid(), guid) << "GUIDs are the same on every load";
