@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+/// The benchmarks by what they look at; each operation registers its own.
+namespace Bench {
+
+/// Reading and writing attributes through CDataRW: a pass is 20 keys on every section.
+void RegisterAttributes();
+
+/// Every calculator that the module registers, with all its switches on, on a generated network on which the
+/// calculators of lower keys ran before; and one whole run by the driver of calculators.
+void RegisterCalculators();
+
+/// Opening and saving a project of sections with 20 attributes.
+void RegisterProjectFile();
+
+/// Reading exchange and storm-water files, making a network.
+void RegisterSources();
+
+} // namespace Bench
