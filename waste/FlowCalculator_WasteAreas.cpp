@@ -11,12 +11,11 @@
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/HostServices.h"
 #include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/Utility.h"
 #include "host/network_core/Catchment.h"
 #include "host/sewage_core/CatchmentAreaManager.h"
 #include "host/workspace_core/WsManager.h"
 #include "waste/UpstreamSums.h"
-
-#include <fmt/format.h>
 
 #include <cmath>
 
@@ -33,6 +32,7 @@ using OLMGis::Topology::CSection;
 using OLMGis::Topology::enmPropertyEditorType;
 using OLMGis::Utility::CCoreProgressBar;
 using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Utility::CUtility;
 using OLMGis::Workspace::CWsManager;
 
 namespace {
@@ -174,9 +174,8 @@ bool SumUpstream(const CSectionList& sections, std::vector<CHouseholdSum>& sums)
     CProgress progress(static_cast<int>(sections.size()));
     CUpstreamSums upstream(sections);
     if (upstream.GetVisits() > ManyVisits)
-        acutPrintf(fmt::format(
-            "\nHousehold flows of {} sections: {:.0f} million visits of upstream sections, about {:.0f} s.\n",
-            sections.size(), upstream.GetVisits() / 1e6, std::ceil(upstream.GetExpectedSeconds())));
+        acutPrintf(CUtility::Format("\n" + CModuleConfiguration::Instance()->GetMsg(70069) + "\n", sections.size(),
+                                    upstream.GetVisits() / 1e6, std::ceil(upstream.GetExpectedSeconds())));
     const auto goOn = [&progress](int done) { return progress.GoOn(done); };
     return upstream.Compute(sums, goOn) && goOn(static_cast<int>(sections.size()));
 }

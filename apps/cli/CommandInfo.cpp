@@ -12,7 +12,7 @@
 #include "host/gis_core/ProjectSettings.h"
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/project_io/CoordinateSystem.h"
-#include "host/project_io/MissingDensities.h"
+#include "host/sewage_core/MissingDensities.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -134,7 +134,7 @@ void PrintKeys(std::ostream& results, const char* heading, const std::vector<CPr
 std::vector<std::string> GatherWarnings(const CProject& project) {
     std::vector<std::string> warnings = project.GetWarnings();
     const auto& topology = *OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
-    if (auto missing = OLMGis::ProjectIo::WarnOfMissingDensities(topology))
+    if (auto missing = OLMGis::Sewage::WarnOfMissingDensities(topology))
         warnings.push_back(std::move(*missing));
     return warnings;
 }

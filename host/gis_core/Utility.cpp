@@ -150,6 +150,8 @@ int CUtility::CutToInt(double value) {
 }
 
 std::string CUtility::ToText(double value) {
+    if (std::isnan(value))
+        return "nan";
     return fmt::format("{}", value);
 }
 

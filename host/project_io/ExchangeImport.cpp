@@ -7,7 +7,7 @@
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/project_io/ExchangeLinker.h"
 #include "host/project_io/ExchangeReader.h"
-#include "host/project_io/MissingDensities.h"
+#include "host/sewage_core/MissingDensities.h"
 
 #include <fmt/format.h>
 
@@ -143,7 +143,7 @@ Result<CImportSummary> ImportExchange(std::istream& stream, const std::string& n
     summary.m_sectionCount = records.m_sections.size();
     summary.m_catchmentCount = records.m_catchments.size();
     summary.m_mainOutletCount = records.m_mainOutlets.size();
-    if (auto warning = WarnOfMissingDensities(topology))
+    if (auto warning = Sewage::WarnOfMissingDensities(topology))
         summary.m_warnings.push_back(std::move(*warning));
     return summary;
 }

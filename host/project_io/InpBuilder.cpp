@@ -99,6 +99,9 @@ Status CInpBuilder::AddNodes() {
         // links at the node": so its own engine fills both.
         const double top =
             record.m_depth > 0.0 ? record.m_invert + record.m_depth : std::max(record.m_invert, crowns[i]);
+        if (!(record.m_depth > 0.0))
+            m_network.m_summary.Count("nodes without a depth, terrain at the highest crown of their links",
+                                      record.m_name);
         Write(Keys().m_terrain, *node.Value(), top);
     }
     return Done();
@@ -140,12 +143,16 @@ void CInpBuilder::WriteSection(const CInpLink& link, const Topology::CSection& s
         Write(Keys().m_upperLevel, section, link.m_inlet);
     if (!std::isnan(link.m_outlet))
         Write(Keys().m_lowerLevel, section, link.m_outlet);
-    if (link.m_kind == enmInpLinkKind::Conduit)
+    if (link.m_kind == enmInpLinkKind::Conduit) {
         WriteConduit(link, section);
-    else
+    } else {
+        // A device stands at one place: the distance on the map, in units that the file need not tell, is no length
+        // over which flow is spread or travels.
+        Write(Keys().m_length, section, 0.0);
         m_network.m_summary.Count(
             fmt::format("{}, taken as sections without a pipe", NamesOfKinds[static_cast<std::size_t>(link.m_kind)]),
             link.m_name);
+    }
 }
 
 void CInpBuilder::WriteConduit(const CInpLink& link, const Topology::CSection& section) {
@@ -205,24 +212,19 @@ void CInpBuilder::NoteCrossSection(const CInpLink& link, const CInpCrossSection&
         summary.Count("channels whose banks have another roughness, taken with that of the channel", link.m_name);
 }
 
-/// By node: the link that takes what drains to it. The first one out, of which conduits go before pumps, weirs and the
-/// like (an overflow is no way for a catchment as long as there is a pipe); at an outfall the first one in.
+/// By node: the link that takes what drains to it: the first one out in the order of the network, at an outfall the
+/// first one in. The format knows no main outlets, so the first stands for it.
 std::vector<std::uint32_t> CInpBuilder::FindReceivingLinks() const {
     std::vector<std::uint32_t> receiving(m_network.m_nodes.size(), InpNone);
-    const auto enter = [&](bool isOut, bool isConduit) {
+    const auto enter = [&](auto nodeOf) {
         for (std::uint32_t i = 0; i < m_network.m_links.size(); ++i) {
-            const CInpLink& link = m_network.m_links[i];
-            if ((link.m_kind == enmInpLinkKind::Conduit) != isConduit)
-                continue;
-            std::uint32_t& place = receiving[isOut ? link.m_from : link.m_to];
+            std::uint32_t& place = receiving[nodeOf(m_network.m_links[i])];
             if (place == InpNone)
                 place = i;
         }
     };
-    enter(true, true);
-    enter(true, false);
-    enter(false, true);
-    enter(false, false);
+    enter([](const CInpLink& link) { return link.m_from; });
+    enter([](const CInpLink& link) { return link.m_to; });
     return receiving;
 }
 

@@ -5,9 +5,12 @@
 #include "host/gis_core/CoreProgressBar.h"
 #include "host/gis_core/DataConfiguration.h"
 #include "host/gis_core/HostServices.h"
+#include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/ProjectContext.h"
+#include "host/gis_core/Utility.h"
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/sewage_core/FlowCalculatorManager.h"
+#include "host/sewage_core/MissingDensities.h"
 #include "host/workspace_core/WsManager.h"
 
 #include <fmt/format.h>
@@ -66,7 +69,8 @@ std::vector<CStoredResult> SumUp(const CJournal& journal, const CDataDefinition*
     std::vector<std::vector<bool>> seen;
     const auto& store = System::CProjectContext::Active().GetAttributes();
     for (const CJournal::CAttributeChange& change : journal.GetAttributeChanges()) {
-        if (change.m_definition == parameters)
+        // Values of sections are results; a main outlet that was settled on the way, at a node, is none.
+        if (change.m_definition == parameters || change.m_definition->m_entityKind != Data::enmEntityKind::Section)
             continue;
         CDataBox box;
         if (!store.Read(*change.m_definition, change.m_row, box))
@@ -111,9 +115,19 @@ void LogNonFinite(const CJournal& journal) {
                 fmt::format("{} of {}", change.m_definition->m_id, topology->GetSectionAt(change.m_row)->GetName()));
     }
     if (count > 0)
-        Workspace::CWsManager::Instance()->LogMessage(4, fmt::format("{} results are infinite or not a number: {}{}",
-                                                                     count, fmt::join(names, ", "),
-                                                                     count > names.size() ? ", ..." : ""));
+        Workspace::CWsManager::Instance()->LogMessage(
+            Workspace::CLogLine::NothingStored,
+            Utility::CUtility::Format(
+                Utility::CModuleConfiguration::Instance()->GetMsg(70070), count,
+                fmt::format("{}{}", fmt::join(names, ", "), count > names.size() ? ", ..." : "")));
+}
+
+/// Calculators that multiply densities with areas: an area without a density makes nonsense in them.
+void WarnBeforeDensities(std::string_view key) {
+    if (key != "01_WASTE_AREAS" && key != "02_ADDITIONAL")
+        return;
+    if (const auto warning = WarnOfMissingDensities(*CTopologyMultiStorage::Instance()->GetActiveTopology()))
+        Workspace::CWsManager::Instance()->LogMessage(Workspace::CLogLine::NothingStored, *warning);
 }
 
 } // namespace
@@ -138,6 +152,7 @@ Result<CCalculationOutcome> RunCalculation(const CCalculationRequest& request) {
         if (calculator->InputParameters(sections, parameters.get(), 0, nullptr) == 0) {
             outcome.m_end = enmRunEnd::GivenUp;
         } else {
+            WarnBeforeDensities(request.m_key);
             bool goesOn = true;
             if (request.m_showPreview && calculator->IsPreviewAvailable() != 0) {
                 CReport report;
@@ -159,6 +174,7 @@ Result<CCalculationOutcome> RunCalculation(const CCalculationRequest& request) {
         journal.Undo(store);
         return outcome;
     }
+    outcome.m_hasChanges = !journal.IsEmpty();
     outcome.m_results =
         SumUp(journal, Data::CDataConfiguration::Instance()->GetDataDefinitionByID(calculator->GetParametersDataId()));
     LogNonFinite(journal);

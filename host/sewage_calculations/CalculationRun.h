@@ -46,6 +46,7 @@ struct CCalculationOutcome {
     int m_result = 0;                     ///< what Calculate answered
     int m_sectionCount = 0;               ///< sections handed to the calculator
     std::string m_parameters;             ///< serialised parameters of the run
+    bool m_hasChanges = false;            ///< whether anything was stored, parameter texts included
     std::vector<CStoredResult> m_results; ///< keys that got values, parameter texts left out, in the order of storing
     std::vector<std::string> m_alerts;    ///< texts shown during the run
 

@@ -105,7 +105,8 @@ TEST(InpImport, EverythingNotTakenOverIsCounted) {
     EXPECT_EQ(net.Noted("lines of \"MYSTERY\""), 2U);
     EXPECT_EQ(net.Noted("lines of TIMESERIES"), 1U);
     EXPECT_EQ(net.Noted("subcatchments without a polygon"), 1U);
-    EXPECT_EQ(net.Summary().m_notes.size(), 7U) << "and nothing else";
+    EXPECT_EQ(net.Noted("nodes without a depth"), 2U);
+    EXPECT_EQ(net.Summary().m_notes.size(), 8U) << "and nothing else";
 }
 
 TEST(InpImport, OffsetsGiveLevels) {
@@ -286,7 +287,8 @@ c CIRCULAR 1 0 0 0 1
         SCOPED_TRACE(section);
         EXPECT_EQ(net.OfSection(section, "LEVEL_LINE_0").IsNotNull(), level.has_value());
         EXPECT_EQ(net.OfSection(section, "LEVEL_LINE_0").AsDouble(), level.value_or(0.0));
-        for (const char* key : {"LEVEL_LINE_1", "length", "SECTION_SLOPE", "PIPE_REF", "PIPE_ROUGHNESS"})
+        EXPECT_EQ(net.Section(section)->GetLength2D(), 0.0) << "the map's distance is no length of a device";
+        for (const char* key : {"LEVEL_LINE_1", "SECTION_SLOPE", "PIPE_REF", "PIPE_ROUGHNESS"})
             EXPECT_FALSE(net.OfSection(section, key).IsNotNull()) << key;
         EXPECT_EQ(net.Noted(note), 1U);
     }
@@ -334,7 +336,7 @@ lonely rg LONELY 1 60
     const struct {
         const char* area;
         const char* section;
-    } cases[] = {{"head", "ab"}, {"fork", "first"}, {"outfall", "first"}, {"onto", "ab"}, {"chain", "ab"},
+    } cases[] = {{"head", "ab"}, {"fork", "w"}, {"outfall", "w"}, {"onto", "ab"}, {"chain", "ab"},
                  {"ring1", "-"}, {"ring2", "-"},    {"ring3", "-"},       {"self", "-"},  {"lonely", "-"}};
     for (const auto& [area, section] : cases)
         EXPECT_EQ(net.HangsOn(area), section) << area;

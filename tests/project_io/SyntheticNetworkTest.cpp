@@ -2,7 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "host/project_io/SyntheticNetwork.h"
 
-#include "host/project_io/MissingDensities.h"
+#include "host/sewage_core/MissingDensities.h"
 #include "tests/project_io/ProjectFileFixture.h"
 
 #include <gtest/gtest.h>
@@ -84,7 +84,7 @@ void ExpectPlausible() {
         ASSERT_EQ(Number("kinds", *catchment), CatchmentRain);
         ASSERT_GT(Number("area", *catchment) * Number("coefficient", *catchment), 0.0);
     }
-    EXPECT_FALSE(WarnOfMissingDensities(topology));
+    EXPECT_FALSE(OLMGis::Sewage::WarnOfMissingDensities(topology));
 }
 
 } // namespace

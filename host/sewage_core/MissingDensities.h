@@ -7,11 +7,11 @@
 #include <optional>
 #include <string>
 
-namespace OLMGis::ProjectIo {
+namespace OLMGis::Sewage {
 
 /// A sentence that names the sections (the first ten, and how many there are) with a household catchment that has an
 /// area above 0 and no density: calculations by density take nonsense for it. Nothing when there is none. For imports,
 /// overviews and the log before a run that uses densities. Linear.
 std::optional<std::string> WarnOfMissingDensities(const Topology::CTopologyStorage& topology);
 
-} // namespace OLMGis::ProjectIo
+} // namespace OLMGis::Sewage

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-#include "host/project_io/MissingDensities.h"
+#include "host/sewage_core/MissingDensities.h"
 
 #include "host/gis_core/DataRW.h"
+#include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/Utility.h"
 
 #include <fmt/format.h>
 
-namespace OLMGis::ProjectIo {
+namespace OLMGis::Sewage {
 
 using Topology::CCatchment;
 using Topology::CTopologyStorage;
@@ -36,8 +38,9 @@ std::optional<std::string> WarnOfMissingDensities(const CTopologyStorage& topolo
     }
     if (count == 0)
         return std::nullopt;
-    return fmt::format("household catchments with an area and without a density hang on {} section{}: {}{}", count,
-                       count > 1 ? "s" : "", names, count > mostNamed ? ", ..." : "");
+    if (count > mostNamed)
+        names += ", ...";
+    return Utility::CUtility::Format(Utility::CModuleConfiguration::Instance()->GetMsg(70071), count, names);
 }
 
-} // namespace OLMGis::ProjectIo
+} // namespace OLMGis::Sewage
