@@ -5,8 +5,6 @@
 #include "host/network_core/TopologyStorage.h"
 #include "host/sewage_core/FlowDirection.h"
 
-#include <algorithm>
-#include <array>
 #include <utility>
 
 using OLMGis::Sewage::CFlowDirection;
@@ -21,9 +19,6 @@ Record& AtRow(std::vector<Record>& records, std::uint32_t row) {
         records.resize(row + 1);
     return records[row];
 }
-
-/// Sections that are worked on together: few enough that they stay near the processor between two loops over them.
-constexpr std::size_t BlockSize = 1024;
 
 /// Where the flow goes on from the node at which a section of the run starts.
 std::uint32_t OutletOf(const CNode& start, const CSection& section) {
@@ -42,35 +37,23 @@ void CTransitWalk::Build(const CSectionList& sections, const COwnFlow& ownFlow) 
     m_topology = nullptr;
     m_sections.reserve(sections.size());
     m_nodes.reserve(sections.size());
-    const std::span<const CSectionList::value_type> all(sections);
-    for (std::size_t first = 0; first < all.size(); first += BlockSize)
-        BuildBlock(all.subspan(first, std::min(BlockSize, all.size() - first)), ownFlow);
-}
-
-void CTransitWalk::BuildBlock(std::span<const CSectionList::value_type> sections, const COwnFlow& ownFlow) {
-    // Lower nodes may lie anywhere in memory. A loop of its own lets the machine fetch many of them at a time.
-    std::array<std::uint32_t, BlockSize> ends;
-    for (std::size_t i = 0; i < sections.size(); ++i) {
-        const auto end = sections[i] ? sections[i]->GetEndingNode() : nullptr;
-        ends[i] = end ? end->GetRow() : None;
-    }
-    for (std::size_t i = 0; i < sections.size(); ++i) {
-        const auto start = ends[i] == None ? nullptr : sections[i]->GetStartingNode();
-        if (!start)
+    for (const auto& section : sections) {
+        if (!section || section->GetStartingNodeRow() == CSection::NoRow ||
+            section->GetEndingNodeRow() == CSection::NoRow)
             continue;
-        const CSection& section = *sections[i];
-        m_topology = &section.GetTopology();
-        CSectionFlow& flow = AtRow(m_sections, section.GetRow());
-        flow.own = ownFlow(section);
-        flow.start = start->GetRow();
-        flow.end = ends[i];
+        m_topology = &section->GetTopology();
+        CSectionFlow& flow = AtRow(m_sections, section->GetRow());
+        flow.own = ownFlow(*section);
+        flow.start = section->GetStartingNodeRow();
+        flow.end = section->GetEndingNodeRow();
+        const CNode& start = *m_topology->GetNodeAt(flow.start);
         CNodeFlow& node = AtRow(m_nodes, flow.start);
-        node.sectionsIn = start->GetSectionsInCount();
+        node.sectionsIn = start.GetSectionsInCount();
         if (node.outlet == Outfall || node.outlet == LeavesRun)
-            node.outlet = OutletOf(*start, section);
+            node.outlet = OutletOf(start, *section);
         // A head without both nodes has no record: it carries nothing, so that the walk leaves it out.
         if (node.sectionsIn == 0)
-            m_heads.push_back(section.GetRow());
+            m_heads.push_back(section->GetRow());
     }
 }
 

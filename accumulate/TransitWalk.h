@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
-#include <span>
 #include <vector>
 
 /// Accumulates flows (m³/s) from the heads of a network down to its outfalls. Flow never splits: at a node with several
@@ -63,7 +62,6 @@ public:
     const OLMGis::Topology::CTopologyStorage* GetTopology() const { return m_topology; }
 
 private:
-    void BuildBlock(std::span<const CSectionList::value_type> sections, const COwnFlow& ownFlow);
     bool HasRecord(std::uint32_t row) const { return row < m_sections.size() && m_sections[row].start != None; }
     std::uint32_t FindMainOutlet(std::uint32_t nodeRow) const;
 

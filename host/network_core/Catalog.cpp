@@ -5,8 +5,6 @@
 #include <boost/make_shared.hpp>
 #include <fmt/format.h>
 
-#include <algorithm>
-
 namespace OLMGis::Topology {
 
 using Utility::BadInput;
@@ -43,11 +41,7 @@ Result<boost::shared_ptr<CCatalogItem>> CCatalog::AddGroup(std::string guid, std
 Result<boost::shared_ptr<CCatalogItem>> CCatalog::AddItem(CCatalogItem& group, std::string guid, std::string name) {
     if (guid.empty() || m_byGuid.find(guid) != m_byGuid.end())
         return BadInput(fmt::format("catalogue item {}: the GUID \"{}\" occurs twice or is empty", name, guid));
-    const auto sameName = m_itemsByName.find(name);
-    const bool isRepeated = sameName != m_itemsByName.end() &&
-                            std::any_of(sameName->second.begin(), sameName->second.end(),
-                                        [&](const auto& item) { return item->GetParentItem().get() == &group; });
-    if (name.empty() || isRepeated)
+    if (name.empty() || m_namesInGroups.find({&group, name}) != m_namesInGroups.end())
         return BadInput(
             fmt::format("catalogue item {}: the name occurs twice in the group {} or is empty", name, group.GetName()));
     auto item = boost::make_shared<CCatalogItem>(std::move(guid), std::move(name));
@@ -55,6 +49,7 @@ Result<boost::shared_ptr<CCatalogItem>> CCatalog::AddItem(CCatalogItem& group, s
     group.m_subItems.push_back(item);
     m_byGuid.emplace(item->GetGUID(), item);
     m_itemsByName[item->GetName()].push_back(item);
+    m_namesInGroups.insert({&group, item->GetName()});
     return item;
 }
 

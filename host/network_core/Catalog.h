@@ -9,10 +9,14 @@
 #include <boost/shared_ptr.hpp>
 #include <boost/weak_ptr.hpp>
 #include <tsl/robin_map.h>
+#include <tsl/robin_set.h>
 
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace OLMGis::Topology {
@@ -106,6 +110,13 @@ public:
                                                                 CManholeData data);
 
 private:
+    using CNameInGroup = std::pair<const CCatalogItem*, std::string_view>;
+    struct NameInGroupHash {
+        std::size_t operator()(const CNameInGroup& name) const {
+            return std::hash<std::string_view>()(name.second) * 31 + std::hash<const void*>()(name.first);
+        }
+    };
+
     Utility::Result<boost::shared_ptr<CCatalogItem>> AddItem(CCatalogItem& group, std::string guid, std::string name);
 
     std::string m_id;
@@ -113,6 +124,7 @@ private:
     tsl::robin_map<std::string, boost::shared_ptr<CCatalogItem>, Utility::GuidHash, Utility::GuidEqual> m_byGuid;
     tsl::robin_map<std::string_view, boost::shared_ptr<CCatalogItem>> m_groupsByName;
     tsl::robin_map<std::string_view, std::vector<boost::shared_ptr<CCatalogItem>>> m_itemsByName;
+    tsl::robin_set<CNameInGroup, NameInGroupHash> m_namesInGroups;
 };
 
 } // namespace OLMGis::Topology

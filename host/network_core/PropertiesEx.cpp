@@ -15,6 +15,7 @@
 namespace OLMGis::Topology {
 
 using Data::CDataBox;
+using nlohmann::json;
 using nlohmann::ordered_json;
 using Utility::BadInput;
 using Utility::CUtility;
@@ -155,8 +156,9 @@ Status CPropertiesEx::Restore(std::string_view text) {
     if (text.size() > LongestText)
         return BadInput(fmt::format("serialised form: found {} bytes, expected at most {}", text.size(), LongestText));
     // The form is one flat object: deeper nesting is refused before it can fill the stack.
-    const auto isShallow = [](int depth, ordered_json::parse_event_t, ordered_json&) { return depth <= 1; };
-    const ordered_json object = ordered_json::parse(text, isShallow, false);
+    // Sorted, because an ordered object is searched from its beginning for every tag it takes.
+    const auto isShallow = [](int depth, json::parse_event_t, json&) { return depth <= 1; };
+    const json object = json::parse(text, isShallow, false);
     if (!object.is_object())
         return BadInput("serialised form: found another text, expected one JSON object of tags and values");
     std::vector<std::pair<boost::shared_ptr<CPropertyEx>, CDataBox>> values;

@@ -19,20 +19,28 @@ const Data::CDataDefinition* Definition(std::string_view id) {
 
 } // namespace
 
+CNode* CSection::Start() const {
+    return m_start == NoRow ? nullptr : GetTopology().GetNodeAt(m_start).get();
+}
+
+CNode* CSection::End() const {
+    return m_end == NoRow ? nullptr : GetTopology().GetNodeAt(m_end).get();
+}
+
 boost::shared_ptr<CNode> CSection::GetStartingNode() const {
-    return m_start == nullptr ? nullptr : GetTopology().GetNodeAt(m_start->GetRow());
+    return m_start == NoRow ? nullptr : GetTopology().GetNodeAt(m_start);
 }
 
 boost::shared_ptr<CNode> CSection::GetEndingNode() const {
-    return m_end == nullptr ? nullptr : GetTopology().GetNodeAt(m_end->GetRow());
+    return m_end == NoRow ? nullptr : GetTopology().GetNodeAt(m_end);
 }
 
 std::string_view CSection::GetStartingNodeGuid() const {
-    return m_start == nullptr ? std::string_view() : m_start->GetGuid();
+    return m_start == NoRow ? std::string_view() : Start()->GetGuid();
 }
 
 std::string_view CSection::GetEndingNodeGuid() const {
-    return m_end == nullptr ? std::string_view() : m_end->GetGuid();
+    return m_end == NoRow ? std::string_view() : End()->GetGuid();
 }
 
 double CSection::GetLength2D() const {
@@ -43,8 +51,8 @@ double CSection::GetLength2D() const {
     if (m_line != NoLine)
         return PolylineLength(GetTopology().GetLineAt(m_line));
     const bool isDrawn =
-        m_start != nullptr && m_end != nullptr && m_start->GetPoint().IsKnown() && m_end->GetPoint().IsKnown();
-    return isDrawn ? Distance(m_start->GetPoint(), m_end->GetPoint()) : 0.0;
+        m_start != NoRow && m_end != NoRow && Start()->GetPoint().IsKnown() && End()->GetPoint().IsKnown();
+    return isDrawn ? Distance(Start()->GetPoint(), End()->GetPoint()) : 0.0;
 }
 
 std::vector<CPoint> CSection::GetGeometry() const {
@@ -52,24 +60,24 @@ std::vector<CPoint> CSection::GetGeometry() const {
         const std::span<const CPoint> line = GetTopology().GetLineAt(m_line);
         return {line.begin(), line.end()};
     }
-    if (m_start == nullptr || m_end == nullptr || !m_start->GetPoint().IsKnown() || !m_end->GetPoint().IsKnown())
+    if (m_start == NoRow || m_end == NoRow || !Start()->GetPoint().IsKnown() || !End()->GetPoint().IsKnown())
         return {};
-    return {m_start->GetPoint(), m_end->GetPoint()};
+    return {Start()->GetPoint(), End()->GetPoint()};
 }
 
 int CSection::GetSectionsIn(std::vector<boost::shared_ptr<CSection>>& list) const {
     list.clear();
-    return m_start == nullptr ? 0 : m_start->GetSectionsIn(list);
+    return m_start == NoRow ? 0 : Start()->GetSectionsIn(list);
 }
 
 int CSection::GetSectionsOut(std::vector<boost::shared_ptr<CSection>>& list) const {
     list.clear();
-    if (m_end == nullptr)
+    if (m_end == NoRow)
         return 0;
-    const CSection* const main = m_end->m_out.size() > 1 ? GetTopology().GetSettledMainOutlet(*m_end) : nullptr;
+    const CSection* const main = End()->m_out.size() > 1 ? GetTopology().GetSettledMainOutlet(*End()) : nullptr;
     if (main != nullptr)
         list.push_back(main->GetShared());
-    for (const CSection* section : m_end->m_out)
+    for (const CSection* section : End()->m_out)
         if (section != main)
             list.push_back(section->GetShared());
     return static_cast<int>(list.size());

@@ -20,12 +20,17 @@ class CNode;
 class CSection final : public CEntity {
 public:
     CSection(CEntityKey, CTopologyStorage& topology, Data::CAttributeStore& store, Data::CKeptText guid,
-             Data::CKeptText name, CNode* start, CNode* end)
+             Data::CKeptText name, std::uint32_t start, std::uint32_t end)
         : CEntity(topology, store, Data::enmEntityKind::Section, guid, name), m_start(start), m_end(end) {}
 
     /// Null when the section has none.
     boost::shared_ptr<CNode> GetStartingNode() const;
     boost::shared_ptr<CNode> GetEndingNode() const;
+
+    /// Row of the node, NoRow when the section has none: for loops over whole networks that work by row.
+    static constexpr std::uint32_t NoRow = 0xFFFFFFFFU;
+    std::uint32_t GetStartingNodeRow() const { return m_start; }
+    std::uint32_t GetEndingNodeRow() const { return m_end; }
 
     /// Empty when the section has no such node.
     std::string_view GetStartingNodeGuid() const;
@@ -60,10 +65,14 @@ public:
 
 private:
     friend class CTopologyStorage;
+    /// The nodes themselves, null without one; kept alive by the topology, like every entity.
+    CNode* Start() const;
+    CNode* End() const;
+
     static constexpr std::uint32_t NoLine = 0xFFFFFFFFU;
 
-    CNode* m_start; ///< kept alive by the topology, like every entity
-    CNode* m_end;
+    std::uint32_t m_start; ///< row of the node, NoRow for none
+    std::uint32_t m_end;
     std::uint32_t m_line = NoLine; ///< place of the drawn line at the topology; none for straight between the nodes
     std::uint32_t m_order = 0;
 };

@@ -130,7 +130,8 @@ Result<boost::shared_ptr<CSection>> CTopologyStorage::AddSection(std::string_vie
                                                                  std::span<const CPoint> line) {
     if (guid.empty() || m_sections.m_byGuid.Find(guid) != nullptr)
         return BadInput(fmt::format("section {}: the GUID \"{}\" occurs twice or is empty", name, guid));
-    auto section = Enter(m_sections, guid, name, start, end);
+    const auto rowOf = [](const CNode* node) { return node == nullptr ? CSection::NoRow : node->GetRow(); };
+    auto section = Enter(m_sections, guid, name, rowOf(start), rowOf(end));
     if (line.size() >= 2 && !IsStraight(line, start, end)) {
         section->m_line = static_cast<std::uint32_t>(m_lines.size());
         m_lines.emplace_back(line.begin(), line.end());
@@ -191,10 +192,10 @@ void CTopologyStorage::Attach(CSection& section) {
     m_sections.m_byGuid.Insert(section.GetRow());
     if (!m_sections.m_byName.Insert(section.GetRow()))
         m_repeatedNames[section.GetName()].push_back(section.GetRow());
-    if (section.m_end != nullptr)
-        InsertInOrder(section.m_end->m_in, &section);
-    if (section.m_start != nullptr)
-        InsertInOrder(section.m_start->m_out, &section);
+    if (CNode* end = section.End())
+        InsertInOrder(end->m_in, &section);
+    if (CNode* start = section.Start())
+        InsertInOrder(start->m_out, &section);
     if (section.GetRow() >= m_catchmentsOf.size())
         m_catchmentsOf.resize(section.GetRow() + 1);
 }
@@ -211,10 +212,10 @@ void CTopologyStorage::Detach(CSection& section) {
             rows.erase(rows.begin());
         }
     }
-    if (section.m_end != nullptr)
-        Erase(section.m_end->m_in, &section);
-    if (section.m_start != nullptr)
-        Erase(section.m_start->m_out, &section);
+    if (CNode* end = section.End())
+        Erase(end->m_in, &section);
+    if (CNode* start = section.Start())
+        Erase(start->m_out, &section);
 }
 
 void CTopologyStorage::Attach(CCatchment& catchment) {
@@ -293,7 +294,7 @@ CSection* CTopologyStorage::GetSettledMainOutlet(const CNode& node) const {
     if (guid.empty())
         return nullptr;
     const auto* found = m_sections.m_byGuid.Find(guid);
-    return found != nullptr && (*found)->m_start == &node ? found->get() : nullptr;
+    return found != nullptr && (*found)->m_start == node.GetRow() ? found->get() : nullptr;
 }
 
 int CTopologyStorage::CollectUpstream(const CSection& section, std::vector<boost::shared_ptr<CSection>>& list) const {
@@ -311,9 +312,9 @@ int CTopologyStorage::CollectUpstream(const CSection& section, std::vector<boost
             list.push_back(m_sections.m_rows[in->GetRow()]);
         }
     };
-    enterSectionsInto(section.m_start);
+    enterSectionsInto(section.Start());
     for (std::size_t i = 0; i < list.size(); ++i)
-        enterSectionsInto(list[i]->m_start);
+        enterSectionsInto(list[i]->Start());
     return static_cast<int>(list.size());
 }
 
