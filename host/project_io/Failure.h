@@ -5,6 +5,7 @@
 #include "host/gis_core/Result.h"
 
 #include <exception>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -29,6 +30,21 @@ private:
 }
 [[noreturn]] inline void FailRefused(std::string message) {
     throw CFailure(Utility::Refused(std::move(message)));
+}
+
+/// The door of an operation: what is thrown inside, by us or by a library, becomes a value here. name: what errors call
+/// the file.
+template <class Value, class Step>
+Utility::Result<Value> AtTheDoor(const std::string& name, Step step) {
+    try {
+        return step();
+    } catch (const CFailure& failure) {
+        return failure.GetError();
+    } catch (const std::bad_alloc&) {
+        return Utility::Refused(name + ": not enough memory");
+    } catch (const std::exception& error) {
+        return Utility::Refused(name + ": " + error.what());
+    }
 }
 
 } // namespace OLMGis::ProjectIo

@@ -14,7 +14,6 @@
 #include <fmt/format.h>
 
 #include <limits>
-#include <new>
 
 namespace OLMGis::ProjectIo {
 
@@ -23,20 +22,6 @@ using Utility::Result;
 using Utility::Status;
 
 namespace {
-
-/// The one door: what is thrown inside becomes a value here.
-template <class Value, class Step>
-Result<Value> AtTheDoor(const std::string& path, Step step) {
-    try {
-        return step();
-    } catch (const CFailure& failure) {
-        return failure.GetError();
-    } catch (const std::bad_alloc&) {
-        return Utility::Refused(fmt::format("{}: not enough memory", path));
-    } catch (const std::exception& error) {
-        return Utility::Refused(fmt::format("{}: {}", path, error.what()));
-    }
-}
 
 /// Without definitions every attribute would be an unknown column, and be dropped by the next save.
 void CheckDefinitions() {

@@ -25,7 +25,7 @@ public:
     static constexpr std::size_t Size = 100;
     static constexpr std::string_view Magic{"SQLite format 3\0", 16};
 
-    explicit CHead(int file) { m_size = ::pread(file, m_bytes.data(), m_bytes.size(), 0); }
+    explicit CHead(int file) : m_size(::pread(file, m_bytes.data(), m_bytes.size(), 0)) {}
 
     bool IsSqlite() const {
         return m_size == static_cast<ssize_t>(Size) && std::string_view(m_bytes.data(), Magic.size()) == Magic;
@@ -49,7 +49,7 @@ private:
     }
 
     std::array<char, Size> m_bytes{};
-    ssize_t m_size = 0;
+    ssize_t m_size;
 };
 
 CReadableFile::CReadableFile(const fs::path& path, std::string name)

@@ -211,6 +211,11 @@ void CSqliteDatabase::Configure() {
     Execute("PRAGMA cell_size_check = ON; PRAGMA mmap_size = 0; PRAGMA query_only = ON; PRAGMA temp_store = MEMORY;");
 }
 
+std::int64_t CSqliteDatabase::GetSize() const {
+    CSqliteStatement statement(*this, "SELECT page_count * page_size FROM pragma_page_count, pragma_page_size");
+    return statement.Step() ? statement.GetInteger(0) : 0;
+}
+
 void CSqliteDatabase::Execute(const std::string& sql) {
     if (const int code = sqlite3_exec(m_connection, sql.c_str(), nullptr, nullptr, nullptr); code != SQLITE_OK)
         Fail(code);

@@ -77,6 +77,10 @@ public:
 
     const std::string& GetName() const { return m_name; }
 
+    /// Bytes of the file with what its log adds. Damage and malice may link its pages in circles: nothing that it is
+    /// made to hold can be more than this.
+    std::int64_t GetSize() const;
+
     void Execute(const std::string& sql);
 
     /// Ends the connection and tells what went wrong with that; the destructor can't.

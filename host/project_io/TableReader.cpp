@@ -15,7 +15,7 @@ using Layout::CColumn;
 
 namespace {
 
-/// A text with every byte that is no UTF-8 replaced.
+/// A text with every byte that is no UTF-8 or 0 replaced.
 std::string Repaired(std::string_view text) {
     constexpr std::string_view Replacement = "\xEF\xBF\xBD";
     constexpr std::size_t LongestCharacter = 4;
@@ -24,7 +24,7 @@ std::string Repaired(std::string_view text) {
         std::size_t size = 1;
         while (size <= std::min(LongestCharacter, text.size()) && !Utility::CUtility::IsUtf8(text.substr(0, size)))
             ++size;
-        if (size > std::min(LongestCharacter, text.size())) {
+        if (size > std::min(LongestCharacter, text.size()) || text[0] == '\0') {
             size = 1;
             repaired += Replacement;
         } else {
@@ -113,11 +113,23 @@ void CFileTables::WarnOfUnknown(CWarnings& warnings) const {
 CTableReader::CTableReader(const CSqliteDatabase& database, std::string_view table,
                            std::span<const std::string> columns, std::string_view order)
     : m_database(database), m_table(table), m_columns(columns.begin(), columns.end()),
-      m_statement(database, SelectStatement(table, columns, order)) {}
+      m_statement(database, SelectStatement(table, columns, order)), m_fileSize(database.GetSize()) {}
 
 bool CTableReader::Next() {
+    constexpr std::int64_t LeastRowBytes = 4; // key, head and value of a column, and the row's place in its page
     m_repaired.clear();
-    return m_statement.Step();
+    if (!m_statement.Step())
+        return false;
+    if (++m_rowCount > m_fileSize / LeastRowBytes)
+        Fail(fmt::format("found more rows than its {} bytes can hold, expected an undamaged file", m_fileSize));
+    return true;
+}
+
+void CTableReader::CountBytes(std::size_t bytes) const {
+    constexpr std::size_t MostReads = 8; // of one value, each maybe longer than in the file, which may be UTF-16
+    m_byteCount += bytes;
+    if (m_byteCount / MostReads > static_cast<std::size_t>(m_fileSize))
+        Fail(fmt::format("found more text than its {} bytes can hold, expected an undamaged file", m_fileSize));
 }
 
 void CTableReader::Fail(std::string_view what) const {
@@ -146,7 +158,8 @@ std::string_view CTableReader::GetText(int column) {
         return {};
     Expect(column, enmStoredType::Text, "a text");
     const std::string_view text = m_statement.GetText(column);
-    if (Utility::CUtility::IsUtf8(text))
+    CountBytes(text.size());
+    if (Utility::CUtility::IsUtf8(text) && text.find('\0') == std::string_view::npos)
         return text;
     ++m_repairedCount;
     return m_repaired.emplace_back(Repaired(text));
@@ -156,7 +169,9 @@ std::span<const std::byte> CTableReader::GetBlob(int column) const {
     if (m_statement.IsNull(column))
         return {};
     Expect(column, enmStoredType::Blob, "binary data");
-    return m_statement.GetBlob(column);
+    const auto blob = m_statement.GetBlob(column);
+    CountBytes(blob.size());
+    return blob;
 }
 
 } // namespace OLMGis::ProjectIo

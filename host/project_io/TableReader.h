@@ -79,6 +79,7 @@ public:
 
 private:
     void Expect(int column, enmStoredType type, std::string_view expected) const;
+    void CountBytes(std::size_t bytes) const;
 
     const CSqliteDatabase& m_database;
     std::string m_table;
@@ -86,6 +87,9 @@ private:
     CSqliteStatement m_statement;
     std::deque<std::string> m_repaired;
     std::size_t m_repairedCount = 0;
+    std::int64_t m_fileSize;
+    std::int64_t m_rowCount = 0;
+    mutable std::size_t m_byteCount = 0; ///< of texts and blobs
 };
 
 /// Names of fixed columns.

@@ -14,7 +14,6 @@
 using namespace OLMGis;
 using ProjectIo::CProjectFile;
 using testing::AllOf;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
@@ -47,7 +46,7 @@ std::string Reopened(const std::string& path, std::vector<std::string>* warnings
 std::string SmallFile(const CTestFolder& folder) {
     CTestProject project;
     FillSmall();
-    const std::string path = folder.File("small.gpkg");
+    std::string path = folder.File("small.gpkg");
     const auto file = CProjectFile::Create(path, false);
     EXPECT_TRUE(file) << file.GetError().message;
     return path;

@@ -85,9 +85,9 @@ TEST(SpatialIndex, FindsWhatPlainComparisonFinds) {
 TEST(SpatialIndex, OthersMayGoOnChangingIt) {
     const CTestFolder folder;
     const std::string path = folder.File("index.sqlite");
-    std::vector<CExtent> extents;
+    std::vector<CExtent> extents(3000);
     for (int i = 0; i < 3000; ++i)
-        extents.push_back(Rectangle(i % 60, i / 60.0, 1.0, 1.0));
+        extents[static_cast<std::size_t>(i)] = Rectangle(i % 60, i / 60.0, 1.0, 1.0);
     WriteIndex(path, extents);
     RunSql(path, "BEGIN; DELETE FROM rtree_t_geom WHERE id % 3 = 0;"
                  "INSERT INTO rtree_t_geom SELECT id + 10000, minx + 7, maxx + 7, miny, maxy FROM rtree_t_geom;"
