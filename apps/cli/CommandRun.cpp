@@ -7,8 +7,10 @@
 #include "apps/cli/Interrupt.h"
 #include "apps/cli/ParameterFile.h"
 #include "apps/cli/Project.h"
+#include "apps/cli/RunOutcome.h"
 #include "apps/cli/ShownText.h"
 #include "apps/cli/Table.h"
+#include "apps/cli/TerminalDirectionEditor.h"
 #include "host/sewage_calculations/CalculationRun.h"
 
 #include <fmt/format.h>
@@ -75,43 +77,6 @@ void PrintReport(std::ostream& results, const CReport& report) {
     table.Print(results);
 }
 
-std::string ShowStatistic(const CStoredResult& result, double value) {
-    return result.m_finiteCount == 0 ? std::string() : ShowValue(CDataBox(value), result.m_definition->m_decimals);
-}
-
-void PrintOutcome(std::ostream& results, IFlowCalculator& calculator, const CCalculationOutcome& outcome) {
-    results << fmt::format("{}  {}: {}\n", calculator.GetKey(), OnOneLine(calculator.GetCalculatorName()),
-                           Count(static_cast<std::size_t>(outcome.m_sectionCount), "section"));
-    CTable table;
-    table.AddColumn("key");
-    table.AddColumn("stored", CTable::enmAlign::Right);
-    for (const char* head : {"least", "greatest", "sum"})
-        table.AddColumn(head, CTable::enmAlign::Right);
-    table.AddColumn("unit");
-    for (const CStoredResult& result : outcome.m_results)
-        table.AddRow({result.m_definition->m_id, fmt::format("{}", result.m_count),
-                      ShowStatistic(result, result.m_minimum), ShowStatistic(result, result.m_maximum),
-                      ShowStatistic(result, result.m_sum), result.m_definition->m_unit});
-    table.Print(results);
-}
-
-/// Why a run ended early; Done for one that ended well, whatever it stored.
-Status CheckEnd(const CCalculationOutcome& outcome, const CWordFormEditor& editor) {
-    using OLMGis::Utility::enmErrorKind;
-    switch (outcome.m_end) {
-    case enmRunEnd::GivenUp:
-        return editor.GetError().value_or(BadWords("the form was given up"));
-    case enmRunEnd::Alerted:
-        return Error{enmErrorKind::Stopped, "the calculation stopped; nothing was stored"};
-    case enmRunEnd::Cancelled:
-        return Error{enmErrorKind::Cancelled, "interrupted; the project is as it was"};
-    case enmRunEnd::Finished:
-    case enmRunEnd::Previewed:
-        break;
-    }
-    return Done{};
-}
-
 } // namespace
 
 CVerbResult RunCalculator(const CRunOptions& options, CTerminal& terminal, std::ostream& results) {
@@ -140,6 +105,8 @@ CVerbResult RunCalculator(const CRunOptions& options, CTerminal& terminal, std::
 
     CWordFormEditor editor(std::move(words.Value()));
     const OLMGis::Topology::CFormEditorScope scope(editor);
+    CTerminalDirectionEditor directions(terminal);
+    const OLMGis::Sewage::CDirectionEditorScope directionScope(directions);
     const auto outcome = OLMGis::Sewage::RunCalculation(request.Value());
     if (!outcome)
         return outcome.GetError();
@@ -147,7 +114,9 @@ CVerbResult RunCalculator(const CRunOptions& options, CTerminal& terminal, std::
         return ended.GetError();
     for (const std::string& tag : editor.GetOutOfForce())
         terminal.Note(fmt::format("{} is out of force with these values; it was set all the same", tag));
-    if (!options.m_isPreview && !outcome->HasStored()) {
+    const bool hasResults = options.m_isPreview || outcome->HasStored();
+    // A run without results still leaves the parameters that were entered on the sections.
+    if (!hasResults && !outcome->m_hasChanges) {
         terminal.Tell("nothing was stored");
         return enmExitCode::NothingStored;
     }
@@ -155,12 +124,12 @@ CVerbResult RunCalculator(const CRunOptions& options, CTerminal& terminal, std::
         return saved.GetError();
     if (options.m_isPreview)
         PrintReport(results, report);
-    else
+    else if (hasResults)
         PrintOutcome(results, *calculator.Value(), outcome.Value());
     results.flush();
     terminal.Tell(fmt::format("{}: {}", project.Value()->GetTarget(options.m_output),
-                              options.m_isPreview ? "parameters saved, no flow stored" : "saved"));
-    return enmExitCode::Done;
+                              options.m_isPreview || !hasResults ? "parameters saved, no flow stored" : "saved"));
+    return hasResults ? enmExitCode::Done : enmExitCode::NothingStored;
 }
 
 } // namespace Cli

@@ -4,6 +4,7 @@
 
 #include "apps/cli/CommandAttributes.h"
 #include "apps/cli/CommandCalculators.h"
+#include "apps/cli/CommandDesign.h"
 #include "apps/cli/CommandDirections.h"
 #include "apps/cli/CommandExport.h"
 #include "apps/cli/CommandGenerate.h"
@@ -63,6 +64,12 @@ public:
     CVerb& List(const std::string& name, std::vector<std::string>& values, const std::string& shape,
                 const std::string& help) {
         m_app->add_option(name, values, help)->allow_extra_args(false)->option_text(shape);
+        return *this;
+    }
+    /// An option with any number of words behind it.
+    CVerb& Settings(const std::string& name, std::vector<std::string>& values, const std::string& shape,
+                    const std::string& help) {
+        m_app->add_option(name, values, help)->option_text(shape);
         return *this;
     }
     CVerb& Flag(const std::string& name, bool& value, const std::string& help) {
@@ -187,7 +194,7 @@ void AddSettings(CLI::App& program, CParsedWords& parsed) {
     CVerb(program, parsed, "settings", "PROJECT [KEY=VALUE...] [options]", "show or change the settings of a project")
         .Word("PROJECT", options->m_project, "project file")
         .Words("KEY=VALUE", options->m_words,
-               "edition=STANDARD|RO|BLG, turkish=0|1, language=en,\ncrs=EPSG:n; none to show all", false)
+               "edition=STANDARD|RO|BLG, turkish=0|1,\nlanguage=en|ro|bg|hr|tr, crs=EPSG:n; none to show all", false)
         .SaveAs(options->m_output)
         .Runs("drenova settings town.gpkg edition=RO", [options](CTerminal& terminal, std::ostream& results) {
             return ShowOrChangeSettings(*options, terminal, results);
@@ -243,13 +250,31 @@ void AddRun(CLI::App& program, CParsedWords& parsed) {
 void AddDirections(CLI::App& program, CParsedWords& parsed) {
     const auto options = std::make_shared<CDirectionsOptions>();
     const auto isList = std::make_shared<bool>(true);
-    CVerb(program, parsed, "directions", "PROJECT [--list] [options]", "show which nodes need a main outlet")
+    CVerb(program, parsed, "directions", "PROJECT [--list] [--set NODE=SECTION...] [--auto] [options]",
+          "show or settle main outlets")
         .Word("PROJECT", options->m_project, "project file")
         .Flag("--list", *isList, "list the nodes with several ways out and the settled one (the default)")
+        .Settings("--set", options->m_settings, "NODE=SECTION",
+                  "main outlet of a node, by names or GUIDs; several may follow")
+        .Flag("--auto", options->m_isAutomatic, "settle what is left: lowest level, then larger pipe, then first")
         .Json(options->m_isJson)
-        .Runs("drenova directions town.gpkg --list", [options, isList](CTerminal& terminal, std::ostream& results) {
-            return ListDirections(*options, terminal, results);
-        });
+        .SaveAs(options->m_output)
+        .Runs("drenova directions town.gpkg --set M004=MAIN-07 --auto",
+              [options, isList](CTerminal& terminal, std::ostream& results) {
+                  return ShowOrSettleDirections(*options, terminal, results);
+              });
+}
+
+void AddDesign(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CDesignOptions>();
+    CVerb(program, parsed, "design", "PROJECT --params FILE.json [options]",
+          "run every calculator that a parameter file names")
+        .Word("PROJECT", options->m_project, "project file")
+        .Option("--params", options->m_parameterFile, "FILE.json", "calculators and their values", true)
+        .SaveAs(options->m_output)
+        .Runs("drenova design town.gpkg --params design.json -o designed.gpkg\n\n"
+              "Calculators run in ascending order of key. One that stops leaves the project as it was.",
+              [options](CTerminal& terminal, std::ostream& results) { return RunDesign(*options, terminal, results); });
 }
 
 void AddExport(CLI::App& program, CParsedWords& parsed) {
@@ -298,6 +323,7 @@ void AddVerbs(CLI::App& program, CParsedWords& parsed) {
     AddCalculators(program, parsed);
     AddForm(program, parsed);
     AddRun(program, parsed);
+    AddDesign(program, parsed);
     AddDirections(program, parsed);
     AddExport(program, parsed);
 }

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "apps/cli/CommandDesign.h"
+
+#include "apps/cli/Calculators.h"
+#include "apps/cli/ParameterFile.h"
+#include "apps/cli/Project.h"
+#include "apps/cli/RunOutcome.h"
+#include "apps/cli/TerminalDirectionEditor.h"
+
+#include <fmt/format.h>
+
+namespace Cli {
+
+using OLMGis::Sewage::CCalculationOutcome;
+using OLMGis::Utility::BadInput;
+using OLMGis::Utility::Error;
+using OLMGis::Utility::Result;
+using OLMGis::Utility::Status;
+
+namespace {
+
+/// One calculator with the values of the parameter file; what it stored is printed.
+Result<CCalculationOutcome> RunOne(const std::string& key, const std::vector<CFormWord>& words, CTerminal& terminal,
+                                   std::ostream& results) {
+    const auto calculator = FindCalculator(key);
+    if (!calculator)
+        return calculator.GetError();
+    CWordFormEditor editor(words);
+    const OLMGis::Topology::CFormEditorScope formScope(editor);
+    auto outcome = OLMGis::Sewage::RunCalculation({key, {}, {}});
+    if (!outcome)
+        return outcome.GetError();
+    if (const Status ended = CheckEnd(outcome.Value(), editor); !ended)
+        return Error{ended.GetError().kind, fmt::format("{}: {}", key, ended.GetError().message)};
+    for (const std::string& tag : editor.GetOutOfForce())
+        terminal.Note(fmt::format("{}: {} is out of force with these values; it was set all the same", key, tag));
+    if (outcome->HasStored())
+        PrintOutcome(results, *calculator.Value(), outcome.Value());
+    else
+        terminal.Note(fmt::format("{}: nothing was stored", key));
+    return outcome;
+}
+
+} // namespace
+
+CVerbResult RunDesign(const CDesignOptions& options, CTerminal& terminal, std::ostream& results) {
+    const auto project = CProject::Open(options.m_project, terminal);
+    if (!project)
+        return project.GetError();
+    if (const Status loaded = project.Value()->LoadModule(); !loaded)
+        return loaded.GetError();
+    const auto file = CParameterFile::Read(options.m_parameterFile, GetCalculatorKeys());
+    if (!file)
+        return file.GetError();
+    CTerminalDirectionEditor directions(terminal);
+    const OLMGis::Sewage::CDirectionEditorScope directionScope(directions);
+    bool hasStored = false;
+    bool hasChanges = false;
+    int count = 0;
+    for (const std::string& key : GetCalculatorKeys()) {
+        const auto* words = file->FindWords(key);
+        if (words == nullptr)
+            continue;
+        const auto outcome = RunOne(key, *words, terminal, results);
+        if (!outcome)
+            return outcome.GetError();
+        hasStored = hasStored || outcome->HasStored();
+        hasChanges = hasChanges || outcome->m_hasChanges;
+        ++count;
+    }
+    if (count == 0)
+        return BadInput(fmt::format("{}: found no calculator, expected one or more", options.m_parameterFile));
+    results.flush();
+    if (hasChanges) {
+        if (const Status saved = project.Value()->Save(options.m_output); !saved)
+            return saved.GetError();
+        terminal.Tell(fmt::format("{}: saved", project.Value()->GetTarget(options.m_output)));
+    }
+    return hasStored ? enmExitCode::Done : enmExitCode::NothingStored;
+}
+
+} // namespace Cli

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "apps/cli/Command.h"
+
+#include <ostream>
+#include <string>
+
+namespace Cli {
+
+struct CDesignOptions {
+    std::string m_project;
+    std::string m_parameterFile;
+    std::string m_output; ///< project to write; empty for the one read
+};
+
+/// "design": every calculator that the parameter file names, in ascending order of key. The project is saved once, at
+/// the end: a calculation that stops with an alert, or is interrupted, leaves it as it was.
+CVerbResult RunDesign(const CDesignOptions& options, CTerminal& terminal, std::ostream& results);
+
+} // namespace Cli
