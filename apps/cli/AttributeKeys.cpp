@@ -17,7 +17,6 @@ namespace Cli {
 using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataConfiguration;
 using OLMGis::Data::CDataDefinition;
-using OLMGis::Data::enmDataType;
 using OLMGis::Data::enmEntityKind;
 using OLMGis::Utility::BadWords;
 using OLMGis::Utility::Result;

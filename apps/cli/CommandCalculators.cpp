@@ -75,13 +75,13 @@ ordered_json DescribeForm(const CPropertiesEx& form) {
     return {{"categories", std::move(categories)}};
 }
 
-/// What may be typed for a choice, and what it means: "0 One, 1 Other".
+/// What may be typed for a choice, and what it means: "0: One; 1: Other".
 std::string ShowChoices(const CPropertyEx& property) {
     std::vector<std::string> choices;
     if (property.HasChoices())
         for (const auto& choice : property.GetConstraints()->GetConstraints())
-            choices.push_back(fmt::format("{} {}", choice->GetHiddenValue().AsText(), choice->GetValue().AsText()));
-    return fmt::format("{}", fmt::join(choices, ", "));
+            choices.push_back(fmt::format("{}: {}", choice->GetHiddenValue().AsText(), choice->GetValue().AsText()));
+    return fmt::format("{}", fmt::join(choices, "; "));
 }
 
 /// The default of what GetEffectiveValue gives, so that the two stand comparable side by side.

@@ -4,30 +4,36 @@
 
 #include "host/gis_core/Result.h"
 
-#include <fstream>
 #include <istream>
+#include <memory>
 #include <string>
 
 namespace Cli {
 
-/// A file to read, or standard input for the path "-".
+/// A file to read, or standard input for the path "-". Shows progress through a large file, and ends early once Ctrl+C
+/// was pressed: what reads it then fails, and the program tells why (see Interrupt::Check).
 class CInputFile {
 public:
     /// Refused, naming the system's reason, when it cannot be opened.
     static OLMGis::Utility::Result<CInputFile> Open(const std::string& path);
 
-    std::istream& GetStream() { return m_isStandardInput ? GetStandardInput() : m_file; }
+    ~CInputFile();
+    CInputFile(CInputFile&& other) noexcept;
+    CInputFile& operator=(CInputFile&& other) noexcept;
+
+    /// Goes bad when the system fails to read.
+    std::istream& GetStream() { return *m_stream; }
 
     /// What messages call it.
     const std::string& GetName() const { return m_name; }
 
 private:
-    CInputFile() = default;
-    static std::istream& GetStandardInput();
+    class CBuffer;
+    CInputFile(std::unique_ptr<CBuffer> buffer, std::string name);
 
-    std::ifstream m_file;
+    std::unique_ptr<CBuffer> m_buffer;
+    std::unique_ptr<std::istream> m_stream;
     std::string m_name;
-    bool m_isStandardInput = false;
 };
 
 } // namespace Cli

@@ -18,7 +18,6 @@ using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataConfiguration;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;
-using OLMGis::Data::enmEntityKind;
 using OLMGis::Topology::CCatalogManager;
 using OLMGis::Topology::CPoint;
 using OLMGis::Topology::CTopologyMultiStorage;

@@ -97,11 +97,11 @@ public:
     }
     CVerb& Replace(bool& value) { return Flag("--replace", value, "replace an existing file (else: exit code 4)"); }
 
-    void Runs(const std::string& example, CCommand command) {
+    void Runs(const std::string& example, const CCommand& command) {
         m_app->add_flag("--quiet", m_parsed.m_terminal.m_isQuiet, "only errors and alerts on standard error");
         m_app->add_flag("--verbose", m_parsed.m_terminal.m_isVerbose, "details on standard error");
         m_app->footer("Example:\n  " + example);
-        m_app->callback([&parsed = m_parsed, run = std::move(command)] { parsed.m_command = run; });
+        m_app->callback([&parsed = m_parsed, run = command] { parsed.m_command = run; });
     }
 
 private:

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "apps/cli/ShownText.h"
+
+#include "apps/cli/Table.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <sstream>
+#include <string>
+
+using Cli::CTable;
+using Cli::CutToWidth;
+using Cli::DisplayWidth;
+using Cli::OnOneLine;
+using Cli::ShowValue;
+using Cli::Suggest;
+using OLMGis::Data::CDataBox;
+
+TEST(ShownText, MeasuresWhatATerminalShows) {
+    EXPECT_EQ(DisplayWidth("čakovec"), 7u);
+    EXPECT_EQ(DisplayWidth("c\xCC\x8C"), 1u); // c and a combining caron
+    EXPECT_EQ(DisplayWidth("水"), 2u);
+    EXPECT_EQ(DisplayWidth("\xFF\xC4"), 2u); // stray bytes
+    EXPECT_EQ(CutToWidth("水水水", 5), "水水");
+    EXPECT_EQ(OnOneLine("a\x1b[2J\nb\x7f\xFFč\xC2\x9B"), "a?[2J?b??č?");
+}
+
+TEST(ShownText, RoundsForPeopleWithoutLosingNumbers) {
+    EXPECT_EQ(ShowValue(CDataBox(1.23456), 3), "1.235");
+    EXPECT_EQ(ShowValue(CDataBox(0.0), 3), "0.000");
+    EXPECT_EQ(ShowValue(CDataBox(0.00012345), 3), "0.0001234");
+    EXPECT_EQ(ShowValue(CDataBox(-1e300), 3), "-1e+300");
+    EXPECT_EQ(ShowValue(CDataBox(std::numeric_limits<double>::quiet_NaN()), 3), "NaN");
+    EXPECT_EQ(ShowValue(CDataBox(-std::numeric_limits<double>::infinity()), 3), "-Infinity");
+    EXPECT_EQ(ShowValue(CDataBox(7), 3), "7");
+    EXPECT_EQ(ShowValue(CDataBox(), 3), "");
+}
+
+TEST(ShownText, SuggestsOnlyWhatIsNear) {
+    EXPECT_EQ(Suggest("rnu", {"new", "run"}), ", did you mean run?");
+    EXPECT_EQ(Suggest("flow_usr", {"FLOW_RAIN", "FLOW_USER"}), ", did you mean FLOW_USER?");
+    EXPECT_EQ(Suggest("calc", {"catalog", "calculators"}), ", did you mean calculators?");
+    EXPECT_EQ(Suggest("xyz", {"new", "run"}), "");
+    EXPECT_EQ(Suggest(std::string(100000, 'x'), {"run"}), "");
+}
+
+TEST(Table, AlignsByWidth) {
+    CTable table;
+    table.AddColumn("name");
+    table.AddColumn("m", CTable::enmAlign::Right);
+    table.AddRow({"č", "1"});
+    table.AddRow({"水水水", "10"});
+    table.AddRow({"x", ""});
+    std::ostringstream shown;
+    table.Print(shown, "  ");
+    EXPECT_EQ(shown.str(), "  name     m\n  č        1\n  水水水  10\n  x\n");
+}

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "apps/cli/WordFormEditor.h"
+
+#include "apps/cli/ParameterFile.h"
+#include "host/network_core/PropertiesEx.h"
+
+#include <boost/make_shared.hpp>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+using Cli::CFormWord;
+using Cli::CParameterFile;
+using Cli::CWordFormEditor;
+using OLMGis::Data::CDataBox;
+using OLMGis::Topology::CCategory;
+using OLMGis::Topology::CConstraint;
+using OLMGis::Topology::CConstraints;
+using OLMGis::Topology::CPropertiesEx;
+using OLMGis::Topology::CPropertyEx;
+using OLMGis::Topology::enmPropertyEditorType;
+using OLMGis::Utility::enmErrorKind;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+/// A form like that of a curve file: the file decides which frequencies there are to choose, and the choice of a mode
+/// puts the limit in or out of force.
+class CCurveForm {
+public:
+    CCurveForm() {
+        const auto category = boost::make_shared<CCategory>();
+        m_form.AddCategory(category);
+        const auto add = [&category](const char* tag, enmPropertyEditorType type, const CDataBox& value) {
+            return CPropertyEx::CreateProperty(category, tag, type, 0, 0, value, value, value, value, 0, nullptr, "",
+                                               "");
+        };
+        add("FILE_PATH", enmPropertyEditorType::FilePath, "");
+        m_frequency = add("FREQUENCY", enmPropertyEditorType::ComboBox, 0);
+        const auto mode = add("MODE", enmPropertyEditorType::ComboBox, 0);
+        mode->SetConstraints(MakeChoices({{0, "without limit"}, {1, "with limit"}}));
+        mode->SetDependency("0:0:LIMIT$1:1:LIMIT");
+        add("LIMIT", enmPropertyEditorType::Edit, 2.0);
+        m_form.ApplyDependencies();
+    }
+
+    int Type(CWordFormEditor& editor) {
+        return editor.EditForm("", m_form, [this](CPropertyEx& changed) {
+            m_order.push_back(changed.GetTag());
+            if (changed.GetTag() == "FILE_PATH")
+                m_frequency->SetConstraints(MakeChoices({{5, "5 years"}, {10, "10 years"}}));
+            m_form.ApplyDependencies();
+        });
+    }
+
+    static boost::shared_ptr<CConstraints> MakeChoices(const std::vector<std::pair<int, const char*>>& choices) {
+        auto list = boost::make_shared<CConstraints>();
+        for (const auto& [hidden, shown] : choices) {
+            const auto choice = boost::make_shared<CConstraint>();
+            choice->SetHiddenValue(hidden);
+            choice->SetValue(shown);
+            list->AddConstraint(choice);
+        }
+        return list;
+    }
+
+    CPropertiesEx m_form;
+    std::vector<std::string> m_order; ///< tags as they changed
+
+private:
+    boost::shared_ptr<CPropertyEx> m_frequency;
+};
+
+} // namespace
+
+/// The file comes before the frequency that it offers, however they are typed; the last word of a tag counts.
+TEST(WordFormEditor, ActsInTheOrderOfTheForm) {
+    CCurveForm form;
+    CWordFormEditor editor({{"MODE", "with limit", "", ""},
+                            {"FREQUENCY", "10 years", "", ""},
+                            {"LIMIT", "x", "", ""},
+                            {"FILE_PATH", "curves.txt", "", ""},
+                            {"LIMIT", "3.5", "", ""}});
+    EXPECT_EQ(form.Type(editor), 1);
+    EXPECT_FALSE(editor.GetError());
+    EXPECT_THAT(form.m_order, ElementsAre("FILE_PATH", "FREQUENCY", "MODE", "LIMIT"));
+    EXPECT_EQ(form.m_form.GetIntProperty("FREQUENCY", 0, 1), 10);
+    EXPECT_EQ(form.m_form.GetDblProperty("LIMIT", 0, 1), 3.5);
+    EXPECT_TRUE(editor.GetOutOfForce().empty());
+}
+
+TEST(WordFormEditor, NamesWhatIsOutOfForce) {
+    CCurveForm form;
+    CWordFormEditor editor({{"LIMIT", "4", "", ""}});
+    EXPECT_EQ(form.Type(editor), 1);
+    EXPECT_THAT(editor.GetOutOfForce(), ElementsAre("LIMIT"));
+    EXPECT_EQ(form.m_form.GetDblProperty("LIMIT", 0, 1), 4.0);
+}
+
+/// A choice that is not offered is the typist's slip, or the parameter file's.
+TEST(WordFormEditor, TellsWhoIsToBlame) {
+    struct CCase {
+        CFormWord m_word;
+        enmErrorKind m_kind;
+        const char* m_message;
+    };
+    const CCase cases[] = {
+        {{"MODE", "2", "", ""}, enmErrorKind::BadWords, "one of 0 (without limit), 1 (with limit)"},
+        {{"MODE", "2", "p.json: 001_X", "."}, enmErrorKind::BadInput, "p.json: 001_X: MODE: found \"2\""},
+        {{"LIMITS", "2", "", ""}, enmErrorKind::BadWords, "did you mean LIMIT?"},
+        {{"FREQUENCY", "often", "", ""}, enmErrorKind::BadWords, "expected a number"},
+    };
+    for (const CCase& test : cases) {
+        CCurveForm form;
+        CWordFormEditor editor({test.m_word});
+        EXPECT_EQ(form.Type(editor), 0);
+        ASSERT_TRUE(editor.GetError());
+        EXPECT_EQ(editor.GetError()->kind, test.m_kind);
+        EXPECT_THAT(editor.GetError()->message, HasSubstr(test.m_message));
+    }
+}
+
+/// Values of a file are typed as a person would type them, and its relative paths begin in its folder.
+TEST(ParameterFile, GivesWordsForTheForm) {
+    const auto file = CParameterFile::Parse(
+        R"({"checks": {"x": {"y": [1]}}, "001_X": {"FILE_PATH": "curves.txt", "MODE": true, "LIMIT": 0.1}})",
+        "project/p.json", {"001_X"});
+    ASSERT_TRUE(file);
+    EXPECT_EQ(file->FindWords("002_Y"), nullptr);
+    ASSERT_NE(file->FindWords("001_X"), nullptr);
+    CCurveForm form;
+    CWordFormEditor editor(*file->FindWords("001_X"));
+    EXPECT_EQ(form.Type(editor), 1) << editor.GetError()->message;
+    EXPECT_EQ(form.m_form.GetStrProperty("FILE_PATH", "", 1), "project/curves.txt");
+    EXPECT_EQ(form.m_form.GetIntProperty("MODE", 0, 1), 1);
+    EXPECT_EQ(form.m_form.GetDblProperty("LIMIT", 0, 1), 0.1);
+}
+
+TEST(ParameterFile, RefusesWhatIsNone) {
+    const std::pair<std::string, const char*> cases[] = {
+        {"", "p.json: not JSON"},
+        {"[1]", "expected one object"},
+        {"{\"001_X\": 1}", "p.json: 001_X: found 1"},
+        {"{\"001_X\": {\"A\": null}}", "p.json: 001_X: A: found null"},
+        {"{\"001_X\": {\"A\": [1]}}", "found [1]"},
+        {"{\"001_Y\": {}}", "did you mean 001_X?"},
+        {"{\"001_X\": {}, \"a\":\n!}", "line 2"},
+        {"{\"checks\": " + std::string(100000, '[') + std::string(100000, ']') + "}", "deeply nested"},
+        {std::string(1100000, ' '), "more than 1048576 bytes"},
+    };
+    for (const auto& [text, message] : cases) {
+        const auto file = CParameterFile::Parse(text, "p.json", {"001_X"});
+        ASSERT_FALSE(file) << message;
+        EXPECT_EQ(file.GetError().kind, enmErrorKind::BadInput);
+        EXPECT_THAT(file.GetError().message, HasSubstr(message));
+    }
+}

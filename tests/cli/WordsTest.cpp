@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "tests/cli/Program.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+/// Two of its sections bear the name "twin"; node B has two ways out.
+constexpr const char* Twins = R"({"type": "FeatureCollection", "features": [
+{"type": "Feature", "properties": {"layer": "node", "name": "A"}, "geometry": {"type": "Point", "coordinates": [0, 0]}},
+{"type": "Feature", "properties": {"layer": "node", "name": "B"}, "geometry": {"type": "Point", "coordinates": [10, 0]}},
+{"type": "Feature", "properties": {"layer": "node", "name": "C"}, "geometry": {"type": "Point", "coordinates": [20, 0]}},
+{"type": "Feature", "properties": {"layer": "node", "name": "D, E"}, "geometry": {"type": "Point", "coordinates": [20, 9]}},
+{"type": "Feature", "properties": {"layer": "section", "name": "one", "from": "A", "to": "B"}, "geometry": null},
+{"type": "Feature", "properties": {"layer": "section", "name": "twin", "guid": "T1", "from": "B", "to": "C"}, "geometry": null},
+{"type": "Feature", "properties": {"layer": "section", "name": "twin", "guid": "T2", "from": "B", "to": "D, E"}, "geometry": null},
+{"type": "Feature", "properties": {"layer": "catchment", "section": "one", "kinds": ["rain", "household"], "area": 2}, "geometry": null}
+]})";
+
+struct CCase {
+    const char* m_about;
+    std::vector<std::string> m_words; ///< "P" stands for the project, "/x" for a file beside it
+    int m_code;
+    const char* m_out = "";
+    const char* m_err = "";
+};
+
+const CCase Cases[] = {
+    {"no words", {}, 2, "", "expected a verb"},
+    {"unknown verb", {"rnu", "P"}, 2, "", "did you mean run?"},
+    {"unknown verb asked for help", {"rnu", "--help"}, 2, "", "did you mean run?"},
+    {"unknown option", {"info", "P", "--jsn"}, 2, "", "did you mean --json?"},
+    {"unknown option where a word is missing", {"info", "--jsn"}, 2, "", "did you mean --json?"},
+    {"missing word", {"info"}, 2, "", "PROJECT is required"},
+    {"word too many", {"info", "P", "P"}, 2, "", "expected nothing more"},
+    {"option without its value", {"get", "P", "FLOW_USER", "--names"}, 2, "", "--names: expected a value"},
+    {"choice that is none", {"get", "P", "FLOW_USER", "--format", "xml"}, 2, "", "expected one of table, csv, json"},
+    {"yes and no", {"run", "P", "01_WASTE_PERCENT", "--yes", "--no"}, 2, "", "excludes"},
+    {"version", {"--version"}, 0, "drenova "},
+    {"help", {"--help"}, 0, "Verbs:"},
+    {"help of a verb", {"help", "run"}, 0, "usage: drenova run PROJECT CALCULATOR"},
+
+    {"no such project", {"info", "/none.gpkg"}, 4, "", "No such file"},
+    {"no project but a text", {"info", "/twins.geojson"}, 3, "", "twins.geojson"},
+    {"new project in a folder that is not there", {"new", "/none/new.gpkg"}, 4, "", "none/new.gpkg"},
+    {"new project over one", {"new", "P"}, 4, "", "--replace replaces it"},
+    {"unknown edition", {"new", "/new.gpkg", "--edition", "XX"}, 2, "", "STANDARD, RO, BLG"},
+    {"unknown coordinate system", {"new", "/new.gpkg", "--crs", "EPSG:1"}, 2, "", "EPSG:1"},
+
+    {"import over a project", {"import", "/twins.geojson", "-o", "P"}, 4, "", "--replace replaces it"},
+    {"import of an unknown ending", {"import", "/town.dwg", "-o", "/new.gpkg"}, 2, "", ".geojson, .json or .inp"},
+    {"import of nothing", {"import", "/none.geojson", "-o", "/new.gpkg"}, 4, "", "No such file"},
+    {"import of something else", {"import", "P", "-o", "/new.gpkg", "--format", "inp"}, 3, "", "town.gpkg"},
+    {"import onto its input", {"import", "/twins.geojson", "-o", "/twins.geojson", "--replace"}, 2, "", "is the input"},
+    {"import with an unknown catalogue",
+     {"import", "/twins.geojson", "-o", "/new.gpkg", "--catalog", "/none.csv"},
+     4,
+     "",
+     "none.csv"},
+
+    {"unknown key", {"get", "P", "FLOW_USR"}, 2, "", "did you mean FLOW_USER?"},
+    {"key of others", {"get", "P", "TERRAIN_1"}, 2, "", "--on nodes"},
+    {"unknown name", {"get", "P", "FLOW_USER", "--names", "one,two"}, 2, "", "found \"two\""},
+    {"repeated name", {"get", "P", "FLOW_USER", "--names", "twin"}, 2, "", "2 sections are named \"twin\""},
+    {"name with a comma", {"get", "P", "TERRAIN_1", "--on", "nodes", "--names", "D, E"}, 0, "D, E"},
+    {"catchment by its section", {"get", "P", "kinds", "--on", "catchments", "--names", "one"}, 0, "rain+household"},
+    {"section without catchments",
+     {"get", "P", "kinds", "--on", "catchments", "--names", "T1"},
+     2,
+     "",
+     "with catchments"},
+
+    {"nobody named to set", {"set", "P", "FLOW_USER=1"}, 2, "", "--names nor --all"},
+    {"all and some to set", {"set", "P", "FLOW_USER=1", "--all", "--names", "one"}, 2, "", "excludes"},
+    {"no number", {"set", "P", "FLOW_USER=1,5", "--all"}, 2, "", "found \"1,5\""},
+    {"not a number", {"set", "P", "FLOW_USER=NaN", "--all"}, 2, "", "expected a number"},
+    {"no value", {"set", "P", "FLOW_USER", "--all"}, 2, "", "expected KEY=VALUE"},
+    {"parameters are not for people", {"set", "P", "FLOW_WASTE_PER_S={}", "--all"}, 2, "", "only calculations"},
+    {"area below 0", {"set", "P", "area=-1", "--on", "catchments", "--all"}, 2, "", "area"},
+    {"a pipe that nobody knows", {"set", "P", "PIPE_REF=X", "--all", "-o", "/set.gpkg"}, 0, "", "warning: PIPE_REF"},
+    {"table with a wrong value", {"load", "P", "/bad.csv"}, 3, "", "line 2"},
+    {"table that is not there", {"load", "P", "/none.csv"}, 4, "", "none.csv"},
+
+    {"settings", {"settings", "P"}, 0, "edition=STANDARD\nturkish=0\nlanguage=en\ncrs=\n"},
+    {"unknown setting", {"settings", "P", "edtion=RO"}, 2, "", "did you mean edition?"},
+    {"unknown value of a setting", {"settings", "P", "language=xx"}, 2, "", "found \"xx\""},
+
+    {"calculators", {"calculators"}, 0, "01_WASTE_PERCENT"},
+    {"form of an unknown calculator", {"form", "P", "01_WASTE_PERCNT"}, 2, "", "did you mean 01_WASTE_PERCENT?"},
+    {"form with an unknown tag", {"form", "P", "01_WASTE_PERCENT", "PERIODE=1"}, 2, "", "did you mean PERIOD?"},
+    {"form", {"form", "P", "01_WASTE_PERCENT", "PERIOD=12.5"}, 0, "12.5"},
+
+    {"run of an unknown calculator", {"run", "P", "99_NONE"}, 2, "", "99_NONE"},
+    {"run with an unknown tag", {"run", "P", "01_WASTE_PERCENT", "X=1"}, 2, "", "found the tag X"},
+    {"run with a wrong value", {"run", "P", "01_WASTE_PERCENT", "PERIOD=x"}, 2, "", "PERIOD: found \"x\""},
+    {"run of an unknown section", {"run", "P", "01_WASTE_PERCENT", "--names", "two"}, 2, "", "found \"two\""},
+    {"run of a repeated name", {"run", "P", "01_WASTE_PERCENT", "--names", "twin"}, 2, "", "expected the GUID"},
+    {"run by GUID", {"run", "P", "01_WASTE_PERCENT", "--names", "{t2}", "-o", "/run.gpkg"}, 0, ": 1 section\n"},
+    {"run of nothing", {"run", "/empty.gpkg", "01_WASTE_PERCENT"}, 1, "", "nothing was stored"},
+    {"no parameter file", {"run", "P", "01_WASTE_PERCENT", "--params", "/none.json"}, 4, "", "none.json"},
+    {"parameter file that is no JSON", {"run", "P", "01_WASTE_PERCENT", "--params", "/bad.csv"}, 3, "", "line 1"},
+    {"parameter file with an unknown tag",
+     {"run", "P", "01_WASTE_PERCENT", "--params", "/tag.json"},
+     3,
+     "",
+     "tag.json: 01_WASTE_PERCENT: found the tag PERIODE"},
+    {"parameter file with a wrong value",
+     {"run", "P", "01_WASTE_PERCENT", "--params", "/value.json"},
+     3,
+     "",
+     "PERIOD: found \"long\""},
+    {"parameter file with an unknown calculator",
+     {"run", "P", "01_WASTE_PERCENT", "--params", "/calculator.json"},
+     3,
+     "",
+     "found the calculator \"1_WASTE\""},
+    {"parameter file without the calculator",
+     {"run", "P", "01_WASTE_PERCENT", "--params", "/others.json", "-o", "/run.gpkg"},
+     0,
+     "FLOW_WASTE_PER",
+     "note: "},
+
+    {"directions", {"directions", "P", "--list"}, 0, "B     -            twin twin     one", "1 without"},
+    {"export of an unknown format", {"export", "P", "swmm", "-o", "/x"}, 2, "", "expected one of geojson"},
+    {"export onto the project", {"export", "P", "csv", "-o", "P"}, 2, "", "is the project itself"},
+    {"export where nobody may write", {"export", "P", "csv", "-o", "/none/x.csv"}, 4, "", "none/x.csv"},
+    {"generate of no shape", {"generate", "--shape", "ring", "--sections", "5", "-o", "/x.gpkg"}, 2, "", "--shape"},
+    {"generate of no number", {"generate", "--shape", "line", "--sections", "1e3", "-o", "/x.gpkg"}, 2, "", "1e3"},
+    {"generate of nothing", {"generate", "--shape", "line", "--sections", "0", "-o", "/x.gpkg"}, 2, "", "0 sections"},
+};
+
+} // namespace
+
+/// Every way to say something wrong ends with its code, says why on standard error, says nothing on standard output,
+/// and leaves the project as it was.
+TEST(Words, EndWithTheirExitCode) {
+    const CFolder folder;
+    folder.Write("twins.geojson", Twins);
+    folder.Write("bad.csv", "name,FLOW_USER\none,much\n");
+    folder.Write("tag.json", R"({"01_WASTE_PERCENT": {"PERIOD": 30, "PERIODE": 1}})");
+    folder.Write("value.json", R"({"01_WASTE_PERCENT": {"PERIOD": "long"}})");
+    folder.Write("calculator.json", R"({"1_WASTE": {}})");
+    folder.Write("others.json", R"({"checks": {"0004_MIN_SLOPE": {"VALUE_MIN": 3}}})");
+    const std::string project = folder / "town.gpkg";
+    ASSERT_EQ(Drenova({"import", folder / "twins.geojson", "-o", project}).m_code, 0);
+    ASSERT_EQ(Drenova({"new", folder / "empty.gpkg"}).m_code, 0);
+    const std::string before = ReadFile(project);
+
+    for (const CCase& test : Cases) {
+        SCOPED_TRACE(test.m_about);
+        std::vector<std::string> words;
+        for (const std::string& word : test.m_words)
+            words.push_back(word == "P" ? project : word.front() == '/' ? folder / word.substr(1) : word);
+        const CEnded ended = Drenova(words);
+        EXPECT_EQ(ended.m_code, test.m_code) << ended.m_err;
+        EXPECT_THAT(ended.m_out, HasSubstr(test.m_out));
+        EXPECT_THAT(ended.m_err, HasSubstr(test.m_err));
+        if (test.m_code > 1) {
+            EXPECT_EQ(ended.m_out, "");
+            EXPECT_THAT(ended.m_err, StartsWith("drenova: "));
+        }
+        EXPECT_TRUE(ReadFile(project) == before);
+    }
+    EXPECT_EQ(folder.List(), "bad.csv calculator.json empty.gpkg others.json run.gpkg set.gpkg tag.json town.gpkg "
+                             "twins.geojson value.json");
+}
+
+/// Each verb that the program lists explains itself with an example that begins with the verb.
+TEST(Words, EveryVerbHasHelpWithAnExample) {
+    const std::string help = Drenova({"--help"}).m_out;
+    const std::size_t begin = help.find("Verbs:\n");
+    ASSERT_NE(begin, std::string::npos);
+    int count = 0;
+    for (std::size_t line = help.find("\n  ", begin); line < help.find("\n\n", begin);
+         line = help.find("\n  ", line + 1)) {
+        const std::string verb = help.substr(line + 3, help.find(' ', line + 3) - line - 3);
+        SCOPED_TRACE(verb);
+        const CEnded ended = Drenova({verb, "--help"});
+        EXPECT_EQ(ended.m_code, 0);
+        EXPECT_THAT(ended.m_out, HasSubstr("usage: drenova " + verb + " "));
+        EXPECT_THAT(ended.m_out, HasSubstr("Example:\n  drenova " + verb));
+        ++count;
+    }
+    EXPECT_GE(count, 13);
+}
