@@ -18,7 +18,14 @@ namespace {
 
 using MessageMap = tsl::robin_map<int, std::string>;
 
+/// A language is part of a path, and a project file that came from somebody else names it.
+bool IsLanguageName(std::string_view language) {
+    return !language.empty() && language.find_first_not_of("abcdefghijklmnopqrstuvwxyz_") == std::string_view::npos;
+}
+
 Result<MessageMap> LoadCatalogue(std::string_view language) {
+    if (!IsLanguageName(language))
+        return BadInput(fmt::format("found the language \"{}\", expected small letters such as en", language));
     const std::string path = InstallationPaths::DataFile(fmt::format("messages/{}.json", language));
     const Result<std::string> text = InstallationPaths::ReadWholeFile(path);
     if (!text)

@@ -23,12 +23,11 @@ struct Error {
     std::string message;
 };
 
-inline Error BadInput(std::string message) {
-    return {enmErrorKind::BadInput, std::move(message)};
-}
-inline Error Refused(std::string message) {
-    return {enmErrorKind::Refused, std::move(message)};
-}
+/// Pieces of the file or of names stand in most messages of these two kinds, and the file may hold anything: control
+/// characters and what is no UTF-8 come out as "?", and what is longer than a screen is cut.
+Error BadInput(std::string message);
+Error Refused(std::string message);
+
 inline Error BadWords(std::string message) {
     return {enmErrorKind::BadWords, std::move(message)};
 }
