@@ -8,6 +8,7 @@
 #include "host/project_io/CatalogRows.h"
 #include "host/project_io/CsvReader.h"
 #include "host/project_io/CsvWriter.h"
+#include "host/project_io/Failure.h"
 
 #include <fmt/format.h>
 #include <tsl/robin_map.h>
@@ -152,9 +153,7 @@ bool HasOwnGroupGuids(const CCatalog& catalog, enmCatalogKind kind) {
     return false;
 }
 
-} // namespace
-
-Result<int> ImportCatalogCsv(std::istream& stream, const std::string& name, enmCatalogTable table) {
+Result<int> Import(std::istream& stream, const std::string& name, enmCatalogTable table) {
     CCsvReader reader(stream, name);
     if (const Status head = reader.ReadHead(); !head)
         return head.GetError();
@@ -167,6 +166,12 @@ Result<int> ImportCatalogCsv(std::istream& stream, const std::string& name, enmC
     if (const Status status = import.ReadAll(); !status)
         return status.GetError();
     return import.Enter();
+}
+
+} // namespace
+
+Result<int> ImportCatalogCsv(std::istream& stream, const std::string& name, enmCatalogTable table) {
+    return AtTheDoor<int>(name, [&] { return Import(stream, name, table); });
 }
 
 Status ExportCatalog(std::ostream& stream, enmCatalogKind kind) {

@@ -55,6 +55,8 @@ Status CCsvReader::Append(std::string& field, int byte) {
         return Fault(fmt::format("found a field of more than {} bytes, expected a shorter one (is a quotation mark "
                                  "left open?)",
                                  LongestField));
+    if (++m_rowBytes > LongestRow)
+        return Fault(fmt::format("found a row of more than {} bytes, expected a shorter one", LongestRow));
     if (byte == '\n')
         ++m_line;
     field += static_cast<char>(byte);
@@ -93,6 +95,7 @@ Result<bool> CCsvReader::ReadRecord() {
             return false;
         m_rowLine = m_line;
         m_fieldCount = 0;
+        m_rowBytes = 0;
         isEmptyLine = Peek() == '\n' || Peek() == '\r';
         bool hasMore = true;
         while (hasMore) {

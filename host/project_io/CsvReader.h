@@ -19,6 +19,7 @@ namespace OLMGis::ProjectIo {
 class CCsvReader {
 public:
     static constexpr std::size_t LongestField = std::size_t{1} << 20; ///< bytes; more is another kind of file
+    static constexpr std::size_t LongestRow = 16 * LongestField;
     static constexpr std::size_t MostColumns = 1000;
 
     /// The stream is borrowed; name is what messages call it.
@@ -64,8 +65,9 @@ private:
     std::vector<std::string> m_columns;
     std::vector<std::string> m_fields; ///< never shrinks, so that its texts keep their room
     std::size_t m_fieldCount = 0;
-    std::string m_headLine;   ///< as it stands in the file, read ahead to find the separator
-    std::size_t m_headAt = 0; ///< place of the next byte in it
+    std::size_t m_rowBytes = 0; ///< in the fields so far
+    std::string m_headLine;     ///< as it stands in the file, read ahead to find the separator
+    std::size_t m_headAt = 0;   ///< place of the next byte in it
     std::size_t m_line = 1;
     std::size_t m_rowLine = 1;
     char m_separator = ',';

@@ -49,16 +49,13 @@ void CExchangeGeometry::AddNumber(double number) {
         m_positionLevel = m_level;
     if (m_level != m_positionLevel)
         SetFault("found coordinates nested to different depths, expected the same depth for all");
-    switch (m_numbersInPoint++) {
-    case 0:
+    if (m_numbersInPoint == 0)
         m_point.m_x = number;
-        break;
-    case 1:
+    else if (m_numbersInPoint == 1)
         m_point.m_y = number;
-        break;
-    default:
+    else
         m_hasHeights = true;
-    }
+    m_numbersInPoint = std::min(m_numbersInPoint + 1, 3); // further ones say nothing more, however many
 }
 
 void CExchangeGeometry::CloseList() {
@@ -67,9 +64,13 @@ void CExchangeGeometry::CloseList() {
     } else if (m_level == m_positionLevel) {
         if (m_numbersInPoint < 2)
             SetFault(fmt::format("found a position of {} numbers, expected two, x and y", m_numbersInPoint));
-        m_points.push_back(m_point);
+        if (m_points.size() < MostPoints)
+            m_points.push_back(m_point);
+        else
+            SetFault(fmt::format("found more than {} points, expected fewer", MostPoints));
     } else if (m_level == m_positionLevel - 1) {
-        m_ringEnds.push_back(m_points.size());
+        if (m_ringEnds.size() < MostPoints)
+            m_ringEnds.push_back(m_points.size());
     }
     m_numbersInPoint = 0;
     --m_level;

@@ -39,6 +39,9 @@ struct CExchangeProperty {
 /// The geometry of a feature, gathered from nested lists of numbers.
 class CExchangeGeometry {
 public:
+    /// More than this in one geometry, points and the like, is a fault.
+    static constexpr std::size_t MostPoints = 10'000'000;
+
     void Clear();
 
     void SetGiven() { m_isGiven = true; }
@@ -75,7 +78,7 @@ private:
     Topology::CPoint m_point;
     int m_level = 0;          ///< lists open now
     int m_positionLevel = 0;  ///< lists around the numbers; 0 while there was no number
-    int m_numbersInPoint = 0; ///< of the position that is being read
+    int m_numbersInPoint = 0; ///< of the position that is being read, 3 for all beyond
     bool m_isGiven = false;
     bool m_hasHeights = false;
 };
@@ -83,8 +86,9 @@ private:
 /// One feature of an exchange file. Made once and filled anew for each.
 class CExchangeFeature {
 public:
-    /// More properties than this have no meaning and are a fault.
+    /// More properties than this have no meaning and are a fault, and so are longer texts in all.
     static constexpr std::size_t MostProperties = 256;
+    static constexpr std::size_t LongestTexts = std::size_t{1} << 24; ///< bytes
 
     /// Begins the feature of a number, counted from 1.
     void Begin(std::size_t number);

@@ -7,6 +7,7 @@
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/project_io/ExchangeLinker.h"
 #include "host/project_io/ExchangeReader.h"
+#include "host/project_io/Failure.h"
 #include "host/sewage_core/MissingDensities.h"
 
 #include <fmt/format.h>
@@ -117,9 +118,7 @@ Status Enter(CExchangeRecords& records, CTopologyStorage& topology) {
     return store.EnterCatchments();
 }
 
-} // namespace
-
-Result<CImportSummary> ImportExchange(std::istream& stream, const std::string& name) {
+Result<CImportSummary> Import(std::istream& stream, const std::string& name) {
     CTopologyStorage& topology = *Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
     if (!topology.GetNodes().empty() || !topology.GetSections().empty())
         return Refused(name + ": the project has a network already, expected an empty one");
@@ -146,6 +145,12 @@ Result<CImportSummary> ImportExchange(std::istream& stream, const std::string& n
     if (auto warning = Sewage::WarnOfMissingDensities(topology))
         summary.m_warnings.push_back(std::move(*warning));
     return summary;
+}
+
+} // namespace
+
+Result<CImportSummary> ImportExchange(std::istream& stream, const std::string& name) {
+    return AtTheDoor<CImportSummary>(name, [&] { return Import(stream, name); });
 }
 
 } // namespace OLMGis::ProjectIo

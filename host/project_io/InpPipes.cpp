@@ -37,8 +37,13 @@ std::uint32_t CInpPipes::Enter(const CInpNetwork& network, const CInpCrossSectio
     const auto [entry, isNew] = m_byName.emplace(name, InpNone);
     if (!isNew)
         return entry->second;
-    std::optional<Topology::CPipeData> data =
-        MakeInpPipe(section, FindCurve(network, section), FindInpTransect(network, section));
+    const CInpShapeCurve* curve = FindCurve(network, section);
+    const CInpTransect* transect = FindInpTransect(network, section);
+    m_pointCount +=
+        (curve == nullptr ? 0 : curve->m_points.size()) + (transect == nullptr ? 0 : transect->m_points.size());
+    if (m_pointCount > MostPoints)
+        return InpNone;
+    std::optional<Topology::CPipeData> data = MakeInpPipe(section, curve, transect);
     if (!data)
         return InpNone;
     data->m_roughness = catalogRoughness;

@@ -26,7 +26,7 @@ double RoughnessOfManning(double manning);
 class CInpPipes {
 public:
     /// Place of the pipe of a cross-section with a roughness k (mm), entered at its first sight; InpNone where its
-    /// outline is not known. One hash look-up for a known one.
+    /// outline is not known or the outlines grow beyond all measure. One hash look-up for a known one.
     std::uint32_t Enter(const CInpNetwork& network, const CInpCrossSection& section, double roughness);
 
     /// GUID of an entered pipe, made from its group and name.
@@ -46,7 +46,12 @@ private:
         Topology::CPipeData m_data;
     };
 
+    /// Points of curves and surveyed channels that outlines are made from: each conduit may have its own height of the
+    /// same long curve, and no network has so many.
+    static constexpr std::size_t MostPoints = 3'000'000;
+
     std::vector<CPipe> m_pipes;
+    std::size_t m_pointCount = 0;
     tsl::robin_map<std::string, std::uint32_t> m_byName; ///< names tell the group, too; InpNone for no outline
 };
 

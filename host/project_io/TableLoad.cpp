@@ -6,6 +6,7 @@
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/project_io/AttributeText.h"
 #include "host/project_io/CsvReader.h"
+#include "host/project_io/Failure.h"
 #include "host/project_io/StagedAttributes.h"
 #include "host/project_io/TableTargets.h"
 
@@ -150,9 +151,7 @@ int CTableLoad::Write(const Data::CAttributeOwner& entity, const CDataDefinition
     return Data::CDataRW::Write(&definition, &entity, box, nullptr);
 }
 
-} // namespace
-
-Result<int> LoadTable(std::istream& stream, const std::string& name, enmEntityKind kind) {
+Result<int> Load(std::istream& stream, const std::string& name, enmEntityKind kind) {
     CCsvReader reader(stream, name);
     if (const Status head = reader.ReadHead(); !head)
         return head.GetError();
@@ -162,6 +161,12 @@ Result<int> LoadTable(std::istream& stream, const std::string& name, enmEntityKi
     if (const Status rows = load.ReadRows(); !rows)
         return rows.GetError();
     return load.Store();
+}
+
+} // namespace
+
+Result<int> LoadTable(std::istream& stream, const std::string& name, enmEntityKind kind) {
+    return AtTheDoor<int>(name, [&] { return Load(stream, name, kind); });
 }
 
 } // namespace OLMGis::ProjectIo

@@ -15,7 +15,7 @@ using Layout::CColumn;
 
 namespace {
 
-/// A text with every byte that is no UTF-8 or 0 replaced.
+/// A text with every byte that is no UTF-8 replaced.
 std::string Repaired(std::string_view text) {
     constexpr std::string_view Replacement = "\xEF\xBF\xBD";
     constexpr std::size_t LongestCharacter = 4;
@@ -24,7 +24,7 @@ std::string Repaired(std::string_view text) {
         std::size_t size = 1;
         while (size <= std::min(LongestCharacter, text.size()) && !Utility::CUtility::IsUtf8(text.substr(0, size)))
             ++size;
-        if (size > std::min(LongestCharacter, text.size()) || text[0] == '\0') {
+        if (size > std::min(LongestCharacter, text.size())) {
             size = 1;
             repaired += Replacement;
         } else {
@@ -159,7 +159,7 @@ std::string_view CTableReader::GetText(int column) {
     Expect(column, enmStoredType::Text, "a text");
     const std::string_view text = m_statement.GetText(column);
     CountBytes(text.size());
-    if (Utility::CUtility::IsUtf8(text) && text.find('\0') == std::string_view::npos)
+    if (Utility::CUtility::IsUtf8(text))
         return text;
     ++m_repairedCount;
     return m_repaired.emplace_back(Repaired(text));
