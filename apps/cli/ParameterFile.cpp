@@ -15,7 +15,7 @@
 
 namespace Cli {
 
-using nlohmann::ordered_json;
+using nlohmann::json; // sorted: an ordered object is searched from its beginning for every key it takes
 using OLMGis::Utility::BadInput;
 using OLMGis::Utility::CUtility;
 using OLMGis::Utility::Refused;
@@ -29,7 +29,7 @@ constexpr std::size_t LongestFile = std::size_t{1} << 20;
 constexpr std::string_view ChecksKey = "checks";
 
 /// What a person would have typed; nothing for what no field takes.
-std::optional<std::string> ToTyped(const ordered_json& value) {
+std::optional<std::string> ToTyped(const json& value) {
     if (value.is_string())
         return value.get<std::string>();
     if (value.is_boolean())
@@ -42,14 +42,13 @@ std::optional<std::string> ToTyped(const ordered_json& value) {
 }
 
 /// What the parser says, without its own number of the error in front.
-std::string_view ReasonOf(const ordered_json::exception& error) {
+std::string_view ReasonOf(const json::exception& error) {
     const std::string_view text = error.what();
     const std::size_t head = text.find("] ");
     return head == std::string_view::npos ? text : text.substr(head + 2);
 }
 
-Result<std::vector<CFormWord>> ReadEntry(const ordered_json& entry, const std::string& origin,
-                                         const std::string& folder) {
+Result<std::vector<CFormWord>> ReadEntry(const json& entry, const std::string& origin, const std::string& folder) {
     if (!entry.is_object())
         return BadInput(fmt::format("{}: found {}, expected an object of tags and values", origin, entry.dump()));
     std::vector<CFormWord> words;
@@ -62,20 +61,20 @@ Result<std::vector<CFormWord>> ReadEntry(const ordered_json& entry, const std::s
     return words;
 }
 
-Result<ordered_json> ParseJson(std::string_view text, const std::string& path) {
+Result<json> ParseJson(std::string_view text, const std::string& path) {
     constexpr int Deepest = 8;
     bool isTooDeep = false;
-    const auto isShallow = [&isTooDeep](int depth, ordered_json::parse_event_t, ordered_json&) {
+    const auto isShallow = [&isTooDeep](int depth, json::parse_event_t, json&) {
         isTooDeep = isTooDeep || depth > Deepest;
         return depth <= Deepest; // what lies deeper is dropped before it can grow
     };
     try {
-        ordered_json file = ordered_json::parse(text, isShallow);
+        json file = json::parse(text, isShallow);
         if (isTooDeep || !file.is_object())
             return BadInput(fmt::format("{}: found {}, expected one object of calculators and their values", path,
                                         isTooDeep ? "deeply nested values" : "something else"));
         return file;
-    } catch (const ordered_json::exception& error) {
+    } catch (const json::exception& error) {
         return BadInput(fmt::format("{}: not JSON: {}", path, ReasonOf(error)));
     }
 }
@@ -100,7 +99,7 @@ Result<CParameterFile> CParameterFile::Parse(std::string_view text, const std::s
     if (text.size() > LongestFile)
         return BadInput(
             fmt::format("{}: found a file of more than {} bytes, expected a parameter file", path, LongestFile));
-    const Result<ordered_json> file = ParseJson(text, path);
+    const Result<json> file = ParseJson(text, path);
     if (!file)
         return file.GetError();
     const std::string folder = std::filesystem::path(path).parent_path().string();
