@@ -33,11 +33,17 @@ if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   set_target_properties(drenova_options PROPERTIES INTERFACE_COMPILE_OPTIONS "${options}")
 endif()
 if(CMAKE_BUILD_TYPE STREQUAL "Release")
-  # At this depth of inlining GCC 12 doubts every optional; the dev build keeps the warning.
-  target_compile_options(drenova_options INTERFACE -Wno-maybe-uninitialized)
+  # At this depth of inlining GCC 12 doubts every optional and every joined string; the dev build keeps the warnings.
+  target_compile_options(drenova_options INTERFACE -Wno-maybe-uninitialized -Wno-restrict)
 endif()
 if(DRENOVA_SANITIZE)
   target_compile_options(drenova_options INTERFACE -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all)
+  target_link_options(drenova_options INTERFACE -fsanitize=address,undefined,float-cast-overflow)
+endif()
+if(DRENOVA_FUZZ)
+  # Every library tells the fuzzer which way an input took; only the fuzzers themselves are linked with its main.
+  target_compile_options(drenova_options INTERFACE
+    -fsanitize=fuzzer-no-link,address,undefined,float-cast-overflow -fno-sanitize-recover=all)
   target_link_options(drenova_options INTERFACE -fsanitize=address,undefined,float-cast-overflow)
 endif()
 

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+// Parameter files: any bytes give words for forms or a message.
+#include "apps/cli/ParameterFile.h"
+#include "tests/fuzz/FuzzSupport.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const auto file = Cli::CParameterFile::Parse(AsText(data, size), "fuzz.json", {"01_WASTE_PERCENT", "001_RAIN_ITP"});
+    if (!file)
+        RequireTelling(file.GetError(), "fuzz.json");
+    return 0;
+}
