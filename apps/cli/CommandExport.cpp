@@ -6,7 +6,6 @@
 #include "apps/cli/EntityChoice.h"
 #include "apps/cli/Interrupt.h"
 #include "apps/cli/Project.h"
-#include "apps/cli/ProjectDigest.h"
 #include "host/project_io/CatalogCsv.h"
 #include "host/project_io/CsvExport.h"
 #include "host/project_io/ExchangeExport.h"
@@ -47,9 +46,6 @@ CVerbResult ExportProject(const CExportOptions& options, CTerminal& terminal) {
         WriteFileWhole(options.m_output, [&options](std::ostream& stream) { return Write(stream, options); });
     if (!written)
         return written.GetError();
-    if (options.m_format == "geojson" && MakeProjectDigest().m_pipeCount > 0)
-        terminal.Note("pipes are told by GUID; \"export PROJECT catalog\" writes the table that \"import --catalog\" "
-                      "reads");
     return enmExitCode::Done;
 }
 

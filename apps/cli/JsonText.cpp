@@ -29,10 +29,6 @@ ordered_json ToJson(const CDataBox& value) {
     return nullptr;
 }
 
-std::string JsonLine(const ordered_json& json) {
-    return json.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
-}
-
 void PrintJson(std::ostream& stream, const ordered_json& json) {
     stream << json.dump(2, ' ', false, ordered_json::error_handler_t::replace) << '\n';
 }

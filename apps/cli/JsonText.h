@@ -7,7 +7,6 @@
 #include <nlohmann/json_fwd.hpp>
 
 #include <ostream>
-#include <string>
 
 namespace Cli {
 
@@ -15,10 +14,7 @@ namespace Cli {
 /// "Infinity", "-Infinity".
 nlohmann::ordered_json ToJson(const OLMGis::Data::CDataBox& value);
 
-/// Everything on one line. Bytes that are no UTF-8 are replaced.
-std::string JsonLine(const nlohmann::ordered_json& json);
-
-/// Indented by two blanks, with a line end behind it.
+/// Indented by two blanks, with a line end behind it. Bytes that are no UTF-8 are replaced.
 void PrintJson(std::ostream& stream, const nlohmann::ordered_json& json);
 
 } // namespace Cli

@@ -7,13 +7,17 @@
 #include "host/network_core/CatalogManager.h"
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/project_io/AttributeText.h"
+#include "host/project_io/CatalogCsv.h"
+#include "host/project_io/ExchangeParser.h"
 #include "host/project_io/JsonText.h"
 #include "host/project_io/SectionReferences.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <span>
+#include <sstream>
 #include <vector>
 
 namespace OLMGis::ProjectIo {
@@ -46,6 +50,7 @@ public:
 
 private:
     void WriteHead();
+    void WriteCatalog(std::string_view member, std::string_view catalog, enmCatalogKind kind);
     void WriteNode(const CNode& node);
     void WriteSection(const CSection& section);
     void WriteCatchment(const CCatchment& catchment);
@@ -143,7 +148,22 @@ void CExchangeWriter::WriteHead() {
         AppendJson(m_buffer, crs);
         AppendRaw(m_buffer, "}},\n");
     }
+    WriteCatalog(PipeCatalogMember, Topology::CCatalogManager::PipeCatalog, enmCatalogKind::Pipe);
+    WriteCatalog(ManholeCatalogMember, Topology::CCatalogManager::ManholeCatalog, enmCatalogKind::Manhole);
     AppendRaw(m_buffer, "\"features\":[");
+}
+
+void CExchangeWriter::WriteCatalog(std::string_view member, std::string_view catalog, enmCatalogKind kind) {
+    const auto& groups = Topology::CCatalogManager::Instance()->GetCatalog(catalog, 1)->GetGroups();
+    if (std::all_of(groups.begin(), groups.end(), [](const auto& group) { return group->GetSubItems().empty(); }))
+        return;
+    std::ostringstream table;
+    if (!ExportCatalog(table, kind))
+        return; // a text in memory takes every byte
+    AppendJson(m_buffer, member);
+    AppendRaw(m_buffer, ":");
+    AppendJson(m_buffer, std::string_view(table.str()));
+    AppendRaw(m_buffer, ",\n");
 }
 
 void CExchangeWriter::BeginFeature(std::string_view layer) {

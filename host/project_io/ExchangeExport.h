@@ -10,8 +10,8 @@ namespace OLMGis::ProjectIo {
 
 /// Writes the network of the active project as an exchange file that ImportExchange reads back to the same network:
 /// order, names, GUIDs, geometry, every attribute to its last bit, main outlets, catchments. Pipes are referred to by
-/// GUID; their catalogue is a file of its own (see ExportCatalog). One feature a line; the same project gives the same
-/// bytes.
+/// GUID; the project's own catalogues stand in members of the collection. One feature a line; the same project gives
+/// the same bytes.
 ///
 /// BadInput, and nothing written, when an entity cannot be told in the format: a section without one of its nodes, a
 /// node without a name, a catchment without both area and polygon or of an unknown kind. Refused when writing fails.

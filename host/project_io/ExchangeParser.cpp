@@ -4,6 +4,7 @@
 
 #include "host/gis_core/Utility.h"
 #include "host/project_io/AttributeText.h"
+#include "host/project_io/ValueLimit.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -19,6 +20,10 @@ using Utility::Error;
 using Utility::Status;
 
 namespace {
+
+/// Bytes of the longest value: in features, and among the members of the collection, of which some are whole tables.
+constexpr std::size_t LongestValue = std::size_t{1} << 20;
+constexpr std::size_t LongestMember = std::size_t{1} << 27;
 
 /// What the innermost open list or object is.
 enum class enmPlace : std::uint8_t {
@@ -52,7 +57,8 @@ class CExchangeHandler {
 public:
     using CJson = nlohmann::json;
 
-    CExchangeHandler(std::string name, IExchangeSink& sink) : m_name(std::move(name)), m_sink(sink) {}
+    CExchangeHandler(std::string name, IExchangeSink& sink, CValueLimit& limit)
+        : m_name(std::move(name)), m_sink(sink), m_limit(limit) {}
 
     bool null() { return TakeScalar({}); }
     bool boolean(bool value) { return TakeNumber(enmJsonKind::Boolean, value ? 1.0 : 0.0); }
@@ -73,6 +79,7 @@ public:
     }
     bool binary(CJson::binary_t& /*bytes*/) { return Fail("found bytes, expected text"); }
     bool key(std::string& key) {
+        m_limit.NoteValue();
         m_key.swap(key);
         return true;
     }
@@ -81,6 +88,10 @@ public:
     bool end_object() { return Close(); }
     bool end_array() { return Close(); }
     bool parse_error(std::size_t position, const std::string& /*token*/, const CJson::exception& error) {
+        if (m_limit.IsExceeded())
+            return Fail(fmt::format("found a value of more than {} bytes, expected a shorter one (is a quotation mark "
+                                    "left open?)",
+                                    m_limit.GetLongest()));
         const std::string what = Clean(error.what());
         // Faults of the text tell line and column themselves, a number too large does not.
         const std::string place = what.starts_with("parse error") ? "" : fmt::format("byte {}: ", position);
@@ -111,6 +122,7 @@ private:
     }
 
     bool TakeNumber(enmJsonKind kind, double number) {
+        m_limit.NoteValue();
         // Coordinates are most of a file's numbers.
         if (kind == enmJsonKind::Number && !m_places.empty() && m_places.back() == enmPlace::Coordinates) {
             m_feature.GetGeometry().AddNumber(number);
@@ -136,10 +148,12 @@ private:
 
     std::string m_name;
     IExchangeSink& m_sink;
+    CValueLimit& m_limit;
     std::vector<enmPlace> m_places;
     std::string m_key; ///< of the member that is read now
     CExchangeFeature m_feature;
     std::size_t m_featureCount = 0;
+    std::size_t m_featureBytes = 0; ///< of the keys and texts of the present feature
     bool m_isInFeatures = false;
     bool m_hasType = false;
     bool m_hasFeatures = false;
@@ -150,6 +164,10 @@ private:
 };
 
 bool CExchangeHandler::TakeScalar(CJsonValue value) {
+    m_limit.NoteValue();
+    m_featureBytes += value.m_text.size() + m_key.size();
+    if (m_isInFeatures && m_featureBytes > CExchangeFeature::LongestTexts)
+        return Fail(fmt::format("found texts of more than {} bytes, expected fewer", CExchangeFeature::LongestTexts));
     if (m_places.empty())
         return Fail(fmt::format("found {}, expected an object of the type FeatureCollection", value.Describe()));
     switch (m_places.back()) {
@@ -203,6 +221,9 @@ bool CExchangeHandler::TakeCollectionMember(const CJsonValue& value) {
         return Fail(fmt::format("found {} as its features, expected a list", value.Describe()));
     if (m_key == "crs" && value.m_kind != enmJsonKind::Null)
         return TakeCrs(value);
+    if ((m_key == PipeCatalogMember || m_key == ManholeCatalogMember) && value.m_kind == enmJsonKind::Text)
+        return Pass(m_sink.TakeCatalog(m_key == PipeCatalogMember ? enmCatalogTable::Pipe : enmCatalogTable::Manhole,
+                                       value.m_text));
     return true;
 }
 
@@ -256,6 +277,7 @@ std::optional<enmPlace> CExchangeHandler::PlaceIn(enmJsonKind kind) {
         return isObject && m_key == "properties" ? enmPlace::CrsProperties : enmPlace::Skipped;
     case enmPlace::Features:
         m_feature.Begin(++m_featureCount);
+        m_featureBytes = 0;
         m_isFeatureTyped = m_hasProperties = false;
         if (isObject)
             return enmPlace::Feature;
@@ -296,6 +318,7 @@ std::optional<enmPlace> CExchangeHandler::PlaceInCollection(enmJsonKind kind) {
         return enmPlace::Crs;
     if (m_key != "features" || (kind == enmJsonKind::List && !m_hasFeatures)) {
         m_isInFeatures = m_key == "features";
+        m_limit.SetLongest(m_isInFeatures ? LongestValue : LongestMember);
         m_hasFeatures = m_hasFeatures || m_isInFeatures;
         return m_isInFeatures ? enmPlace::Features : enmPlace::Skipped;
     }
@@ -320,6 +343,7 @@ enmPlace CExchangeHandler::PlaceInFeature(enmJsonKind kind) {
 }
 
 bool CExchangeHandler::Open(std::optional<enmPlace> place) {
+    m_limit.NoteValue();
     if (!place)
         return false;
     if (m_places.size() == MostExchangeDepth)
@@ -333,8 +357,10 @@ bool CExchangeHandler::Close() {
     m_places.pop_back();
     if (place == enmPlace::Coordinates)
         m_feature.GetGeometry().CloseList();
-    if (place == enmPlace::Features)
+    if (place == enmPlace::Features) {
         m_isInFeatures = false;
+        m_limit.SetLongest(LongestMember);
+    }
     if (place == enmPlace::Crs && !m_hasCrsName)
         return Fail("crs: found no name, expected one such as \"EPSG:3765\"");
     if (place == enmPlace::Collection && !m_hasType)
@@ -357,8 +383,10 @@ Status ParseExchange(std::istream& stream, const std::string& name, IExchangeSin
         if (stream.peek() == std::istream::traits_type::eof())
             return stream.bad() ? Utility::Refused(name + ": cannot be read")
                                 : BadInput(name + ": the file is empty, expected a GeoJSON FeatureCollection");
-        CExchangeHandler handler(name, sink);
-        nlohmann::json::sax_parse(stream, &handler);
+        CValueLimit limit(*stream.rdbuf(), LongestMember);
+        std::istream limited(&limit);
+        CExchangeHandler handler(name, sink, limit);
+        nlohmann::json::sax_parse(limited, &handler);
         return handler.GetStatus();
     } catch (const std::exception& error) {
         return Utility::Refused(fmt::format("{}: cannot be read: {}", name, Clean(error.what())));

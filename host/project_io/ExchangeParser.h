@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/gis_core/Result.h"
+#include "host/project_io/CatalogCsv.h"
 #include "host/project_io/ExchangeFeature.h"
 
 #include <istream>
@@ -11,6 +12,11 @@
 
 namespace OLMGis::ProjectIo {
 
+/// Members of the collection that hold the project's own catalogues as tables, so that a file is whole by itself. They
+/// stand before the features.
+inline constexpr std::string_view PipeCatalogMember = "pipe_catalog";
+inline constexpr std::string_view ManholeCatalogMember = "manhole_catalog";
+
 /// Takes what ParseExchange reads; an error ends the reading.
 class IExchangeSink {
 public:
@@ -18,6 +24,9 @@ public:
 
     /// The name of the coordinate system, as it stands in the file; before, between or after the features.
     virtual Utility::Status TakeCrs(std::string_view name) = 0;
+
+    /// A table of the project's own catalogue, see ImportCatalogCsv: the file carries what its sections refer to.
+    virtual Utility::Status TakeCatalog(enmCatalogTable kind, std::string_view table) = 0;
 
     /// The next feature, complete; valid during the call.
     virtual Utility::Status TakeFeature(const CExchangeFeature& feature) = 0;

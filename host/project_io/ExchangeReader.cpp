@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <sstream>
 
 namespace OLMGis::ProjectIo {
 
@@ -49,6 +50,16 @@ bool IsWhole(double number) {
 
 Error CExchangeReader::Fault(std::string_view text) const {
     return BadInput(fmt::format("{}: {}: {}", m_fileName, m_feature->Label(), text));
+}
+
+Status CExchangeReader::TakeCatalog(enmCatalogTable kind, std::string_view table) {
+    std::istringstream stream{std::string(table)};
+    const auto entered = ImportCatalogCsv(stream, m_fileName + ", catalogue", kind);
+    if (!entered)
+        return entered.GetError();
+    if (kind == enmCatalogTable::Pipe)
+        m_summary.m_pipeCount += static_cast<std::size_t>(entered.Value());
+    return Done();
 }
 
 Status CExchangeReader::TakeCrs(std::string_view name) {

@@ -27,6 +27,7 @@ public:
         : m_fileName(fileName), m_pipes(pipes), m_records(records), m_summary(summary) {}
 
     Utility::Status TakeCrs(std::string_view name) override;
+    Utility::Status TakeCatalog(enmCatalogTable kind, std::string_view table) override;
     Utility::Status TakeFeature(const CExchangeFeature& feature) override;
 
     /// "EPSG:n", empty when the file names no coordinate system.

@@ -181,19 +181,4 @@ Result<CCalculationOutcome> RunCalculation(const CCalculationRequest& request) {
     return outcome;
 }
 
-Result<CReport> PreviewCalculation(const CCalculationRequest& request) {
-    const auto calculator = CFlowCalculatorManager::Instance()->GetCalculator(request.m_key);
-    if (calculator && calculator->IsPreviewAvailable() == 0)
-        return BadWords(fmt::format("the calculator {} has no preview", request.m_key));
-    CReport kept;
-    CCalculationRequest previewing = request;
-    previewing.m_showPreview = [&kept](std::string_view, const CReport& report) {
-        kept = report;
-        return 0;
-    };
-    if (const auto outcome = RunCalculation(previewing); !outcome)
-        return outcome.GetError();
-    return kept;
-}
-
 } // namespace OLMGis::Sewage

@@ -58,8 +58,4 @@ struct CCalculationOutcome {
 /// as they were. BadWords for an unknown key. Cost beside the calculation: the values that it stored.
 Utility::Result<CCalculationOutcome> RunCalculation(const CCalculationRequest& request);
 
-/// The preview alone: the form is edited, Calculate runs without write, its report comes back. Stores the parameters
-/// and nothing else. BadWords for an unknown key and for a calculator without a preview.
-Utility::Result<CReport> PreviewCalculation(const CCalculationRequest& request);
-
 } // namespace OLMGis::Sewage

@@ -80,7 +80,7 @@ private:
         CCatalog& pipes = *CCatalogManager::Instance()->GetCatalog("PIPE", 1);
         const auto group = pipes.AddGroup("group", "PVC").Value();
         for (const char* guid : {"p-1", "p-2"})
-            EXPECT_TRUE(pipes.AddPipe(*group, guid, guid, {}));
+            EXPECT_TRUE(pipes.AddPipe(*group, guid, guid, {enmPipeShape::Circle, 300, 300, 7.7, 0.25, "PVC", 200, {}}));
     }
     void FillNodes() {
         for (std::size_t i = 0, count = 2 + Below(20); i < count; ++i)
@@ -154,10 +154,6 @@ TEST(ExchangeRoundTrip, ImportOfAnExportIsTheSameProject) {
             described = DescribeProject();
         }
         CTestProject project;
-        CCatalog& pipes = *CCatalogManager::Instance()->GetCatalog("PIPE", 1);
-        const auto group = pipes.AddGroup("group", "PVC").Value();
-        for (const char* guid : {"p-1", "p-2"})
-            ASSERT_TRUE(pipes.AddPipe(*group, guid, guid, {}));
         if (described.find("setting crs=\n") != std::string::npos)
             System::CProjectSettings::Instance()->Set("crs", "");
         ImportGood(exported);

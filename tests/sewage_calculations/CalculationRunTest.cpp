@@ -131,9 +131,13 @@ TEST(CalculationRun, AnAlertACancelAndAFormGivenUpLeaveTheProjectAsItWas) {
 
 TEST(CalculationRun, APreviewStoresTheParametersAndGoesOnWhenAsked) {
     CStage stage;
-    const auto report = PreviewCalculation(stage.request);
-    ASSERT_TRUE(report);
-    EXPECT_EQ(report.Value(), (CReport{{"sections", "3"}}));
+    CReport shown;
+    stage.request.m_showPreview = [&shown](std::string_view, const CReport& report) {
+        shown = report;
+        return 0;
+    };
+    EXPECT_EQ(stage.Run().m_end, enmRunEnd::Previewed);
+    EXPECT_EQ(shown, (CReport{{"sections", "3"}}));
     EXPECT_TRUE(stage.net.Get("AB", "FLOW_TOTAL_S").IsNotNull());
     EXPECT_FALSE(stage.net.Get("AB", "FLOW_TOTAL").IsNotNull());
     stage.request.m_showPreview = [](std::string_view title, const CReport&) { return title == "Probe" ? 1 : 0; };
