@@ -5,6 +5,8 @@
 #include "host/project_io/SqliteDatabase.h"
 #include "tests/project_io/ProjectFileFixture.h"
 
+#include <gmock/gmock.h>
+
 #include <algorithm>
 #include <iterator>
 #include <random>
@@ -80,6 +82,21 @@ TEST(SpatialIndex, FindsWhatPlainComparisonFinds) {
                 EXPECT_TRUE(Overlap(extents[row - 1], wider)) << row;
         }
     }
+}
+
+TEST(SpatialIndex, RectanglesReachToTheirCornersThoughCoordinatesLosePrecision) {
+    const CTestFolder folder;
+    const std::string path = folder.File("index.sqlite");
+    std::vector<CExtent> extents(100);
+    for (std::size_t i = 0; i < extents.size(); ++i) {
+        const double step = static_cast<double>(i);
+        extents[i] = Rectangle(5'000'000.1 + 7.0 / 11.0 * step, -3'000'000.1 - 5.0 / 13.0 * step, 0.01 * step, 0.3);
+    }
+    WriteIndex(path, extents);
+    for (std::size_t i = 0; i < extents.size(); ++i)
+        for (const CExtent& corner : {Rectangle(extents[i].m_minX, extents[i].m_minY, 0, 0),
+                                      Rectangle(extents[i].m_maxX, extents[i].m_maxY, 0, 0)})
+            EXPECT_THAT(RowsIn(path, corner), testing::Contains(i + 1));
 }
 
 TEST(SpatialIndex, OthersMayGoOnChangingIt) {
