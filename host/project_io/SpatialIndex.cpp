@@ -39,7 +39,7 @@ float RoundedUp(double value) {
 template <class Number>
 void PutBigEndian(std::byte* place, Number number) {
     for (std::size_t i = 0; i < sizeof number; ++i)
-        place[i] = static_cast<std::byte>((number >> (8 * (sizeof number - 1 - i))) & 0xFFU);
+        place[i] = static_cast<std::byte>(number >> (8 * (sizeof number - 1 - i)));
 }
 
 std::size_t CeilDivide(std::size_t a, std::size_t b) {
