@@ -336,8 +336,8 @@ lonely rg LONELY 1 60
     const struct {
         const char* area;
         const char* section;
-    } cases[] = {{"head", "ab"}, {"fork", "w"}, {"outfall", "w"}, {"onto", "ab"}, {"chain", "ab"},
-                 {"ring1", "-"}, {"ring2", "-"},    {"ring3", "-"},       {"self", "-"},  {"lonely", "-"}};
+    } cases[] = {{"head", "ab"}, {"fork", "w"},  {"outfall", "w"}, {"onto", "ab"}, {"chain", "ab"},
+                 {"ring1", "-"}, {"ring2", "-"}, {"ring3", "-"},   {"self", "-"},  {"lonely", "-"}};
     for (const auto& [area, section] : cases)
         EXPECT_EQ(net.HangsOn(area), section) << area;
     EXPECT_EQ(net.Summary().m_catchmentCount, 5U);
