@@ -47,8 +47,8 @@ bool IsSameAs(const CCatalogItem& item, const CCatalogRow& row, enmCatalogKind k
 /// The table of a catalogue on its way in: rows are judged against the catalogue and each other before any is entered.
 class CCatalogImport {
 public:
-    CCatalogImport(CCatalog& catalog, enmCatalogKind kind, CCsvReader& reader)
-        : m_catalog(catalog), m_kind(kind), m_reader(reader) {}
+    CCatalogImport(CCatalog& catalog, enmCatalogKind kind, enmCatalogValues values, CCsvReader& reader)
+        : m_catalog(catalog), m_kind(kind), m_values(values), m_reader(reader) {}
 
     Status ReadAll();
     Result<int> Enter();
@@ -59,6 +59,7 @@ private:
 
     CCatalog& m_catalog;
     enmCatalogKind m_kind;
+    enmCatalogValues m_values;
     CCsvReader& m_reader;
     std::vector<CCatalogRow> m_rows;
     tsl::robin_map<std::string, std::string> m_groupGuids; ///< of new groups, by name
@@ -73,7 +74,7 @@ Status CCatalogImport::ReadAll() {
             return next.GetError();
         if (!next.Value())
             return Done();
-        Result<CCatalogRow> row = ReadCatalogRow(m_reader, m_kind);
+        Result<CCatalogRow> row = ReadCatalogRow(m_reader, m_kind, m_values);
         if (!row)
             return row.GetError();
         if (Status status = Take(std::move(row.Value())); !status)
@@ -153,7 +154,7 @@ bool HasOwnGroupGuids(const CCatalog& catalog, enmCatalogKind kind) {
     return false;
 }
 
-Result<int> Import(std::istream& stream, const std::string& name, enmCatalogTable table) {
+Result<int> Import(std::istream& stream, const std::string& name, enmCatalogTable table, enmCatalogValues values) {
     CCsvReader reader(stream, name);
     if (const Status head = reader.ReadHead(); !head)
         return head.GetError();
@@ -162,7 +163,7 @@ Result<int> Import(std::istream& stream, const std::string& name, enmCatalogTabl
         kind = enmCatalogKind::Manhole;
     if (const Status head = CheckCatalogHead(reader, kind); !head)
         return head.GetError();
-    CCatalogImport import(CatalogOf(kind), kind, reader);
+    CCatalogImport import(CatalogOf(kind), kind, values, reader);
     if (const Status status = import.ReadAll(); !status)
         return status.GetError();
     return import.Enter();
@@ -170,8 +171,9 @@ Result<int> Import(std::istream& stream, const std::string& name, enmCatalogTabl
 
 } // namespace
 
-Result<int> ImportCatalogCsv(std::istream& stream, const std::string& name, enmCatalogTable table) {
-    return AtTheDoor<int>(name, [&] { return Import(stream, name, table); });
+Result<int> ImportCatalogCsv(std::istream& stream, const std::string& name, enmCatalogTable table,
+                             enmCatalogValues values) {
+    return AtTheDoor<int>(name, [&] { return Import(stream, name, table, values); });
 }
 
 Status ExportCatalog(std::ostream& stream, enmCatalogKind kind) {

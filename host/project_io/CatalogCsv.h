@@ -13,6 +13,9 @@ namespace OLMGis::ProjectIo {
 enum class enmCatalogKind { Pipe, Manhole };
 /// What ImportCatalogCsv takes a table for; Detect asks the head line.
 enum class enmCatalogTable { Pipe, Manhole, Detect };
+/// Which values a table may hold: those that people enter, where others are slips of units, or whatever a project may
+/// hold, of which another program or an imported network made more.
+enum class enmCatalogValues { Usual, Any };
 
 /// Reads a table into the pipe or manhole catalogue of the active project; returns the number of items entered. Heads:
 ///   pipes     group,name,guid,shape,inner_width_mm,inner_height_mm,wall_mm,roughness_mm,type,min_diameter_mm
@@ -26,7 +29,8 @@ enum class enmCatalogTable { Pipe, Manhole, Detect };
 /// twice; any other row for a group that was there before is an error, because groups come from one source. BadInput
 /// names line and column. Linear.
 Utility::Result<int> ImportCatalogCsv(std::istream& stream, const std::string& name,
-                                      enmCatalogTable table = enmCatalogTable::Detect);
+                                      enmCatalogTable table = enmCatalogTable::Detect,
+                                      enmCatalogValues values = enmCatalogValues::Usual);
 
 /// Writes a catalogue of the active project as the table that ImportCatalogCsv reads back; the columns points and
 /// group_guid only where they are needed. Refused when writing fails.

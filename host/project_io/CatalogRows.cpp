@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <span>
 #include <vector>
@@ -56,8 +57,9 @@ constexpr CRange Roughness = {0.0, 1e6};        // mm
 constexpr CRange MinDiameter = {0.0, 1e6};      // mm
 constexpr CRange ManholeDiameter = {0.1, 50.0}; // m
 constexpr CRange ManholeHeight = {0.0, 100.0};  // m
-constexpr double EggRatio = 1.5;                // height to width
-constexpr double EggTolerance = 0.01;           // nominal sizes are rounded
+constexpr CRange AnyNumber = {0.0, std::numeric_limits<double>::max()};
+constexpr double EggRatio = 1.5;      // height to width
+constexpr double EggTolerance = 0.01; // nominal sizes are rounded
 constexpr std::size_t MostShapePoints = 10000;
 
 std::span<const std::string_view> ColumnsOf(enmCatalogKind kind) {
@@ -79,7 +81,10 @@ std::string_view NameOf(enmPipeShape shape) {
 /// Reads the cells of one row; the first fault stays.
 class CRowReader {
 public:
-    explicit CRowReader(const CCsvReader& reader) : m_reader(reader) {}
+    CRowReader(const CCsvReader& reader, enmCatalogValues values)
+        : m_reader(reader), m_takesAny(values == enmCatalogValues::Any) {}
+
+    bool TakesAny() const { return m_takesAny; }
 
     std::string_view Field(std::string_view column) const { return m_reader.GetField(m_reader.FindColumn(column)); }
 
@@ -91,7 +96,8 @@ public:
     }
 
     /// fallback for an empty or missing cell; without one a number is needed.
-    double Number(std::string_view column, const CRange& range, std::optional<double> fallback = std::nullopt) {
+    double Number(std::string_view column, const CRange& usual, std::optional<double> fallback = std::nullopt) {
+        const CRange& range = m_takesAny ? AnyNumber : usual;
         const std::string_view text = Field(column);
         if (CUtility::Trim(text).empty() && fallback)
             return *fallback;
@@ -112,6 +118,7 @@ public:
 
 private:
     const CCsvReader& m_reader;
+    bool m_takesAny;
     Status m_status = Done();
 };
 
@@ -148,11 +155,12 @@ void ReadShape(CRowReader& row, CPipeData& pipe) {
     const bool isCircle = pipe.m_shape == enmPipeShape::Circle;
     pipe.m_innerHeight =
         row.Number("inner_height_mm", InnerSize, isCircle ? std::optional<double>(pipe.m_innerWidth) : std::nullopt);
-    if (isCircle && pipe.m_innerHeight != pipe.m_innerWidth)
+    if (!row.TakesAny() && isCircle && pipe.m_innerHeight != pipe.m_innerWidth)
         row.Fail("inner_height_mm", fmt::format("found {} for a circle of width {}, expected both inner sizes equal",
                                                 pipe.m_innerHeight, pipe.m_innerWidth));
     const double eggHeight = EggRatio * pipe.m_innerWidth;
-    if (pipe.m_shape == enmPipeShape::Egg && std::abs(pipe.m_innerHeight - eggHeight) > EggTolerance * eggHeight)
+    if (!row.TakesAny() && pipe.m_shape == enmPipeShape::Egg &&
+        std::abs(pipe.m_innerHeight - eggHeight) > EggTolerance * eggHeight)
         row.Fail("inner_height_mm", fmt::format("found {} for an egg of width {}, expected 1.5 times the width",
                                                 pipe.m_innerHeight, pipe.m_innerWidth));
     const std::string_view points = row.Field(PointsColumn);
@@ -223,8 +231,8 @@ Status CheckCatalogHead(const CCsvReader& reader, enmCatalogKind kind) {
     return Done();
 }
 
-Result<CCatalogRow> ReadCatalogRow(const CCsvReader& reader, enmCatalogKind kind) {
-    CRowReader cells(reader);
+Result<CCatalogRow> ReadCatalogRow(const CCsvReader& reader, enmCatalogKind kind, enmCatalogValues values) {
+    CRowReader cells(reader, values);
     CCatalogRow row;
     row.m_group = cells.Text("group");
     row.m_name = cells.Text("name");

@@ -31,7 +31,7 @@ std::string GuidOfCatalogItem(enmCatalogKind kind, std::string_view group, std::
 Utility::Status CheckCatalogHead(const CCsvReader& reader, enmCatalogKind kind);
 
 /// The present row of a table whose head was checked. BadInput for values that no pipe or manhole can have.
-Utility::Result<CCatalogRow> ReadCatalogRow(const CCsvReader& reader, enmCatalogKind kind);
+Utility::Result<CCatalogRow> ReadCatalogRow(const CCsvReader& reader, enmCatalogKind kind, enmCatalogValues values);
 
 void WriteCatalogHead(CCsvWriter& writer, enmCatalogKind kind, bool hasTables, bool hasGroupGuids);
 void WriteCatalogRow(CCsvWriter& writer, const Topology::CCatalogItem& item, enmCatalogKind kind, bool hasTables,

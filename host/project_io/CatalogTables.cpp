@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <limits>
 #include <unordered_map>
 
 namespace OLMGis::ProjectIo {
@@ -121,8 +123,11 @@ private:
 };
 
 /// A number of the catalogue; a null, which not-a-number is stored as, gives 0.
-double NumberAt(const CTableReader& reader, int column) {
-    return reader.IsNull(column) ? 0.0 : reader.GetReal(column);
+double NumberAt(const CTableReader& reader, int column, double least = 0.0) {
+    const double number = reader.IsNull(column) ? 0.0 : reader.GetReal(column);
+    if (!std::isfinite(number) || number < least)
+        reader.Fail(fmt::format("found {}, expected a finite number not below {}", number, least));
+    return number;
 }
 
 CTables ReadShapes(const CSqliteDatabase& database) {
@@ -131,11 +136,13 @@ CTables ReadShapes(const CSqliteDatabase& database) {
     CTableReader reader(database, Layout::ShapesTable, columns, "id");
     while (reader.Next()) {
         std::vector<CShapePoint>& points = tables[reader.GetInteger(PointItem)];
-        const CShapePoint point{NumberAt(reader, PointHeight), NumberAt(reader, PointWidth)};
-        if (!points.empty() && point.m_height < points.back().m_height)
+        const double height = NumberAt(reader, PointHeight, std::numeric_limits<double>::lowest());
+        const double least = points.empty() ? 0.0 : points.back().m_height;
+        if (height < least)
             reader.Fail(fmt::format("found the height {} mm below the one before it, {} mm, expected heights in "
                                     "ascending order",
-                                    point.m_height, points.back().m_height));
+                                    height, least));
+        const CShapePoint point{height, NumberAt(reader, PointWidth)};
         points.push_back(point);
     }
     return tables;
@@ -202,6 +209,8 @@ private:
         pipe.m_minDiameter = NumberAt(m_reader, MinDiameter);
         if (const auto table = m_tables.find(m_reader.GetKey()); table != m_tables.end())
             pipe.m_table = std::move(table->second);
+        if (pipe.m_shape == enmPipeShape::Table && pipe.m_table.size() < 2)
+            m_reader.Fail(fmt::format("found a table shape of {} points, expected 2 at least", pipe.m_table.size()));
         return pipe;
     }
 

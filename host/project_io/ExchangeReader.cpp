@@ -54,7 +54,7 @@ Error CExchangeReader::Fault(std::string_view text) const {
 
 Status CExchangeReader::TakeCatalog(enmCatalogTable kind, std::string_view table) {
     std::istringstream stream{std::string(table)};
-    const auto entered = ImportCatalogCsv(stream, m_fileName + ", catalogue", kind);
+    const auto entered = ImportCatalogCsv(stream, m_fileName + ", catalogue", kind, enmCatalogValues::Any);
     if (!entered)
         return entered.GetError();
     if (kind == enmCatalogTable::Pipe)

@@ -146,6 +146,20 @@ TEST(HostileInp, ManyHeightsOfALongCurveDoNotMultiply) {
     EXPECT_EQ(net.Noted("conduits of shape CUSTOM, left without a pipe"), 100U);
 }
 
+TEST(HostileInp, PipesBeyondAllMeasureGoThroughAnExchangeFile) {
+    const std::string text = "[JUNCTIONS]\nA 1\nB 0\n[CONDUITS]\nc A B 10 99 0 0\nd A B 10 0.15 0 0\n"
+                             "[XSECTIONS]\nc CIRCULAR 90000\nd CIRCULAR 0.0001\n";
+    std::string exported;
+    {
+        const CInpTestProject net(text);
+        ASSERT_TRUE(net.IsImported()) << net.Message();
+        exported = ExportText();
+    }
+    const CTestProject project;
+    EXPECT_EQ(ImportGood(exported).m_pipeCount, 2U);
+    EXPECT_EQ(ExportText(), exported);
+}
+
 namespace {
 
 /// A page of SQLite's b-trees, as the format lays it down.
@@ -186,6 +200,39 @@ private:
 };
 
 } // namespace
+
+TEST(HostileProject, WhatNoPipeCanHaveIsRefused) {
+    const CTestFolder folder;
+    const std::string path = folder.File("small.gpkg");
+    const std::string good = folder.File("good.gpkg");
+    {
+        const CTestProject project;
+        FillSmall();
+        auto& pipes = *Topology::CCatalogManager::Instance()->GetCatalog("PIPE", 1);
+        const auto group = pipes.AddGroup("g", "beds").Value();
+        ASSERT_TRUE(pipes.AddPipe(*group, "p", "bed",
+                                  {Topology::enmPipeShape::Table, 9, 9, 0, 1, "", 0, {{0, 1}, {4, 9}, {9, 9}}}));
+        ASSERT_TRUE(ProjectIo::CProjectFile::Create(good, false));
+    }
+    const struct {
+        const char* sql;
+        const char* message;
+    } cases[] = {
+        {"UPDATE drenova_catalog SET inner_width = 9e999 WHERE guid = 'p'", "found inf, expected a finite number"},
+        {"UPDATE drenova_catalog SET roughness = -1 WHERE guid = 'p'", "found -1, expected a finite number"},
+        {"DELETE FROM drenova_catalog_shapes WHERE height > 0", "found a table shape of 1 points, expected 2"},
+        {"UPDATE drenova_catalog_shapes SET height = 10 - height", "below the one before it"},
+        {"UPDATE drenova_catalog SET parent = id WHERE guid = 'p'", "as its group, expected a group"},
+        {"UPDATE drenova_catalog SET parent = (SELECT id FROM drenova_catalog WHERE guid = 'p') WHERE guid = 'g'",
+         "as its group, expected a group"},
+    };
+    for (const auto& c : cases) {
+        std::filesystem::copy_file(good, path, std::filesystem::copy_options::overwrite_existing);
+        RunSql(path, c.sql);
+        const CTestProject project;
+        EXPECT_THAT(MessageOf(ProjectIo::CProjectFile::Open(path)), HasSubstr(c.message)) << c.sql;
+    }
+}
 
 TEST(HostileProject, PagesThatAreEverywhereDoNotMultiplyTheRows) {
     const CTestFolder folder;
