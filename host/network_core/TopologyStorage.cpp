@@ -14,7 +14,6 @@
 namespace OLMGis::Topology {
 
 using Utility::BadInput;
-using Utility::Error;
 using Utility::Result;
 
 namespace {

@@ -51,7 +51,8 @@ private:
 };
 
 /// Editors that calculators open are modal in every host: nothing has to give way.
-class CModalInteraction final : public IUserInteraction {
+// Final, and never deleted through its base.
+class CModalInteraction final : public IUserInteraction { // NOLINT(cppcoreguidelines-virtual-class-destructor)
 public:
     void EndUserInteraction() override {}
     void BeginUserInteraction() override {}
