@@ -4,6 +4,7 @@
 
 #include "host/gis_core/Utility.h"
 #include "host/project_io/AttributeText.h"
+#include "host/project_io/Failure.h"
 
 #include <fmt/format.h>
 
@@ -145,7 +146,7 @@ Status CCsvReader::ReadHead() {
         if (!head.Value())
             return BadInput(m_name + ": the file is empty, expected a head line with the names of columns");
     } catch (const std::exception& error) {
-        return Utility::Refused(fmt::format("{}: cannot be read: {}", m_name, error.what()));
+        return ReadError(m_name, error);
     }
     for (std::size_t i = 0; i < m_fieldCount; ++i) {
         m_columns.emplace_back(CUtility::Trim(m_fields[i]));
@@ -165,7 +166,7 @@ Result<bool> CCsvReader::Next() {
                 fmt::format("found {} fields, expected {} as in the head line", m_fieldCount, m_columns.size()));
         return row;
     } catch (const std::exception& error) {
-        return Utility::Refused(fmt::format("{}: cannot be read: {}", m_name, error.what()));
+        return ReadError(m_name, error);
     }
 }
 

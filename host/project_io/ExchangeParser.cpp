@@ -4,6 +4,7 @@
 
 #include "host/gis_core/Utility.h"
 #include "host/project_io/AttributeText.h"
+#include "host/project_io/Failure.h"
 #include "host/project_io/ValueLimit.h"
 
 #include <fmt/format.h>
@@ -389,7 +390,7 @@ Status ParseExchange(std::istream& stream, const std::string& name, IExchangeSin
         nlohmann::json::sax_parse(limited, &handler);
         return handler.GetStatus();
     } catch (const std::exception& error) {
-        return Utility::Refused(fmt::format("{}: cannot be read: {}", name, Clean(error.what())));
+        return ReadError(name, error);
     }
 }
 

@@ -32,6 +32,13 @@ private:
     throw CFailure(Utility::Refused(std::move(message)));
 }
 
+/// What a reader says of an exception that the stream or a library threw while it read.
+inline Utility::Error ReadError(const std::string& name, const std::exception& error) {
+    if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
+        return Utility::Refused(name + ": not enough memory");
+    return Utility::Refused(name + ": cannot be read: " + error.what());
+}
+
 /// The door of an operation: what is thrown inside, by us or by a library, becomes a value here. name: what errors call
 /// the file.
 template <class Value, class Step>

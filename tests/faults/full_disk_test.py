@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Copyright (C) the Drenova authors
-"""Disks that are full and places that cannot be written: told with exit code 4, the project stays as it was.
+"""Full disks, places that cannot be written, too little memory: told with exit code 4, the project stays as it was.
 
 Disks of the test's own are mounted in a namespace of its own, where the system allows that.
 """
@@ -98,6 +98,34 @@ class Limits(Case):
             self.assertEqual(self.names(), ["net.gpkg"])
         self.run_program("set", project, f"{KEY}=1", "--all", preexec_fn=lambda: resource.setrlimit(
             resource.RLIMIT_FSIZE, (3 * size, 3 * size)))
+
+    def test_memory_limit(self):
+        """As long as nothing is missing but memory: the project stays, and no file is left beside it."""
+        project = self.generate()
+        source = self.path("net.geojson")
+        self.run_program("export", project, "geojson", "-o", source)
+        before = state(project)
+        names = self.names()
+        codes = set()
+        for megabytes in (4000, 160, 120, 90, 70, 50, 40, 30, 20):
+            def limit_memory(bytes_=megabytes << 20):
+                resource.setrlimit(resource.RLIMIT_AS, (bytes_, bytes_))
+            probe = self.start("--version", preexec_fn=limit_memory)
+            probe.communicate()
+            if probe.returncode != DONE:
+                break  # it cannot even begin, as under sanitizers
+            for words in (["set", project, f"{KEY}=1", "--all"], ["import", source, "-o", project, "--replace"]):
+                process = self.start(*words, preexec_fn=limit_memory)
+                _, errors = process.communicate()
+                codes.add(process.returncode)
+                self.assertIn(process.returncode, (DONE, REFUSED), errors)
+                if process.returncode == REFUSED:
+                    self.assertIn(b"memory", errors)
+                    self.assertEqual(state(project), before)
+                before = state(project)
+                self.assertEqual(self.names(), names)
+        if codes:
+            self.assertEqual(codes, {DONE, REFUSED})
 
     def test_results_that_cannot_be_written(self):
         project = self.generate(100)
