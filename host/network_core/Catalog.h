@@ -12,6 +12,7 @@
 #include <tsl/robin_set.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -72,8 +73,18 @@ public:
     const CPipeData* GetPipeData() const { return m_pipe.get(); }
     const CManholeData* GetManholeData() const { return m_manhole.get(); }
 
+    /// Of the pipes of a group the one with the smallest inside width not below width (mm), an equal one included; of
+    /// equal pipes the first. Null when there is none, and for not-a-number. A binary search; the first one after new
+    /// pipes also sorts these in.
+    boost::shared_ptr<CCatalogItem> FindPipeByInnerWidth(double width) const;
+
 private:
     friend class CCatalog;
+
+    struct CWidthEntry {
+        double m_width;
+        std::uint32_t m_place; ///< among the sub-items
+    };
 
     std::string m_guid;
     std::string m_name;
@@ -81,6 +92,8 @@ private:
     std::vector<boost::shared_ptr<CCatalogItem>> m_subItems;
     std::unique_ptr<CPipeData> m_pipe;
     std::unique_ptr<CManholeData> m_manhole;
+    mutable std::vector<CWidthEntry> m_byWidth; ///< pipes of a group; ascending up to m_sortedCount
+    mutable std::size_t m_sortedCount = 0;
     bool m_isGroup = false;
 };
 
@@ -101,6 +114,10 @@ public:
 
     /// The items of a name over all groups; a name may occur once in each group.
     std::vector<boost::shared_ptr<CCatalogItem>> GetItemsByName(std::string_view name) const;
+
+    /// The least diameter (mm) that the catalogue states for a pipe type in any group; 0 for a type without one and for
+    /// the empty type. One hash look-up.
+    double GetMinDiameterOfType(std::string_view type) const;
 
     /// New entries, last in their order. BadInput for a repeated GUID or name.
     Utility::Result<boost::shared_ptr<CCatalogItem>> AddGroup(std::string guid, std::string name);
@@ -125,6 +142,7 @@ private:
     tsl::robin_map<std::string_view, boost::shared_ptr<CCatalogItem>> m_groupsByName;
     tsl::robin_map<std::string_view, std::vector<boost::shared_ptr<CCatalogItem>>> m_itemsByName;
     tsl::robin_set<CNameInGroup, NameInGroupHash> m_namesInGroups;
+    tsl::robin_map<std::string_view, double> m_minDiameters; ///< by pipe type, of types that state one
 };
 
 } // namespace OLMGis::Topology

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/network_core/Catalog.h"
+#include "host/network_core/LevelLinePosition.h"
+
+#include <boost/shared_ptr.hpp>
+
+#include <string>
+#include <string_view>
+
+namespace OLMGis::Topology {
+
+/// Questions to the pipe catalogue of the active project. One per project context. Lengths in mm. Every operation
+/// answers 0, an empty text or null for a null pipe and for an entry that is no pipe (a group).
+class CPipeManager {
+public:
+    static CPipeManager* Instance();
+
+    /// The pipe of a reference, which is its GUID (case and braces ignored); null when there is none. One hash look-up.
+    boost::shared_ptr<CCatalogItem> GetPipe(std::string_view reference);
+
+    /// Greatest inside width of the shape (mm, > 0); the inner diameter of a circle.
+    double GetInnerDiameter(const boost::shared_ptr<CCatalogItem>& pipe);
+
+    /// Equivalent sand roughness k (mm, >= 0).
+    double GetPipeRoughness(const boost::shared_ptr<CCatalogItem>& pipe);
+
+    /// The pipe type, for the rules of the catalogue; empty for a pipe without one.
+    std::string GetPipeTypeID(const boost::shared_ptr<CCatalogItem>& pipe);
+
+    /// Outside width (mm): the inside width plus two walls.
+    double GetPipeWidth(const boost::shared_ptr<CCatalogItem>& pipe);
+
+    /// Fills above and below with the distances (mm, >= 0) from the level line at a position (enmLevelLinePosition) to
+    /// the outside top and to the outside bottom of the pipe; their sum is the outside height. Returns 1, or 0 without
+    /// touching them for no pipe or an unknown position.
+    int GetPipeHeight(const boost::shared_ptr<CCatalogItem>& pipe, int levelLinePosition, double& above, double& below);
+
+    /// The pipe of the group of that name with the smallest inner diameter not below diameter (mm): an equal one
+    /// counts, and of pipes with the same the first in the catalogue. Null when there is none, for an unknown group and
+    /// for not-a-number. One hash look-up and a binary search. The last argument is the interface's: every caller
+    /// passes 1.
+    boost::shared_ptr<CCatalogItem> GetPipeByInnerDiameter(std::string_view group, double diameter, int mode);
+
+    /// The larger of diameter (mm) and the least diameter that the catalogue allows for the pipe type; diameter for a
+    /// type without one. One hash look-up.
+    double CalculateMinDiameter(std::string_view pipeType, double diameter);
+};
+
+} // namespace OLMGis::Topology
