@@ -33,6 +33,10 @@ public:
     /// The same for the sections that end here.
     int GetSectionsIn(std::vector<boost::shared_ptr<CSection>>& list) const;
 
+    /// Fills height (m) with the terrain of a type here and returns 1: the attribute TERRAIN_n, else the height of the
+    /// surface that is attached to the type. Without either, and for a type outside 1 to 10, 0, and height as it was.
+    int GetTerrainHeight(double& height, int terrainType) const;
+
     int GetSectionsInCount() const { return static_cast<int>(m_in.size()); }
     int GetSectionsOutCount() const { return static_cast<int>(m_out.size()); }
 

@@ -9,8 +9,11 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace OLMGis::Topology {
+
+class CSection;
 
 /// Questions to the pipe catalogue of the active project. One per project context. Lengths in mm. Every operation
 /// answers 0, an empty text or null for a null pipe and for an entry that is no pipe (a group).
@@ -47,6 +50,14 @@ public:
     /// The larger of diameter (mm) and the least diameter that the catalogue allows for the pipe type; diameter for a
     /// type without one. One hash look-up.
     double CalculateMinDiameter(std::string_view pipeType, double diameter);
+
+    /// How deep the section's pipe lies at positions (m from the start along the plan line, any order; those beyond an
+    /// end count as that end). Fills second with the terrain of the type there (linear between the section's samples)
+    /// less the level line (linear from LEVEL_LINE_0 to LEVEL_LINE_1), and first with the cover: second less what the
+    /// pipe rises above the level line, the same as second without a pipe. Both in m, in the order of positions.
+    /// Returns 1, or 0 and empty lists without a section, positions, either level or terrain.
+    int GetPipeDepths(const boost::shared_ptr<CSection>& section, const std::vector<double>& positions, int terrainType,
+                      std::vector<double>& first, std::vector<double>& second);
 };
 
 } // namespace OLMGis::Topology

@@ -94,6 +94,12 @@ boost::shared_ptr<CCatalogItem> CSection::GetPipe() const {
     return guid.empty() ? nullptr : CCatalogManager::Instance()->GetItemByGuid(CCatalogManager::PipeCatalog, guid);
 }
 
+std::string CSection::GetPipeReference() const {
+    static const Data::CDataDefinition* const reference = Definition("PIPE_REF");
+    const Data::CAttributeColumn* column = reference == nullptr ? nullptr : GetStore().FindColumn(*reference);
+    return column == nullptr ? std::string() : std::string(column->ReadText(GetRow()));
+}
+
 boost::shared_ptr<CSection> CSection::GetShared() const {
     return GetTopology().GetSectionAt(GetRow());
 }

@@ -8,7 +8,9 @@
 #include <boost/shared_ptr.hpp>
 
 #include <cstdint>
+#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace OLMGis::Topology {
@@ -57,6 +59,25 @@ public:
 
     /// The pipe that PIPE_REF names in the catalogues, null when there is none.
     boost::shared_ptr<CCatalogItem> GetPipe() const;
+
+    /// The text of PIPE_REF, empty when there is none: what CPipeManager::GetPipe takes.
+    std::string GetPipeReference() const;
+
+    /// Fills heights with samples of the terrain: pairs (distance from the start in m, height in m) in ascending
+    /// distance, and returns 1; or empties it and returns 0 when an end has no node or its node no height of that type.
+    /// Both ends come with the heights of their nodes; between them, where a surface is attached to the type, every
+    /// crossing with the lines through its cell centres, once, without places that have no height.
+    ///
+    /// Distances run along the plan line from 0 to GetLength2D: samples are found on the drawn line and, where a stored
+    /// length differs from the drawn one, moved in proportion, so that they go with levels and slopes, which count in
+    /// that length. Only the ends come where the drawn line or the length is missing (0 for both distances then). The
+    /// last argument is the interface's: every caller passes null.
+    int GetAllTerrainHeights(int terrainType, std::vector<std::pair<double, double>>& heights,
+                             const char* reserved = nullptr) const;
+
+    /// Fills box with the level line (m) at the end that lies in the node and returns 1. Of a section that returns to
+    /// its start that is LEVEL_LINE_0. For another node and for a null level the box becomes null and the result is 0.
+    int GetLevelLineAtNode(std::string_view nodeGuid, Data::CDataBox& box) const;
 
     /// Place in the order in which sections entered the network; grows along that order, with gaps after deletions.
     std::uint32_t GetOrder() const { return m_order; }
