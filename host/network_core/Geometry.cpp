@@ -30,6 +30,21 @@ double PolylineLength(std::span<const CPoint> points) {
     return length;
 }
 
+CPoint MiddleOfLine(std::span<const CPoint> points) {
+    if (points.empty())
+        return {};
+    double left = PolylineLength(points) / 2.0;
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        const CPoint& from = points[i - 1];
+        const CPoint& to = points[i];
+        const double length = Distance(from, to);
+        if (left <= length && length > 0.0)
+            return {from.m_x + (to.m_x - from.m_x) * left / length, from.m_y + (to.m_y - from.m_y) * left / length};
+        left -= length;
+    }
+    return points.front();
+}
+
 double PolygonArea(const CRings& rings) {
     double area = 0.0;
     for (std::size_t i = 0; i < rings.size(); ++i) {

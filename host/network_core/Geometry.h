@@ -25,6 +25,9 @@ inline double Distance(const CPoint& a, const CPoint& b) {
 /// Length of a polyline (m); 0 for fewer than two points.
 double PolylineLength(std::span<const CPoint> points);
 
+/// The point half way along a polyline; the first one of a line without length, unknown for no points.
+CPoint MiddleOfLine(std::span<const CPoint> points);
+
 /// Rings of a polygon: the outer one first, then holes; each closed (first point equals last) with at least four
 /// points.
 using CRings = std::vector<std::vector<CPoint>>;

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/network_core/Geometry.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace OLMGis::Topology {
+
+/// One finding as the project keeps it.
+struct CFinding {
+    std::string m_guid; ///< of the node or section
+    std::string m_name; ///< its name at the time of the run
+    std::string m_text;
+    std::optional<double> m_value; ///< what was found; nothing where the item told no number
+    std::optional<double> m_limit; ///< what it was held against
+    std::string m_unit;            ///< of both; empty for a count
+    CPoint m_point;                ///< of the node, or the middle of the section's line; unknown where nothing is drawn
+};
+
+/// What one item found in one run, in the item's own order.
+struct CItemFindings {
+    std::string m_item;       ///< key
+    std::string m_time;       ///< of the run, UTC, as "2026-01-31T08:15:00Z"
+    std::string m_parameters; ///< serialised form; empty for findings of an opened file
+    std::string m_error;      ///< why the item stopped before its end, for the user; empty for one that did not
+    std::vector<CFinding> m_findings;
+};
+
+/// The trace table in which items note, beside each finding and in the same order, what they measured: a row has the
+/// entity's GUID and name and these values. An item that notes nothing there gives findings without numbers.
+namespace FindingTrace {
+
+inline constexpr std::string_view Table = "findings";
+
+/// kind is "node" or "section"; unit that of value and limit.
+enum enmColumn : int { Item, Kind, Value, Limit, Unit, ColumnCount };
+
+inline constexpr std::string_view NodeKind = "node";
+inline constexpr std::string_view SectionKind = "section";
+
+} // namespace FindingTrace
+
+} // namespace OLMGis::Topology
