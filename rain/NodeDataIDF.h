@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "rain/SectionDataIDF.h"
+
+#include <boost/shared_ptr.hpp>
+
+#include <map>
+#include <span>
+#include <string_view>
+
+/// What reaches a node at which a selected section starts, in one walk: the results of the sections that end there.
+class CNodeDataIDF {
+public:
+    CNodeDataIDF() = default;
+    CNodeDataIDF(std::string_view name, int inputCount, const CRainITPParameters& params)
+        : m_name(name), m_inputCount(inputCount), m_params(&params) {}
+    CNodeDataIDF(const CNodeDataIDF&) = delete;
+    CNodeDataIDF& operator=(const CNodeDataIDF&) = delete;
+    ~CNodeDataIDF();
+
+    /// Takes a finished record, not null, behind those of the same section name. Sections of one name count as one.
+    void AddResult(const boost::shared_ptr<CSectionDataIDF>& record);
+
+    /// The branch that goes on downstream where branches meet: the one with the longest or shortest time to the node,
+    /// of equal ones the first by section name. With the partial area effect a record of another branch that is at
+    /// most 5 % away in time takes its place when it has the greater flow.
+    ///
+    /// Returns the records of the branch from the best one on; empty when nothing has reached the node. Valid until the
+    /// next AddResult.
+    std::span<const boost::shared_ptr<CSectionDataIDF>> ChooseUpstream() const;
+
+    std::string_view m_name;                           ///< belongs to the network, which outlives the record
+    std::map<std::string_view, CRecordList> m_results; ///< by section name
+    int m_inputCount = -1;                             ///< selected sections that enter the node
+    const CRainITPParameters* m_params = nullptr;      ///< not owned
+    int m_deliveredCount = 0;                          ///< keys of m_results
+};
