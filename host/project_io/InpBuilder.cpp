@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "host/project_io/InpBuilder.h"
 
+#include "host/formulas/Roughness.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/Utility.h"
 #include "host/network_core/CatalogManager.h"
@@ -159,7 +160,7 @@ void CInpBuilder::WriteConduit(const CInpLink& link, const Topology::CSection& s
     Write(Keys().m_length, section, link.m_length);
     WriteSlope(link, section);
     const double manning = ManningOf(link);
-    const double roughness = RoughnessOfManning(manning);
+    const double roughness = Formulas::RoughnessOfManning(manning);
     if (manning > 0.0) {
         Write(Keys().m_manning, section, manning);
         Write(Keys().m_roughness, section, roughness);

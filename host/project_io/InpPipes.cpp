@@ -23,10 +23,6 @@ const CInpShapeCurve* FindCurve(const CInpNetwork& network, const CInpCrossSecti
 
 } // namespace
 
-double RoughnessOfManning(double manning) {
-    return manning > 0.0 ? std::pow(26.0 * manning, 6.0) * 1000.0 : 0.0;
-}
-
 std::uint32_t CInpPipes::Enter(const CInpNetwork& network, const CInpCrossSection& section, double roughness) {
     const std::optional<CInpShapeName> shape = NameInpShape(section);
     if (!shape)

@@ -5,7 +5,6 @@
 #include "host/project_io/InpShape.h"
 
 #include "host/project_io/InpOutline.h"
-#include "host/project_io/InpPipes.h"
 
 #include <gtest/gtest.h>
 
@@ -155,12 +154,4 @@ TEST(InpShape, ChannelsKeepTheirWidthAtEachLevel) {
     EXPECT_NEAR(island[1].m_width, 2000.0, 1e-6);
     EXPECT_NEAR(island[2].m_width, 8000.0, 1e-6);
     EXPECT_TRUE(ChannelOutline({{0, 1}}, 1.0).empty());
-}
-
-TEST(InpShape, RoughnessOfManningByStrickler) {
-    // (26 · 0.013)^6 = 0.338^6 = 1.49108e-3 m; (26 · 0.01)^6 = 0.26^6 = 3.0892e-4 m.
-    EXPECT_NEAR(RoughnessOfManning(0.013), 1.49108, 1e-5);
-    EXPECT_NEAR(RoughnessOfManning(0.010), 0.308916, 1e-6);
-    EXPECT_EQ(RoughnessOfManning(0.0), 0.0);
-    EXPECT_EQ(RoughnessOfManning(-1.0), 0.0);
 }

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+namespace OLMGis::Formulas {
+
+/// Equivalent sand roughness (mm) of Manning's n (s/m^(1/3), > 0).
+/// Source: Strickler 1923, 1/n = 26 / d^(1/6) with d in m, taken for k: k = (26 n)^6. It holds for rough flow with a
+/// hydraulic radius of some 4 to 500 times k, that is for n from about 0.009 (smooth pipes) to 0.03; beyond, k grows
+/// with the sixth power of n to lengths that mean nothing.
+/// Bad input: 0 for n of 0 or below, never NaN.
+double RoughnessOfManning(double manning);
+
+} // namespace OLMGis::Formulas

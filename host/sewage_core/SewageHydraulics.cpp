@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "host/sewage_core/SewageHydraulics.h"
+
+#include "host/network_core/PipeManager.h"
+
+namespace OLMGis::Sewage {
+
+using Formulas::CSectionShape;
+using Formulas::enmSectionShape;
+using Topology::CPipeData;
+using Topology::enmPipeShape;
+
+namespace {
+
+constexpr double MillimetresPerMetre = 1000.0;
+
+enmSectionShape KindOf(enmPipeShape shape) {
+    switch (shape) {
+    case enmPipeShape::Circle:
+        return enmSectionShape::Circle;
+    case enmPipeShape::Egg:
+        return enmSectionShape::Egg;
+    case enmPipeShape::Box:
+        return enmSectionShape::Box;
+    case enmPipeShape::Table:
+        return enmSectionShape::Table;
+    }
+    return enmSectionShape::None;
+}
+
+/// Into a shape that was there before, whose levels keep their place in memory.
+void TakeShape(CSectionShape& shape, const CPipeData* pipe) {
+    shape.m_levels.clear();
+    if (pipe == nullptr) {
+        shape.m_kind = enmSectionShape::None;
+        return;
+    }
+    shape.m_kind = KindOf(pipe->m_shape);
+    shape.m_width = pipe->m_innerWidth / MillimetresPerMetre;
+    shape.m_height = pipe->m_innerHeight / MillimetresPerMetre;
+    if (shape.m_kind == enmSectionShape::Table)
+        for (const Topology::CShapePoint& point : pipe->m_table)
+            shape.m_levels.push_back({point.m_height / MillimetresPerMetre, point.m_width / MillimetresPerMetre});
+}
+
+} // namespace
+
+void CSewageHydraulics::SetStrPipeGuid(std::string_view guid) {
+    SetPipe(Topology::CPipeManager::Instance()->GetPipe(guid).get());
+}
+
+void CSewageHydraulics::SetPipe(const Topology::CCatalogItem* pipe) {
+    TakeShape(m_shape, pipe == nullptr ? nullptr : pipe->GetPipeData());
+}
+
+void CSewageHydraulics::CalculateMinimumDiameterMinHidRad() {
+    m_leastDiameter = Formulas::LeastDiameter(m_flow, m_conditions);
+}
+
+void CSewageHydraulics::CalculateFillingHeight() {
+    m_filling = Formulas::FillShape(m_shape, m_flow, m_conditions);
+    m_percent = m_filling.m_percent;
+}
+
+void CSewageHydraulics::CalculateVelocityForPartiallyFilled() {
+    m_velocity = m_filling.m_velocity;
+}
+
+void CSewageHydraulics::CalculateHydraulicsValues() {
+    m_values = m_filling;
+    const double fullArea = Formulas::FullShape(m_shape).m_area;
+    m_fullVelocity = fullArea > 0.0 ? m_filling.m_fullFlow / fullArea : 0.0;
+}
+
+CSectionShape ShapeOfPipe(const CPipeData* pipe) {
+    CSectionShape shape;
+    TakeShape(shape, pipe);
+    return shape;
+}
+
+} // namespace OLMGis::Sewage
