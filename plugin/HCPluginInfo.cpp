@@ -5,8 +5,16 @@
 #include "accumulate/FlowCalculator_RainSimple.h"
 #include "accumulate/FlowCalculator_Total.h"
 #include "accumulate/FlowCalculator_Transit.h"
+#include "analysis/FAI_ManholePipe.h"
+#include "analysis/FAI_MinimalPipeDepth.h"
+#include "analysis/FAI_MultipleOutletSections.h"
+#include "analysis/FAI_NegativeCascade.h"
+#include "analysis/FAI_NegativeSlope.h"
+#include "analysis/FAI_NegativeSlopeCalc.h"
+#include "analysis/FAI_SmallerDiametersDownflow.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/NotificationFramework.h"
+#include "host/network_core/FunctionalAnalysisManager.h"
 #include "host/sewage_core/FlowCalculatorManager.h"
 #include "host/sewage_core/SewageResponder.h"
 #include "host/workspace_core/WsManager.h"
@@ -19,11 +27,19 @@
 using OLMGis::Notification::CNotificationFramework;
 using OLMGis::Sewage::CFlowCalculatorManager;
 using OLMGis::Sewage::CSewageResponder;
+using OLMGis::Topology::CFunctionalAnalysisManager;
+using OLMGis::Topology::IFunctionalAnalysisItem;
 using OLMGis::Utility::CModuleConfiguration;
 using OLMGis::Workspace::CWsManager;
 using OLMGis::Workspace::CWsPanelDialogMetadata;
 
 namespace {
+
+template <class Item>
+void RegisterAnalysisItem() {
+    const boost::shared_ptr<IFunctionalAnalysisItem> item = boost::make_shared<Item>();
+    CFunctionalAnalysisManager::Instance()->RegisterFunctionalAnalysisItem(item);
+}
 
 template <class Calculator>
 void RegisterFlowCalculator() {
@@ -39,6 +55,15 @@ void CHCPluginInfo::EnableMetadataHandlers() {
 void CHCPluginInfo::RegisterCalculationItems() {
     // The framework takes the responder over.
     CNotificationFramework::Instance()->RegisterEventResponder(new CSewageResponder);
+
+    // Findings come in this order.
+    RegisterAnalysisItem<CFAI_MinimalPipeDepth>();
+    RegisterAnalysisItem<CFAI_NegativeSlopeCalc>();
+    RegisterAnalysisItem<CFAI_NegativeSlope>();
+    RegisterAnalysisItem<CFAI_NegativeCascade>();
+    RegisterAnalysisItem<CFAI_MultipleOutletSections>();
+    RegisterAnalysisItem<CFAI_SmallerDiametersDownflow>();
+    RegisterAnalysisItem<CFAI_ManholePipe>();
 
     // A calculator's rank comes from its key, not from its place here.
     RegisterFlowCalculator<CFlowCalculator_RainSimple>();

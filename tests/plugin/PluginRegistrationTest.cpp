@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/NotificationFramework.h"
+#include "host/network_core/FunctionalAnalysisManager.h"
 #include "host/sewage_core/FlowCalculatorManager.h"
 #include "host/workspace_core/ModuleLoader.h"
 #include "host/workspace_core/WsManager.h"
@@ -31,6 +32,13 @@ std::vector<std::string> CalculatorKeys() {
     return keys;
 }
 
+std::vector<std::string> ItemKeys() {
+    std::vector<std::string> keys;
+    for (const auto& item : Topology::CFunctionalAnalysisManager::Instance()->GetItems())
+        keys.push_back(item->GetItemKey());
+    return keys;
+}
+
 std::size_t Responders() {
     return Notification::CNotificationFramework::Instance()->GetResponderCount();
 }
@@ -50,10 +58,14 @@ TEST(PluginRegistration, CalculatorsStandInTheOrderOfTheDesignWorkAndComeAndGoWi
     for (int round = 0; round < 2; ++round) {
         EXPECT_THAT(CalculatorKeys(), ElementsAre("00_RAIN_SIMPLE", "01_WASTE_AREAS", "01_WASTE_PERCENT",
                                                   "02_ADDITIONAL", "03_FC_TRANSIT", "04_FC_TOTAL"));
+        EXPECT_THAT(ItemKeys(),
+                    ElementsAre("0002_MIN_PIPE_DEPTH", "0003_MIN_LL_SLOPE", "0004_MIN_SLOPE", "0006_NEGATIVE_CASCADE",
+                                "0005_MULTI_OUTLET_SECT", "0007_SMALLER_DIAMETERS", "0005_MANHOLE_PIPE"));
         EXPECT_EQ(Responders(), 1U);
         EXPECT_TRUE(stage.module->IsUnloadable() && stage.module->IsDocumentAware());
         stage.module->Release();
         EXPECT_THAT(CalculatorKeys(), IsEmpty());
+        EXPECT_THAT(ItemKeys(), IsEmpty());
         EXPECT_EQ(Responders(), 0U);
         EXPECT_THAT(CWsManager::Instance()->GetPanelDialogs(), IsEmpty());
         EXPECT_EQ(dlopen(DRENOVA_MODULE_FILE, RTLD_NOW | RTLD_NOLOAD), nullptr) << "the code has left the memory";

@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "analysis/FAI_ManholePipe.h"
+
+#include "analysis/FindingList.h"
+#include "analysis/ProgressWalk.h"
+#include "analysis/RowSet.h"
+#include "host/gis_core/DataRW.h"
+#include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/SystemManager.h"
+#include "host/network_core/DDCache.h"
+#include "host/network_core/ManholeManager.h"
+#include "host/network_core/PipeManager.h"
+
+#include <boost/make_shared.hpp>
+
+using OLMGis::Data::CDataBox;
+using OLMGis::Data::CDataConfiguration;
+using OLMGis::Data::CDataDefinition;
+using OLMGis::Data::CDataRW;
+using OLMGis::Data::CDDCache;
+using OLMGis::System::CGisSystem;
+using OLMGis::Topology::CAnalysedNetwork;
+using OLMGis::Topology::CCatalogItem;
+using OLMGis::Topology::CFAMsg;
+using OLMGis::Topology::CManholeManager;
+using OLMGis::Topology::CNode;
+using OLMGis::Topology::CPipeManager;
+using OLMGis::Topology::CPropertiesEx;
+using OLMGis::Topology::CSection;
+using OLMGis::Utility::CModuleConfiguration;
+
+namespace {
+
+using CItemPtr = boost::shared_ptr<CCatalogItem>;
+
+constexpr const char* Key = "0005_MANHOLE_PIPE";
+constexpr double MmPerM = 1000.0;
+
+/// One run: the definitions that it reads by, and who was reported already.
+class CManholePipeRun {
+public:
+    explicit CManholePipeRun(std::vector<boost::shared_ptr<CFAMsg>>& findings) : m_findings(Key, findings) {}
+
+    void TestNode(const boost::shared_ptr<CNode>& node) {
+        CDataRW::Read(m_manholeId, node, m_box, 0, nullptr);
+        if (!m_box.IsNotNull())
+            return;
+        const CItemPtr manhole = m_manholes->GetManhole(m_box.TextView());
+        if (!manhole)
+            return;
+        const double inner = m_manholes->GetManholeInnerDiameter(manhole);
+        node->GetConnectedSections(m_connected);
+        m_hasLimit = false;
+        for (const auto& section : m_connected) {
+            const CItemPtr pipe = m_pipes->GetPipe(section->GetPipeReference());
+            if (!pipe)
+                continue;
+            const double width = m_pipes->GetPipeWidth(pipe) / MmPerM;
+            if (width > inner)
+                ReportWidth(*node, width, inner);
+            else
+                TestHeight(*node, manhole, *section, pipe);
+        }
+    }
+
+private:
+    void ReportWidth(const CNode& node, double width, double inner) {
+        if (m_reportedNodes.Insert(node.GetRow()))
+            m_findings.Add(node, 11021, {width, inner, "m"});
+    }
+
+    void TestHeight(const CNode& node, const CItemPtr& manhole, const CSection& section, const CItemPtr& pipe) {
+        if (!m_hasLimit)
+            m_limit = FindLimit(node, manhole);
+        m_hasLimit = true;
+        if (section.GetLevelLineAtNode(node.GetGuid(), m_level) == 0 ||
+            CDataRW::Read(m_levelPosition, &section, m_box, 0, nullptr) == 0)
+            return;
+        double above = 0.0;
+        double below = 0.0;
+        m_pipes->GetPipeHeight(pipe, m_box.AsInt(), above, below);
+        const double top = m_level.AsDouble() + above / MmPerM;
+        if (top > m_limit && m_reportedSections.Insert(section.GetRow()))
+            m_findings.Add(section, 11010, {top, m_limit, "m"});
+    }
+
+    /// The highest level (m) that a pipe's top may reach at the manhole; the same for all its pipes. Without a terrain
+    /// height that is 0: a network above sea level whose terrain is missing must not pass for sound.
+    double FindLimit(const CNode& node, const CItemPtr& manhole) {
+        const double h2 = m_manholes->GetManholeH2(&node, manhole);
+        int terrainType = 1;
+        if (CDataRW::Read(m_terrainType, &node, m_box, 0, nullptr) != 0 && m_box.IsNotNull())
+            terrainType = m_box.AsInt();
+        double height = 0.0;
+        return node.GetTerrainHeight(height, terrainType) != 0 ? height - h2 : 0.0;
+    }
+
+    static const CDataDefinition* Find(std::string_view key) {
+        return CDataConfiguration::Instance()->GetDataDefinitionByID(key);
+    }
+
+    CManholeManager* m_manholes = CManholeManager::Instance();
+    CPipeManager* m_pipes = CPipeManager::Instance();
+    const CDataDefinition* m_manholeId = Find("MANHOLE_ID");
+    const CDataDefinition* m_levelPosition = Find("LEVEL_LINE_POSITION");
+    const CDataDefinition* m_terrainType = CDDCache::Instance()->GetMANHOLE_RT();
+    Analysis::CFindingList m_findings;
+    Analysis::CRowSet m_reportedNodes;
+    Analysis::CRowSet m_reportedSections;
+
+    // Of the present node and section; kept for their memory.
+    std::vector<boost::shared_ptr<CSection>> m_connected;
+    CDataBox m_box;
+    CDataBox m_level;
+    double m_limit = 0.0;
+    bool m_hasLimit = false;
+};
+
+} // namespace
+
+std::string CFAI_ManholePipe::GetItemKey() {
+    return Key;
+}
+
+std::string CFAI_ManholePipe::GetItemName() {
+    return CModuleConfiguration::Instance()->GetMsg(11020);
+}
+
+int CFAI_ManholePipe::IsAvailableForSystemFunction(int systemFunction) {
+    return systemFunction == CGisSystem::SewageFunction ? 1 : 0;
+}
+
+int CFAI_ManholePipe::GetItemFlagA() {
+    return 1;
+}
+
+// One family with the check of depths: both ask how high pipes lie.
+std::string CFAI_ManholePipe::GetAnalysisTag() {
+    return "FAI_MIN_PIPE_DEPTH";
+}
+
+boost::shared_ptr<CPropertiesEx> CFAI_ManholePipe::CreateProperties() {
+    return boost::make_shared<CPropertiesEx>();
+}
+
+void CFAI_ManholePipe::RunAnalysis(boost::shared_ptr<CPropertiesEx> /*properties*/, CAnalysedNetwork* network,
+                                   std::vector<boost::shared_ptr<CFAMsg>>& findings) {
+    if (network == nullptr)
+        return;
+    CManholePipeRun run(findings);
+    Analysis::WalkWithProgress(CModuleConfiguration::Instance()->GetMsg(3552), network->m_nodes,
+                               [&run](const boost::shared_ptr<CNode>& node) { run.TestNode(node); });
+}

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/network_core/IFunctionalAnalysisItem.h"
+
+/// Whether the level line of every section lies within a band of depths (m) below a terrain, along its whole length. A
+/// section gives one finding at most, for the first sample that offends; depths at a limit do not. Sections without
+/// levels or without terrain are passed over. The only item for every system function, and the only one that runs
+/// without a form: then between 1.0 and 3.0 m below terrain 1.
+class CFAI_MinimalPipeDepth final : public OLMGis::Topology::IFunctionalAnalysisItem {
+public:
+    std::string GetItemKey() override;
+    std::string GetItemName() override;
+    int IsAvailableForSystemFunction(int systemFunction) override;
+    int GetItemFlagA() override;
+    boost::shared_ptr<OLMGis::Topology::CPropertiesEx> CreateProperties() override;
+    void RunAnalysis(boost::shared_ptr<OLMGis::Topology::CPropertiesEx> properties,
+                     OLMGis::Topology::CAnalysedNetwork* network,
+                     std::vector<boost::shared_ptr<OLMGis::Topology::CFAMsg>>& findings) override;
+    std::string GetAnalysisTag() override;
+};

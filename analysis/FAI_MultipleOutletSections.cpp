@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "analysis/FAI_MultipleOutletSections.h"
+
+#include "analysis/FindingList.h"
+#include "analysis/ProgressWalk.h"
+#include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/SystemManager.h"
+
+#include <boost/make_shared.hpp>
+
+using OLMGis::System::CGisSystem;
+using OLMGis::Topology::CAnalysedNetwork;
+using OLMGis::Topology::CFAMsg;
+using OLMGis::Topology::CPropertiesEx;
+using OLMGis::Topology::CSection;
+using OLMGis::Utility::CModuleConfiguration;
+
+namespace {
+
+constexpr const char* Key = "0005_MULTI_OUTLET_SECT";
+constexpr int Message = 3237; ///< name, caption and finding alike
+
+} // namespace
+
+std::string CFAI_MultipleOutletSections::GetItemKey() {
+    return Key;
+}
+
+std::string CFAI_MultipleOutletSections::GetItemName() {
+    return CModuleConfiguration::Instance()->GetMsg(Message);
+}
+
+int CFAI_MultipleOutletSections::IsAvailableForSystemFunction(int systemFunction) {
+    return systemFunction == CGisSystem::SewageFunction ? 1 : 0;
+}
+
+int CFAI_MultipleOutletSections::GetItemFlagA() {
+    return 1;
+}
+
+std::string CFAI_MultipleOutletSections::GetAnalysisTag() {
+    return "FAI_MULTIPLE_OUT_SECT";
+}
+
+boost::shared_ptr<CPropertiesEx> CFAI_MultipleOutletSections::CreateProperties() {
+    return boost::make_shared<CPropertiesEx>();
+}
+
+void CFAI_MultipleOutletSections::RunAnalysis(boost::shared_ptr<CPropertiesEx> /*properties*/,
+                                              CAnalysedNetwork* network,
+                                              std::vector<boost::shared_ptr<CFAMsg>>& findings) {
+    if (network == nullptr)
+        return;
+    Analysis::CFindingList list(Key, findings);
+    std::vector<boost::shared_ptr<CSection>> below;
+    Analysis::WalkWithProgress(GetItemName(), network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
+        section->GetSectionsOut(below);
+        if (below.size() >= 2)
+            list.Add(*section, Message, {static_cast<double>(below.size()), 1.0, ""});
+    });
+}

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/network_core/IFunctionalAnalysisItem.h"
+
+/// Whether a section ends where more than one section leads on. One finding however many do.
+class CFAI_MultipleOutletSections final : public OLMGis::Topology::IFunctionalAnalysisItem {
+public:
+    std::string GetItemKey() override;
+    std::string GetItemName() override;
+    int IsAvailableForSystemFunction(int systemFunction) override;
+    int GetItemFlagA() override;
+    boost::shared_ptr<OLMGis::Topology::CPropertiesEx> CreateProperties() override;
+    void RunAnalysis(boost::shared_ptr<OLMGis::Topology::CPropertiesEx> properties,
+                     OLMGis::Topology::CAnalysedNetwork* network,
+                     std::vector<boost::shared_ptr<OLMGis::Topology::CFAMsg>>& findings) override;
+    std::string GetAnalysisTag() override;
+};

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "analysis/FAI_NegativeCascade.h"
+
+#include "analysis/FindingList.h"
+#include "analysis/ProgressWalk.h"
+#include "host/gis_core/DataRW.h"
+#include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/SystemManager.h"
+
+#include <boost/make_shared.hpp>
+
+using OLMGis::Data::CDataBox;
+using OLMGis::Data::CDataConfiguration;
+using OLMGis::Data::CDataRW;
+using OLMGis::System::CGisSystem;
+using OLMGis::Topology::CAnalysedNetwork;
+using OLMGis::Topology::CFAMsg;
+using OLMGis::Topology::CPropertiesEx;
+using OLMGis::Topology::CSection;
+using OLMGis::Utility::CModuleConfiguration;
+
+namespace {
+
+constexpr const char* Key = "0006_NEGATIVE_CASCADE";
+constexpr int Message = 3239; ///< name, caption and finding alike
+
+/// A step up that is no more than this, m, passes for drawing and rounding of levels.
+constexpr double Tolerance = -0.5;
+
+} // namespace
+
+std::string CFAI_NegativeCascade::GetItemKey() {
+    return Key;
+}
+
+std::string CFAI_NegativeCascade::GetItemName() {
+    return CModuleConfiguration::Instance()->GetMsg(Message);
+}
+
+int CFAI_NegativeCascade::IsAvailableForSystemFunction(int systemFunction) {
+    return systemFunction == CGisSystem::SewageFunction ? 1 : 0;
+}
+
+int CFAI_NegativeCascade::GetItemFlagA() {
+    return 1;
+}
+
+std::string CFAI_NegativeCascade::GetAnalysisTag() {
+    return "FAI_CASCADE";
+}
+
+boost::shared_ptr<CPropertiesEx> CFAI_NegativeCascade::CreateProperties() {
+    return boost::make_shared<CPropertiesEx>();
+}
+
+void CFAI_NegativeCascade::RunAnalysis(boost::shared_ptr<CPropertiesEx> /*properties*/, CAnalysedNetwork* network,
+                                       std::vector<boost::shared_ptr<CFAMsg>>& findings) {
+    if (network == nullptr)
+        return;
+    const auto* const startLevel = CDataConfiguration::Instance()->GetDataDefinitionByID("LEVEL_LINE_0");
+    const auto* const endLevel = CDataConfiguration::Instance()->GetDataDefinitionByID("LEVEL_LINE_1");
+    Analysis::CFindingList list(Key, findings);
+    std::vector<boost::shared_ptr<CSection>> below;
+    CDataBox upper;
+    CDataBox lower;
+    Analysis::WalkWithProgress(GetItemName(), network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
+        CDataRW::Read(endLevel, section, upper, 0, nullptr);
+        if (!upper.IsNotNull())
+            return;
+        section->GetSectionsOut(below);
+        for (const auto& next : below) {
+            CDataRW::Read(startLevel, next, lower, 0, nullptr);
+            if (!lower.IsNotNull())
+                continue;
+            const double drop = upper.AsDouble() - lower.AsDouble();
+            if (Tolerance > drop)
+                list.AddWithValue(*section, Message, {drop, Tolerance, "m"});
+        }
+    });
+}

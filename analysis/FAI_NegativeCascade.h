@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/network_core/IFunctionalAnalysisItem.h"
+
+/// Whether the level line steps up by more than 0.5 m from the end of a section to the beginning of one that leads on
+/// from there. One finding for each such pair, naming the upper section. Pairs without either level are passed over.
+class CFAI_NegativeCascade final : public OLMGis::Topology::IFunctionalAnalysisItem {
+public:
+    std::string GetItemKey() override;
+    std::string GetItemName() override;
+    int IsAvailableForSystemFunction(int systemFunction) override;
+    int GetItemFlagA() override;
+    boost::shared_ptr<OLMGis::Topology::CPropertiesEx> CreateProperties() override;
+    void RunAnalysis(boost::shared_ptr<OLMGis::Topology::CPropertiesEx> properties,
+                     OLMGis::Topology::CAnalysedNetwork* network,
+                     std::vector<boost::shared_ptr<OLMGis::Topology::CFAMsg>>& findings) override;
+    std::string GetAnalysisTag() override;
+};

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/network_core/IFunctionalAnalysisItem.h"
+
+/// Whether the slope of every section (SECTION_SLOPE, 1/1000) lies within a band. A section gives one finding at most:
+/// for a negative slope whatever the limits are, else for one below or above them; slopes at a limit do not offend.
+/// Sections without the attribute are passed over. Needs a form, not null.
+class CFAI_NegativeSlope final : public OLMGis::Topology::IFunctionalAnalysisItem {
+public:
+    std::string GetItemKey() override;
+    std::string GetItemName() override;
+    int IsAvailableForSystemFunction(int systemFunction) override;
+    int GetItemFlagA() override;
+    boost::shared_ptr<OLMGis::Topology::CPropertiesEx> CreateProperties() override;
+    void RunAnalysis(boost::shared_ptr<OLMGis::Topology::CPropertiesEx> properties,
+                     OLMGis::Topology::CAnalysedNetwork* network,
+                     std::vector<boost::shared_ptr<OLMGis::Topology::CFAMsg>>& findings) override;
+    std::string GetAnalysisTag() override;
+};

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/gis_core/CoreProgressBar.h"
+
+#include <string_view>
+#include <vector>
+
+namespace Analysis {
+
+/// The frame of every run: shows the caption with the number of entities, then for each in order its place and its
+/// test. A user who gives up ends the walk. An exception leaves the display as it is: whoever runs items puts it right.
+template <class Entity, class Test>
+void WalkWithProgress(std::string_view caption, const std::vector<Entity>& entities, Test test) {
+    auto* const progress = OLMGis::Utility::CCoreProgressBar::Instance();
+    progress->SaveState();
+    progress->Show(caption, 0, static_cast<int>(entities.size()));
+    for (std::size_t i = 0; i < entities.size(); ++i) {
+        if (progress->SetPosition(static_cast<int>(i)) == 0)
+            break;
+        test(entities[i]);
+    }
+    progress->Hide();
+    progress->RestoreState();
+}
+
+} // namespace Analysis

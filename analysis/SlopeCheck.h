@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "analysis/FindingList.h"
+#include "host/network_core/AnalysedNetwork.h"
+#include "host/network_core/PropertiesEx.h"
+
+#include <boost/shared_ptr.hpp>
+
+#include <string_view>
+
+/// What the two slope checks do alike.
+namespace Analysis {
+
+/// In what they differ.
+struct CSlopeCheck {
+    std::string_view m_item;      ///< key
+    std::string_view m_caption;   ///< of the progress
+    std::string_view m_attribute; ///< slope of a section, 1/1000
+    double m_leastFallback;       ///< limits for a form that lacks them, 1/1000
+    double m_greatestFallback;
+};
+
+/// The form: one category with the two limits.
+boost::shared_ptr<OLMGis::Topology::CPropertiesEx> CreateSlopeForm(int nameMessage);
+
+/// Goes through the sections of a network that is not null.
+void CheckSlopes(const CSlopeCheck& check, const OLMGis::Topology::CPropertiesEx& form,
+                 const OLMGis::Topology::CAnalysedNetwork& network, CMessages& messages);
+
+} // namespace Analysis
