@@ -15,12 +15,16 @@ namespace {
 
 constexpr double Infinity = std::numeric_limits<double>::infinity();
 
+/// A flow is above the full-bore Q when it is so by more than rounding: of flows that were told with twelve digits, and
+/// of diameters that were found for a flow.
+constexpr double Rounding = 1e-11;
+
 /// What is settled without a search: no flow, and more than the full section carries. False when a depth is to be
 /// sought.
 bool IsSettled(CFilling& filling, double flow, double height, const CWetSection& full, double slope) {
     if (!(flow > 0.0))
         return true;
-    if (flow <= filling.m_fullFlow)
+    if (flow <= filling.m_fullFlow * (1.0 + Rounding))
         return false;
     filling.m_isOverfull = true;
     filling.m_percent = filling.m_fullFlow > 0.0 ? 100.0 * (flow / filling.m_fullFlow) : Infinity;

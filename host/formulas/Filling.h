@@ -20,8 +20,8 @@ struct CFilling {
 ///
 /// Q(h) rises from 0 to a maximum above the full-bore Q and falls back to it at the top, so every flow up to the
 /// full-bore Q has its depth on the rising branch; the full-bore Q itself, in a circle, at some 82 % of the height. A
-/// larger one is overfull, also where Q(h) would reach it near the top: such a flow fills the pipe at the least
-/// disturbance.
+/// larger one (by more than 1e-11 of it, which rounding leaves) is overfull, also where Q(h) would reach it near the
+/// top: such a flow fills the pipe at the least disturbance.
 ///
 /// A flow of 0 or below and not-a-number: empty, filling 0. A section without capacity (slope of 0 or below, no size,
 /// other bad conditions) is overfull with any flow: filling infinite, velocity 0 where slope or area is missing. Never

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+//
+// Against published full-bore tables, and tables derived by others at 40 digits.
+#include "host/formulas/Filling.h"
+#include "tests/support/ReferenceTable.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+using namespace OLMGis::Formulas;
+
+namespace {
+
+constexpr double Derived = 1e-6; ///< the derived tables carry ten digits and are judged at this
+constexpr double Infinity = std::numeric_limits<double>::infinity();
+constexpr double NotANumber = std::numeric_limits<double>::quiet_NaN();
+
+CSectionShape Circle(double diameter) {
+    return {enmSectionShape::Circle, diameter, diameter, {}};
+}
+
+const CSectionShape Egg{enmSectionShape::Egg, 0.8, 1.2, {}};
+const CSectionShape Box{enmSectionShape::Box, 1.5, 0.9, {}};
+const CSectionShape Ledged{enmSectionShape::Table, 0.0, 0.0, {{0.0, 0.2}, {0.4, 0.2}, {0.4, 2.0}, {1.5, 2.4}}};
+
+void ExpectNear(double value, double expected, double relative) {
+    EXPECT_NEAR(value, expected, relative * std::abs(expected));
+}
+
+/// Conditions from three neighbouring cells: roughness in mm, viscosity, slope in 1/1000.
+CFlowConditions ConditionsOf(const std::vector<std::string>& row, std::size_t column) {
+    return {Cell(row, column + 2) / 1000.0, Cell(row, column) / 1000.0, Cell(row, column + 1)};
+}
+
+} // namespace
+
+TEST(UniformFlow, PublishedFullBore) {
+    const auto many = ReadReferenceTable("hydraulics/p01_full_colebrook_hongkong.csv");
+    const auto one = ReadReferenceTable("hydraulics/p02_full_colebrook_single.csv");
+    if (many.empty() || one.empty())
+        GTEST_SKIP() << "no reference data";
+    for (const auto& row : many) {
+        const CFlowConditions conditions{1.0 / Cell(row, 2), Cell(row, 3) / 1000.0, 1.14e-6};
+        ExpectNear(FullBoreFlow(Circle(Cell(row, 1) / 1000.0), conditions), Cell(row, 5) / 1000.0, 1e-3);
+    }
+    for (const auto& row : one)
+        ExpectNear(UniformVelocity(Cell(row, 0) / 4000.0, {Cell(row, 3), Cell(row, 1) / 1000.0, Cell(row, 2)}),
+                   Cell(row, 4), 1e-3);
+}
+
+TEST(UniformFlow, DerivedTables) {
+    const auto full = ReadReferenceTable("hydraulics/d01_full_circular.csv");
+    const auto partial = ReadReferenceTable("hydraulics/d02_partial_circular.csv");
+    const auto eggs = ReadReferenceTable("hydraulics/d06_egg_2to3.csv");
+    const auto maxima = ReadReferenceTable("hydraulics/d07_maxima_circular.csv");
+    const auto least = ReadReferenceTable("hydraulics/d04_min_diameter_full.csv");
+    if (full.empty() || partial.empty() || eggs.empty() || maxima.empty() || least.empty())
+        GTEST_SKIP() << "no reference data";
+    for (const auto& row : full)
+        ExpectNear(FullBoreFlow(Circle(Cell(row, 0) / 1000.0), ConditionsOf(row, 1)), Cell(row, 7) / 1000.0, Derived);
+    for (const auto& row : partial) {
+        const double diameter = Cell(row, 0) / 1000.0;
+        ExpectNear(UniformFlow(Circle(diameter), Cell(row, 4) * diameter, ConditionsOf(row, 1)), Cell(row, 8) / 1000.0,
+                   Derived);
+    }
+    for (const auto& row : eggs) {
+        const CSectionShape egg{enmSectionShape::Egg, Cell(row, 0) / 1000.0, Cell(row, 1) / 1000.0, {}};
+        const double depth = Cell(row, 5) * egg.m_height;
+        ExpectNear(WetShape(egg, depth).m_perimeter, Cell(row, 7), Derived);
+        ExpectNear(UniformFlow(egg, depth, ConditionsOf(row, 2)), Cell(row, 10) / 1000.0, Derived);
+        if (Cell(row, 11) < 0.9999 && Cell(row, 5) < 0.9) // on the rising branch the flow has this depth
+            ExpectNear(FillShape(egg, Cell(row, 10) / 1000.0, ConditionsOf(row, 2)).m_percent, 100.0 * Cell(row, 5),
+                       Derived);
+    }
+    for (const auto& row : maxima) {
+        const CSectionShape circle = Circle(Cell(row, 0) / 1000.0);
+        const CFlowConditions conditions = ConditionsOf(row, 1);
+        const CMaximum flow = GreatestFlow(circle, conditions);
+        const CMaximum velocity = GreatestVelocity(circle, conditions);
+        const double fullFlow = FullBoreFlow(circle, conditions);
+        ExpectNear(flow.m_depth / circle.m_width, Cell(row, 4), Derived);
+        ExpectNear(flow.m_value / fullFlow, Cell(row, 5), Derived);
+        ExpectNear(velocity.m_depth / circle.m_width, Cell(row, 6), Derived);
+        ExpectNear(velocity.m_value / UniformVelocity(circle.m_width / 4.0, conditions), Cell(row, 7), Derived);
+        const CFilling filling = FillShape(circle, fullFlow, conditions); // of the two depths of this flow the lower
+        ExpectNear(filling.m_percent, 100.0 * Cell(row, 8), Derived);
+    }
+    for (const auto& row : least)
+        ExpectNear(LeastDiameter(Cell(row, 0) / 1000.0, ConditionsOf(row, 1)), Cell(row, 4) / 1000.0, Derived);
+}
+
+TEST(Filling, DerivedDepths) {
+    const auto rows = ReadReferenceTable("hydraulics/d03_depth_for_flow_circular.csv");
+    if (rows.empty())
+        GTEST_SKIP() << "no reference data";
+    for (const auto& row : rows) {
+        const CFilling filling = FillShape(Circle(Cell(row, 0) / 1000.0), Cell(row, 4) / 1000.0, ConditionsOf(row, 1));
+        ExpectNear(filling.m_percent, 100.0 * Cell(row, 5), Derived);
+        ExpectNear(filling.m_velocity, Cell(row, 6), Derived);
+    }
+}
+
+TEST(Filling, SmallestDepthOfTheFlowInEveryShape) {
+    const CSectionShape triangle{enmSectionShape::Table, 0.0, 0.0, {{0.0, 0.0}, {1.0, 2.0}}};
+    for (const CSectionShape& shape : {Circle(0.02), Circle(0.3), Circle(6.0), Egg, Box, Ledged, triangle})
+        for (const double slope : {1e-6, 1e-3, 0.3}) {
+            const CFlowConditions conditions{slope, 0.0004, 1.31e-6};
+            const double full = FullBoreFlow(shape, conditions);
+            double below = 0.0;
+            for (const double part : {1e-9, 1e-4, 0.01, 0.2, 0.5, 0.9, 0.999999, 1.0}) {
+                SCOPED_TRACE(testing::Message() << static_cast<int>(shape.m_kind) << ' ' << slope << ' ' << part);
+                const CFilling filling = FillShape(shape, part * full, conditions);
+                EXPECT_FALSE(filling.m_isOverfull);
+                // A film just thick enough to move doubles its flow within some 1e-9 of its depth.
+                const double tolerance = part < 1e-4 ? 1e-6 : 1e-10;
+                ExpectNear(UniformFlow(shape, filling.m_depth, conditions), part * full, tolerance);
+                ExpectNear(filling.m_velocity * filling.m_wet.m_area, part * full, tolerance);
+                EXPECT_GE(filling.m_percent, below);
+                below = filling.m_percent;
+                for (int i = 1; i < 200; ++i) // nowhere below does the section carry as much
+                    ASSERT_LT(UniformFlow(shape, filling.m_depth * i / 200.0, conditions), part * full);
+            }
+            EXPECT_FALSE(FillShape(shape, full * (1.0 + 1e-12), conditions).m_isOverfull); // rounding
+            EXPECT_TRUE(FillShape(shape, full * (1.0 + 1e-10), conditions).m_isOverfull);
+            const CFilling over = FillShape(shape, 1.5 * full, conditions);
+            EXPECT_TRUE(over.m_isOverfull);
+            ExpectNear(over.m_percent, 150.0, 1e-14);
+            ExpectNear(over.m_velocity, 1.5 * full / FullShape(shape).m_area, 1e-14);
+        }
+}
+
+TEST(Filling, MonotoneInFlowSlopeAndDiameter) {
+    CFilling last;
+    double lastDiameter = 0.0;
+    for (int i = 1; i <= 2000; ++i) {
+        const CFlowConditions conditions{0.004, 0.001, 1e-6};
+        const CFilling filling = FillCircle(0.3, 1e-4 * i, conditions);
+        ASSERT_GT(filling.m_percent, last.m_percent) << i;
+        ASSERT_LT(FillCircle(0.3, 1e-4 * i, {0.005, 0.001, 1e-6}).m_percent, filling.m_percent) << i;
+        ASSERT_LT(FillCircle(0.31, 1e-4 * i, conditions).m_percent, filling.m_percent) << i;
+        const double diameter = LeastDiameter(1e-4 * i, conditions);
+        ASSERT_GT(diameter, lastDiameter) << i;
+        ASSERT_LT(LeastDiameter(1e-4 * i, {0.005, 0.001, 1e-6}), diameter) << i;
+        last = filling;
+        lastDiameter = diameter;
+    }
+}
+
+TEST(LeastDiameter, CarriesTheFlowToTwelveDigits) {
+    for (const double flow : {1e-9, 1e-6, 1e-3, 0.04, 1.0, 50.0})
+        for (const double slope : {1e-6, 1e-4, 0.01, 0.5})
+            for (const double roughness : {0.0, 1e-5, 1.5e-3}) {
+                const CFlowConditions conditions{slope, roughness, 1e-6};
+                const double diameter = LeastDiameter(flow, conditions);
+                EXPECT_LE(FullBoreFlow(Circle(diameter * (1.0 - 1e-12)), conditions), flow) << flow << ' ' << slope;
+                EXPECT_GE(FullBoreFlow(Circle(diameter * (1.0 + 1e-12)), conditions), flow) << flow << ' ' << slope;
+            }
+}
+
+TEST(Filling, NothingThatCannotFlowIsNaN) {
+    const double awkward[] = {NotANumber, -Infinity, -1.0, 0.0, 1e-300, 1e-6, 1.0, 1e300, Infinity};
+    for (const double flow : awkward)
+        for (const double slope : awkward)
+            for (const double roughness : awkward)
+                for (const double viscosity : awkward) {
+                    const CFlowConditions conditions{slope, roughness, viscosity};
+                    EXPECT_GE(LeastDiameter(flow, conditions), 0.0);
+                    for (const CSectionShape& shape : {CSectionShape(), Circle(0.3), Circle(slope), Egg, Box, Ledged}) {
+                        const CFilling filling = FillShape(shape, flow, conditions);
+                        ASSERT_GE(filling.m_percent, 0.0) << flow << ' ' << slope << ' ' << roughness;
+                        ASSERT_GE(filling.m_velocity, 0.0) << flow << ' ' << slope << ' ' << roughness;
+                        ASSERT_EQ(filling.m_percent == 0.0, !(flow > 0.0));
+                    }
+                }
+    const CFilling flat = FillShape(Circle(0.3), 0.01, {0.0, 0.001, 1e-6});
+    EXPECT_TRUE(flat.m_isOverfull);
+    EXPECT_EQ(flat.m_percent, Infinity);
+    EXPECT_EQ(flat.m_velocity, 0.0);
+    EXPECT_EQ(LeastDiameter(0.01, {0.0, 0.001, 1e-6}), Infinity);
+    // A film of water thinner than k / 14.84 does not move by this formula.
+    EXPECT_EQ(UniformVelocity(0.001 / 14.84, {0.01, 0.001, 1e-6}), 0.0);
+}

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "host/sewage_core/SewageHydraulics.h"
+
+#include "host/network_core/CatalogManager.h"
+#include "tests/support/ReferenceTable.h"
+#include "tests/support/TestProject.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+using OLMGis::Sewage::CSewageHydraulics;
+using OLMGis::Topology::CCatalogItem;
+using OLMGis::Topology::CCatalogManager;
+using OLMGis::Topology::CPipeData;
+using OLMGis::Topology::enmPipeShape;
+
+namespace {
+
+/// A project with one pipe of a shape, sizes in mm.
+class CPipeProject {
+public:
+    explicit CPipeProject(CPipeData data) {
+        auto* catalog = CCatalogManager::Instance()->GetCatalog("PIPE", 1);
+        auto group = catalog->AddGroup("{11111111-0000-0000-0000-000000000000}", "group").Value();
+        m_pipe = catalog->AddPipe(*group, Guid, "pipe", std::move(data)).Value();
+    }
+    static constexpr const char* Guid = "{22222222-0000-0000-0000-00000000000A}";
+    boost::shared_ptr<CCatalogItem> m_pipe;
+
+private:
+    CTestProject m_project;
+};
+
+CPipeData Pipe(enmPipeShape shape, double width, double height) {
+    CPipeData data;
+    data.m_shape = shape;
+    data.m_innerWidth = width;
+    data.m_innerHeight = height;
+    return data;
+}
+
+void Prepare(CSewageHydraulics& hydraulics, double flow, double slope, double roughness, double viscosity) {
+    hydraulics.SetDPad(slope);
+    hydraulics.SetDProtok(flow);
+    hydraulics.SetDHrapavost(roughness);
+    hydraulics.SetDViskozitet(viscosity);
+}
+
+void Calculate(CSewageHydraulics& hydraulics) {
+    hydraulics.CalculateFillingHeight();
+    hydraulics.CalculateVelocityForPartiallyFilled();
+    hydraulics.CalculateHydraulicsValues();
+}
+
+} // namespace
+
+TEST(SewageHydraulics, DerivedFillingsOfCataloguePipes) {
+    const auto circles = ReadReferenceTable("hydraulics/d03_depth_for_flow_circular.csv");
+    const auto eggs = ReadReferenceTable("hydraulics/d06_egg_2to3.csv");
+    if (circles.empty() || eggs.empty())
+        GTEST_SKIP() << "no reference data";
+    CSewageHydraulics hydraulics;
+    for (const auto& row : circles) {
+        const CPipeProject project(Pipe(enmPipeShape::Circle, Cell(row, 0), Cell(row, 0)));
+        Prepare(hydraulics, Cell(row, 4) / 1000.0, Cell(row, 3) / 1000.0, Cell(row, 1) / 1000.0, Cell(row, 2));
+        hydraulics.SetStrPipeGuid("22222222-0000-0000-0000-00000000000a"); // GUIDs ignore case and braces
+        Calculate(hydraulics);
+        EXPECT_NEAR(hydraulics.GetDPostotakIspunjnosti(), 100.0 * Cell(row, 5), 1e-6 * 100.0 * Cell(row, 5));
+        EXPECT_NEAR(hydraulics.GetDBrzinaDjelomicnoIsp(), Cell(row, 6), 1e-6 * Cell(row, 6));
+        EXPECT_NEAR(hydraulics.GetWettedArea() * Cell(row, 6), Cell(row, 4) / 1000.0, 1e-6 * Cell(row, 4) / 1000.0);
+    }
+    for (const auto& row : eggs) {
+        if (Cell(row, 5) > 0.9)
+            continue; // past the depth that carries the full-bore flow
+        const CPipeProject project(Pipe(enmPipeShape::Egg, Cell(row, 0), Cell(row, 1)));
+        Prepare(hydraulics, Cell(row, 10) / 1000.0, Cell(row, 4) / 1000.0, Cell(row, 2) / 1000.0, Cell(row, 3));
+        hydraulics.SetPipe(project.m_pipe.get());
+        Calculate(hydraulics);
+        if (hydraulics.IsOverfull())
+            continue;
+        EXPECT_NEAR(hydraulics.GetDepth(), Cell(row, 5) * Cell(row, 1) / 1000.0, 1e-6 * Cell(row, 1) / 1000.0);
+        EXPECT_NEAR(hydraulics.GetHydraulicRadius(), Cell(row, 8), 1e-6 * Cell(row, 8));
+        EXPECT_NEAR(hydraulics.GetFullBoreFlow(), Cell(row, 10) / 1000.0 / Cell(row, 11), 1e-6);
+    }
+}
+
+TEST(SewageHydraulics, ReferenceAndItemGiveTheSameBits) {
+    CPipeData table = Pipe(enmPipeShape::Table, 700.0, 900.0);
+    table.m_table = {{0.0, 100.0}, {333.0, 700.0}, {900.0, 50.0}};
+    for (const CPipeData& data : {Pipe(enmPipeShape::Circle, 297.0, 297.0), Pipe(enmPipeShape::Egg, 700.0, 1050.0),
+                                  Pipe(enmPipeShape::Box, 700.0, 300.0), table}) {
+        const CPipeProject project(data);
+        CSewageHydraulics byGuid, byItem;
+        for (CSewageHydraulics* each : {&byGuid, &byItem})
+            Prepare(*each, 0.0421, 0.0033, 0.00025, 1e-6);
+        byGuid.SetStrPipeGuid(CPipeProject::Guid);
+        byItem.SetPipe(project.m_pipe.get());
+        Calculate(byGuid);
+        Calculate(byItem);
+        EXPECT_GT(byGuid.GetDPostotakIspunjnosti(), 0.0);
+        EXPECT_EQ(byGuid.GetDPostotakIspunjnosti(), byItem.GetDPostotakIspunjnosti());
+        EXPECT_EQ(byGuid.GetDBrzinaDjelomicnoIsp(), byItem.GetDBrzinaDjelomicnoIsp());
+    }
+}
+
+TEST(SewageHydraulics, LeastDiameterNeedsNoPipe) {
+    CSewageHydraulics hydraulics;
+    Prepare(hydraulics, 0.1, 0.005, 0.001, 1e-6);
+    hydraulics.CalculateMinimumDiameterMinHidRad();
+    EXPECT_NEAR(hydraulics.GetDMinPromjerHidRad(), 0.3373175196, 1e-9); // derived at 40 digits
+}
+
+TEST(SewageHydraulics, WithoutCapacityOverfullAndStill) {
+    const struct {
+        const char* name;
+        double diameter, slope;
+        bool hasPipe;
+    } rows[] = {{"level", 300.0, 0.0, true},
+                {"uphill", 300.0, -0.01, true},
+                {"no diameter", 0.0, 0.01, true},
+                {"no pipe", 300.0, 0.01, false}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const CPipeProject project(Pipe(enmPipeShape::Circle, row.diameter, row.diameter));
+        CSewageHydraulics hydraulics;
+        Prepare(hydraulics, 0.02, row.slope, 0.001, 1e-6);
+        hydraulics.SetStrPipeGuid(CPipeProject::Guid);
+        if (!row.hasPipe)
+            hydraulics.SetPipe(nullptr);
+        Calculate(hydraulics);
+        hydraulics.CalculateMinimumDiameterMinHidRad();
+        EXPECT_GT(hydraulics.GetDPostotakIspunjnosti(), 100.0);
+        EXPECT_EQ(hydraulics.GetDBrzinaDjelomicnoIsp(), 0.0);
+        EXPECT_TRUE(hydraulics.IsOverfull());
+        EXPECT_EQ(hydraulics.GetFullBoreFlow(), 0.0);
+        EXPECT_EQ(hydraulics.GetFullBoreVelocity(), 0.0);
+        EXPECT_GT(hydraulics.GetDMinPromjerHidRad(), 0.0);
+        hydraulics.SetDProtok(0.0); // nothing to carry is not too much
+        Calculate(hydraulics);
+        EXPECT_EQ(hydraulics.GetDPostotakIspunjnosti(), 0.0);
+    }
+}
