@@ -5,7 +5,6 @@
 #include "host/gis_core/DataConfiguration.h"
 #include "host/gis_core/NotificationFramework.h"
 
-#include <boost/make_shared.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -82,8 +81,8 @@ template const std::vector<boost::shared_ptr<CCatchment>>& CTopologyStorage::Liv
 template <class Entity, class... Args>
 boost::shared_ptr<Entity> CTopologyStorage::Enter(CEntityList<Entity>& list, std::string_view guid,
                                                   std::string_view name, Args&&... args) {
-    auto entity = boost::make_shared<Entity>(CEntityKey(), *this, m_store, m_texts.Keep(guid), m_texts.Keep(name),
-                                             std::forward<Args>(args)...);
+    boost::shared_ptr<Entity> entity = list.m_slabs.Make(CEntityKey(), *this, m_store, m_texts.Keep(guid),
+                                                         m_texts.Keep(name), std::forward<Args>(args)...);
     assert(entity->GetRow() == list.m_rows.size());
     list.m_rows.push_back(entity);
     list.m_isLiveStale = true;

@@ -7,6 +7,7 @@
 #include "host/gis_core/Utility.h"
 #include "host/network_core/Catchment.h"
 #include "host/network_core/EntityIndex.h"
+#include "host/network_core/EntitySlab.h"
 #include "host/network_core/Node.h"
 #include "host/network_core/Section.h"
 
@@ -97,6 +98,7 @@ private:
     /// One kind of entity: by row, tombstones included, and the live ones where tombstones make a difference.
     template <class Entity>
     struct CEntityList {
+        CEntitySlabs<Entity> m_slabs;
         std::vector<boost::shared_ptr<Entity>> m_rows;
         mutable std::vector<boost::shared_ptr<Entity>> m_live;
         mutable bool m_isLiveStale = false;
