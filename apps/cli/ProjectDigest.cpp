@@ -87,12 +87,12 @@ void DigestValues(CProjectDigest& digest) {
 void DigestCatalogues(CProjectDigest& digest) {
     CCatalogManager& manager = *CCatalogManager::Instance();
     if (const auto* pipes = manager.GetCatalog(CCatalogManager::PipeCatalog, 1)) {
-        digest.m_pipeGroupCount = pipes->GetGroups().size();
-        for (const auto& group : pipes->GetGroups())
+        digest.m_pipeGroupCount = pipes->GetOwnGroups().size();
+        for (const auto& group : pipes->GetOwnGroups())
             digest.m_pipeCount += group->GetSubItems().size();
     }
     if (const auto* manholes = manager.GetCatalog(CCatalogManager::ManholeCatalog, 1))
-        for (const auto& group : manholes->GetGroups())
+        for (const auto& group : manholes->GetOwnGroups())
             digest.m_manholeCount += group->GetSubItems().size();
 }
 

@@ -2,10 +2,13 @@
 // Copyright (C) the Drenova authors
 #include "host/network_core/Catalog.h"
 
+#include "host/network_core/BuiltInCatalog.h"
+
 #include <boost/make_shared.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 namespace OLMGis::Topology {
@@ -48,11 +51,18 @@ double CCatalog::GetMinDiameterOfType(std::string_view type) const {
     return found == m_minDiameters.end() ? 0.0 : found->second;
 }
 
-Result<boost::shared_ptr<CCatalogItem>> CCatalog::AddGroup(std::string guid, std::string name) {
-    if (guid.empty() || m_byGuid.find(guid) != m_byGuid.end())
-        return BadInput(fmt::format("catalogue group {}: the GUID \"{}\" occurs twice or is empty", name, guid));
-    if (name.empty() || m_groupsByName.find(name) != m_groupsByName.end())
-        return BadInput(fmt::format("catalogue group {}: the name occurs twice or is empty", name));
+namespace {
+
+/// "catalogue group A", "built-in item B of the group C": how messages call an entry.
+std::string Describe(const CCatalogItem& entry) {
+    const auto group = entry.GetParentItem();
+    return fmt::format("{}{} \"{}\"{}", entry.IsBuiltIn() ? "built-in " : "", group ? "item" : "group", entry.GetName(),
+                       group ? fmt::format(" of the group \"{}\"", group->GetName()) : "");
+}
+
+} // namespace
+
+boost::shared_ptr<CCatalogItem> CCatalog::EnterGroup(std::string guid, std::string name) {
     auto group = boost::make_shared<CCatalogItem>(std::move(guid), std::move(name));
     group->m_isGroup = true;
     m_byGuid.emplace(group->GetGUID(), group);
@@ -61,12 +71,7 @@ Result<boost::shared_ptr<CCatalogItem>> CCatalog::AddGroup(std::string guid, std
     return group;
 }
 
-Result<boost::shared_ptr<CCatalogItem>> CCatalog::AddItem(CCatalogItem& group, std::string guid, std::string name) {
-    if (guid.empty() || m_byGuid.find(guid) != m_byGuid.end())
-        return BadInput(fmt::format("catalogue item {}: the GUID \"{}\" occurs twice or is empty", name, guid));
-    if (name.empty() || m_namesInGroups.find({&group, name}) != m_namesInGroups.end())
-        return BadInput(
-            fmt::format("catalogue item {}: the name occurs twice in the group {} or is empty", name, group.GetName()));
+boost::shared_ptr<CCatalogItem> CCatalog::EnterItem(CCatalogItem& group, std::string guid, std::string name) {
     auto item = boost::make_shared<CCatalogItem>(std::move(guid), std::move(name));
     item->m_parent = group.shared_from_this();
     group.m_subItems.push_back(item);
@@ -76,19 +81,67 @@ Result<boost::shared_ptr<CCatalogItem>> CCatalog::AddItem(CCatalogItem& group, s
     return item;
 }
 
+void CCatalog::EnterPipe(CCatalogItem& group, CCatalogItem& pipe, CPipeData data) {
+    pipe.m_pipe = std::make_unique<CPipeData>(std::move(data));
+    const CPipeData& kept = *pipe.m_pipe;
+    if (!std::isnan(kept.m_innerWidth)) // which has no place in an ascending order
+        group.m_byWidth.push_back({kept.m_innerWidth, static_cast<std::uint32_t>(group.m_subItems.size() - 1)});
+    if (!kept.m_type.empty() && kept.m_minDiameter > 0.0) {
+        const auto entry = m_minDiameters.insert({kept.m_type, kept.m_minDiameter}).first;
+        entry.value() = std::min(entry->second, kept.m_minDiameter);
+    }
+}
+
+void CCatalog::AddBuiltIn(const std::vector<CBuiltInGroup>& groups) {
+    assert(m_groups.empty());
+    for (const CBuiltInGroup& each : groups) {
+        const auto group = EnterGroup(each.m_guid, each.m_name);
+        group->m_standard = each.m_standard;
+        group->m_isBuiltIn = true;
+        for (const CBuiltInItem& entry : each.m_items) {
+            const auto item = EnterItem(*group, entry.m_guid, entry.m_name);
+            item->m_isBuiltIn = true;
+            if (entry.m_pipe)
+                EnterPipe(*group, *item, *entry.m_pipe);
+            if (entry.m_manhole)
+                item->m_manhole = std::make_unique<CManholeData>(*entry.m_manhole);
+        }
+    }
+    m_builtInCount = m_groups.size();
+}
+
+Result<boost::shared_ptr<CCatalogItem>> CCatalog::AddGroup(std::string guid, std::string name) {
+    if (guid.empty() || name.empty())
+        return BadInput(fmt::format("catalogue group \"{}\": found an empty {}", name, name.empty() ? "name" : "GUID"));
+    if (const auto other = GetItembyGuid(guid))
+        return BadInput(
+            fmt::format("catalogue group \"{}\": the {} has its GUID \"{}\" already; every entry needs its own", name,
+                        Describe(*other), guid));
+    if (const auto other = GetGroupByName(name))
+        return BadInput(fmt::format("catalogue group \"{}\": the {} has its name already; every group needs its own",
+                                    name, Describe(*other)));
+    return EnterGroup(std::move(guid), std::move(name));
+}
+
+Result<boost::shared_ptr<CCatalogItem>> CCatalog::AddItem(CCatalogItem& group, std::string guid, std::string name) {
+    if (group.IsBuiltIn())
+        return BadInput(fmt::format("catalogue item \"{}\": the {} takes no further items", name, Describe(group)));
+    if (guid.empty() || name.empty())
+        return BadInput(fmt::format("catalogue item \"{}\": found an empty {}", name, name.empty() ? "name" : "GUID"));
+    if (const auto other = GetItembyGuid(guid))
+        return BadInput(
+            fmt::format("catalogue item \"{}\": the {} has its GUID \"{}\" already; every entry needs its own", name,
+                        Describe(*other), guid));
+    if (m_namesInGroups.find({&group, name}) != m_namesInGroups.end())
+        return BadInput(fmt::format("catalogue item \"{}\": the name occurs twice in the {}", name, Describe(group)));
+    return EnterItem(group, std::move(guid), std::move(name));
+}
+
 Result<boost::shared_ptr<CCatalogItem>> CCatalog::AddPipe(CCatalogItem& group, std::string guid, std::string name,
                                                           CPipeData data) {
     auto item = AddItem(group, std::move(guid), std::move(name));
-    if (!item)
-        return item;
-    CCatalogItem& pipe = *item.Value();
-    pipe.m_pipe = std::make_unique<CPipeData>(std::move(data));
-    if (!std::isnan(pipe.m_pipe->m_innerWidth)) // which has no place in an ascending order
-        group.m_byWidth.push_back({pipe.m_pipe->m_innerWidth, static_cast<std::uint32_t>(group.m_subItems.size() - 1)});
-    if (!pipe.m_pipe->m_type.empty() && pipe.m_pipe->m_minDiameter > 0.0) {
-        const auto entry = m_minDiameters.insert({pipe.m_pipe->m_type, pipe.m_pipe->m_minDiameter}).first;
-        entry.value() = std::min(entry->second, pipe.m_pipe->m_minDiameter);
-    }
+    if (item)
+        EnterPipe(group, *item.Value(), std::move(data));
     return item;
 }
 

@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -63,6 +64,12 @@ public:
     const std::string& GetName() const { return m_name; }
     bool IsGroup() const { return m_isGroup; }
 
+    /// Whether the entry comes with the installation. Such entries are not saved with a project.
+    bool IsBuiltIn() const { return m_isBuiltIn; }
+
+    /// The standard of a built-in group, empty for other entries.
+    const std::string& GetStandard() const { return m_standard; }
+
     /// The group of an item; null for a group.
     boost::shared_ptr<CCatalogItem> GetParentItem() const { return m_parent.lock(); }
 
@@ -88,6 +95,7 @@ private:
 
     std::string m_guid;
     std::string m_name;
+    std::string m_standard;
     boost::weak_ptr<CCatalogItem> m_parent;
     std::vector<boost::shared_ptr<CCatalogItem>> m_subItems;
     std::unique_ptr<CPipeData> m_pipe;
@@ -95,18 +103,26 @@ private:
     mutable std::vector<CWidthEntry> m_byWidth; ///< pipes of a group; ascending up to m_sortedCount
     mutable std::size_t m_sortedCount = 0;
     bool m_isGroup = false;
+    bool m_isBuiltIn = false;
 };
 
-/// A tree of groups and items. Names of groups are unique, GUIDs of all entries too (case and braces ignored); items of
-/// one group have different names.
+struct CBuiltInGroup;
+
+/// A tree of groups and items: the groups that come with the installation, then the project's own. Names of groups are
+/// unique over both, GUIDs of all entries too (case and braces ignored); items of one group have different names.
 class CCatalog {
 public:
     explicit CCatalog(std::string id) : m_id(std::move(id)) {}
 
     const std::string& GetId() const { return m_id; }
 
-    /// Groups in the order of entering; no nulls.
+    /// All groups, built-in ones first, then in the order of entering; no nulls.
     const std::vector<boost::shared_ptr<CCatalogItem>>& GetGroups() const { return m_groups; }
+
+    /// The project's own groups, those that are saved with it. No nulls; valid until the next group is added.
+    std::span<const boost::shared_ptr<CCatalogItem>> GetOwnGroups() const {
+        return std::span(m_groups).subspan(m_builtInCount);
+    }
 
     /// An entry by GUID, a group by name; null when there is none. One hash look-up.
     boost::shared_ptr<CCatalogItem> GetItembyGuid(std::string_view guid) const;
@@ -119,7 +135,12 @@ public:
     /// the empty type. One hash look-up.
     double GetMinDiameterOfType(std::string_view type) const;
 
-    /// New entries, last in their order. BadInput for a repeated GUID or name.
+    /// Enters what comes with the installation. Only into an empty catalogue, whose entries are consistent in
+    /// themselves (see ParseBuiltInCatalog).
+    void AddBuiltIn(const std::vector<CBuiltInGroup>& groups);
+
+    /// New entries of the project, last in their order. BadInput for a repeated GUID or name, naming both entries, and
+    /// for an item of a built-in group.
     Utility::Result<boost::shared_ptr<CCatalogItem>> AddGroup(std::string guid, std::string name);
     Utility::Result<boost::shared_ptr<CCatalogItem>> AddPipe(CCatalogItem& group, std::string guid, std::string name,
                                                              CPipeData data);
@@ -135,8 +156,12 @@ private:
     };
 
     Utility::Result<boost::shared_ptr<CCatalogItem>> AddItem(CCatalogItem& group, std::string guid, std::string name);
+    boost::shared_ptr<CCatalogItem> EnterGroup(std::string guid, std::string name);
+    boost::shared_ptr<CCatalogItem> EnterItem(CCatalogItem& group, std::string guid, std::string name);
+    void EnterPipe(CCatalogItem& group, CCatalogItem& pipe, CPipeData data);
 
     std::string m_id;
+    std::size_t m_builtInCount = 0; ///< of the groups, at their beginning
     std::vector<boost::shared_ptr<CCatalogItem>> m_groups;
     tsl::robin_map<std::string, boost::shared_ptr<CCatalogItem>, Utility::GuidHash, Utility::GuidEqual> m_byGuid;
     tsl::robin_map<std::string_view, boost::shared_ptr<CCatalogItem>> m_groupsByName;

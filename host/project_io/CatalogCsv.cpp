@@ -97,11 +97,12 @@ Status CCatalogImport::CheckGuid(const std::string& guid, const std::string& wha
 Status CCatalogImport::Take(CCatalogRow row) {
     if (const auto known = m_catalog.GetItembyGuid(row.m_guid); known && IsSameAs(*known, row, m_kind))
         return Done();
-    if (m_catalog.GetGroupByName(row.m_group))
+    if (const auto known = m_catalog.GetGroupByName(row.m_group))
         return m_reader.Fault("group",
-                              fmt::format("found {}, which the catalogue has already and without this {}, "
+                              fmt::format("found {}, which the {} has already and without this {}, "
                                           "expected the name of a new group",
-                                          Quote(row.m_group), m_kind == enmCatalogKind::Pipe ? "pipe" : "manhole"));
+                                          Quote(row.m_group), known->IsBuiltIn() ? "built-in catalogue" : "catalogue",
+                                          m_kind == enmCatalogKind::Pipe ? "pipe" : "manhole"));
     const auto [group, isNewGroup] = m_groupGuids.insert({row.m_group, row.m_groupGuid});
     if (isNewGroup) {
         if (Status status = CheckGuid(row.m_groupGuid, "group"); !status)
@@ -140,7 +141,7 @@ Result<int> CCatalogImport::Enter() {
 }
 
 bool HasTables(const CCatalog& catalog) {
-    for (const auto& group : catalog.GetGroups())
+    for (const auto& group : catalog.GetOwnGroups())
         for (const auto& item : group->GetSubItems())
             if (item->GetPipeData() != nullptr && !item->GetPipeData()->m_table.empty())
                 return true;
@@ -148,7 +149,7 @@ bool HasTables(const CCatalog& catalog) {
 }
 
 bool HasOwnGroupGuids(const CCatalog& catalog, enmCatalogKind kind) {
-    for (const auto& group : catalog.GetGroups())
+    for (const auto& group : catalog.GetOwnGroups())
         if (group->GetGUID() != GuidOfCatalogGroup(kind, group->GetName()))
             return true;
     return false;
@@ -182,7 +183,7 @@ Status ExportCatalog(std::ostream& stream, enmCatalogKind kind) {
     const bool hasTables = HasTables(catalog);
     const bool hasGroupGuids = HasOwnGroupGuids(catalog, kind);
     WriteCatalogHead(writer, kind, hasTables, hasGroupGuids);
-    for (const auto& group : catalog.GetGroups())
+    for (const auto& group : catalog.GetOwnGroups())
         for (const auto& item : group->GetSubItems())
             WriteCatalogRow(writer, *item, kind, hasTables, hasGroupGuids);
     return writer.Finish();

@@ -3,6 +3,8 @@
 #include "host/project_io/CatalogRows.h"
 
 #include "host/gis_core/Utility.h"
+#include "host/network_core/CatalogGuids.h"
+#include "host/network_core/CatalogManager.h"
 #include "host/project_io/AttributeText.h"
 
 #include <fmt/format.h>
@@ -17,6 +19,7 @@
 
 namespace OLMGis::ProjectIo {
 
+using Topology::CCatalogManager;
 using Topology::CManholeData;
 using Topology::CPipeData;
 using Topology::enmPipeShape;
@@ -67,8 +70,8 @@ std::span<const std::string_view> ColumnsOf(enmCatalogKind kind) {
                                         : std::span<const std::string_view>(ManholeColumns);
 }
 
-std::string_view NameOf(enmCatalogKind kind) {
-    return kind == enmCatalogKind::Pipe ? "pipe" : "manhole";
+std::string_view CatalogIdOf(enmCatalogKind kind) {
+    return kind == enmCatalogKind::Pipe ? CCatalogManager::PipeCatalog : CCatalogManager::ManholeCatalog;
 }
 
 std::string_view NameOf(enmPipeShape shape) {
@@ -208,11 +211,11 @@ std::string TextOfPoints(const std::vector<Topology::CShapePoint>& points) {
 } // namespace
 
 std::string GuidOfCatalogGroup(enmCatalogKind kind, std::string_view group) {
-    return CUtility::MakeGuid(fmt::format("catalog/{} group", NameOf(kind)), group, 0);
+    return Topology::GuidOfCatalogGroup(CatalogIdOf(kind), group);
 }
 
 std::string GuidOfCatalogItem(enmCatalogKind kind, std::string_view group, std::string_view name) {
-    return CUtility::MakeGuid(fmt::format("catalog/{}/{}", NameOf(kind), group), name, 0);
+    return Topology::GuidOfCatalogItem(CatalogIdOf(kind), group, name);
 }
 
 Status CheckCatalogHead(const CCsvReader& reader, enmCatalogKind kind) {

@@ -65,7 +65,7 @@ public:
           m_point(database, Layout::InsertStatement(Layout::ShapesTable, PointColumnCount)) {}
 
     void Write(const CCatalog& catalog) {
-        for (const auto& group : catalog.GetGroups()) {
+        for (const auto& group : catalog.GetOwnGroups()) {
             const std::int64_t groupRow = WriteEntry(catalog, *group, 0);
             for (const auto& item : group->GetSubItems())
                 WriteEntry(catalog, *item, groupRow);

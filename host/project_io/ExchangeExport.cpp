@@ -154,7 +154,7 @@ void CExchangeWriter::WriteHead() {
 }
 
 void CExchangeWriter::WriteCatalog(std::string_view member, std::string_view catalog, enmCatalogKind kind) {
-    const auto& groups = Topology::CCatalogManager::Instance()->GetCatalog(catalog, 1)->GetGroups();
+    const auto groups = Topology::CCatalogManager::Instance()->GetCatalog(catalog, 1)->GetOwnGroups();
     if (std::all_of(groups.begin(), groups.end(), [](const auto& group) { return group->GetSubItems().empty(); }))
         return;
     std::ostringstream table;

@@ -3,6 +3,7 @@
 #include "host/project_io/ProjectFile.h"
 
 #include "host/gis_core/DataConfiguration.h"
+#include "host/network_core/CatalogManager.h"
 #include "host/project_io/Failure.h"
 #include "host/project_io/FileReplacement.h"
 #include "host/project_io/GeoPackageReader.h"
@@ -10,6 +11,7 @@
 #include "host/project_io/ReadableFile.h"
 #include "host/project_io/SideFiles.h"
 #include "host/project_io/SqliteDatabase.h"
+#include "host/project_io/TerrainAttachment.h"
 
 #include <fmt/format.h>
 
@@ -23,9 +25,13 @@ using Utility::Status;
 
 namespace {
 
-/// Without definitions every attribute would be an unknown column, and be dropped by the next save.
-void CheckDefinitions() {
+/// Without definitions every attribute would be an unknown column, and be dropped by the next save. Without the
+/// built-in catalogues references to their pipes would lead nowhere, and a new group could take the name of a built-in
+/// one.
+void CheckInstallation() {
     if (const std::string& error = Data::CDataConfiguration::Instance()->GetLoadError(); !error.empty())
+        FailRefused(error);
+    if (const std::string error = Topology::CCatalogManager::Instance()->GetLoadError(); !error.empty())
         FailRefused(error);
 }
 
@@ -57,25 +63,35 @@ Result<CProjectFile> CProjectFile::Open(const std::string& path) {
 }
 
 Result<CProjectFile> CProjectFile::Create(const std::string& path, bool replace) {
-    return AtTheDoor<CProjectFile>(path, [&] { return Written(path, replace); });
+    return AtTheDoor<CProjectFile>(path, [&] {
+        const std::filesystem::path folder = ResolvedPath(path).parent_path();
+        CTerrainPathsMove terrain(folder, folder);
+        CProjectFile file = Written(path, replace);
+        terrain.Keep();
+        return file;
+    });
 }
 
 Status CProjectFile::SaveAs(const std::string& path, bool replace) {
     return AtTheDoor<Done>(path, [&] {
+        CTerrainPathsMove terrain(m_target.parent_path(), ResolvedPath(path).parent_path());
         *this = Written(path, replace);
+        terrain.Keep();
         return Done{};
     });
 }
 
 Status CProjectFile::Save() {
     return AtTheDoor<Done>(m_path, [&] {
+        CTerrainPathsMove terrain(m_target.parent_path(), m_target.parent_path());
         SaveOver();
+        terrain.Keep();
         return Done{};
     });
 }
 
 CProjectFile CProjectFile::Opened(const std::string& path) {
-    CheckDefinitions();
+    CheckInstallation();
     CProjectFile file;
     file.m_path = path;
     file.m_target = ResolvedPath(path);
@@ -89,11 +105,13 @@ CProjectFile CProjectFile::Opened(const std::string& path) {
     }
     readable.CheckUnchanged();
     file.m_warnings = warnings.Take();
+    for (std::string& missing : AttachTerrain(file.m_target.string()))
+        file.m_warnings.push_back(std::move(missing));
     return file;
 }
 
 CProjectFile CProjectFile::Written(const std::string& path, bool replace) {
-    CheckDefinitions();
+    CheckInstallation();
     CProjectFile file;
     file.m_path = path;
     file.m_target = ResolvedPath(path);
@@ -121,7 +139,7 @@ void CProjectFile::CheckStillOurs() const {
 }
 
 void CProjectFile::SaveOver() {
-    CheckDefinitions();
+    CheckInstallation();
     CheckSideFiles(m_target, m_path);
     CheckStillOurs(); // once before the work, and once more when nobody can come between
     const int counter = m_saveCounter == std::numeric_limits<int>::max() ? 1 : m_saveCounter + 1;

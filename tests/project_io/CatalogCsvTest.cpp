@@ -43,7 +43,7 @@ TEST(CatalogCsv, PipesOfAllShapesComeInWithTheirOrderAndData) {
                                          "Concrete,B 1000/800,,box,1000,800,120,1.5,,0\n");
     ASSERT_TRUE(count) << count.GetError().message;
     EXPECT_EQ(count.Value(), 4);
-    const auto& groups = Catalog("PIPE").GetGroups();
+    const auto groups = Catalog("PIPE").GetOwnGroups();
     ASSERT_EQ(groups.size(), 2U);
     EXPECT_EQ(groups[0]->GetName(), "PVC");
     ASSERT_EQ(groups[0]->GetSubItems().size(), 2U);

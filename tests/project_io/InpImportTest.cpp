@@ -232,7 +232,7 @@ c6 EGG 1.5
     ASSERT_TRUE(net.IsImported()) << net.Message();
     Topology::CCatalog& catalog = *Topology::CCatalogManager::Instance()->GetCatalog("PIPE", 1);
     std::string tree;
-    for (const auto& group : catalog.GetGroups()) {
+    for (const auto& group : catalog.GetOwnGroups()) {
         tree += group->GetName() + ":";
         for (const auto& item : group->GetSubItems())
             tree += " " + item->GetName() + ";";

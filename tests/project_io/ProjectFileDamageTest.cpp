@@ -158,7 +158,7 @@ TEST(ProjectFileDamage, WhatIsWrongInATableIsNamed) {
         {"UPDATE drenova_catalog SET catalog = 'MANHOLE' WHERE id = 2", "row 2: found row 1 as its group"},
         {"UPDATE drenova_catalog SET shape = 'heart' WHERE id = 2",
          "found the shape \"heart\", expected circle, egg, box, table"},
-        {"UPDATE drenova_catalog SET guid = 'GROUP-1' WHERE id = 2", "the GUID \"GROUP-1\" occurs twice"},
+        {"UPDATE drenova_catalog SET guid = 'GROUP-1' WHERE id = 2", "has its GUID \"GROUP-1\" already"},
         {"UPDATE drenova_catalog SET wall = 'thick' WHERE id = 2", "column wall: found a text, expected a number"},
         {"UPDATE drenova_catalog_shapes SET height = -height",
          "table drenova_catalog_shapes, row 2: found the height -100 mm below"},

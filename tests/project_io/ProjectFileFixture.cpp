@@ -38,7 +38,7 @@ std::string DescribePoints(std::span<const CPoint> points) {
 
 std::string DescribeCatalog(std::string_view id) {
     std::string text;
-    for (const auto& group : CCatalogManager::Instance()->GetCatalog(id, 1)->GetGroups()) {
+    for (const auto& group : CCatalogManager::Instance()->GetCatalog(id, 1)->GetOwnGroups()) {
         text += fmt::format("group {} {} {}\n", id, group->GetGUID(), group->GetName());
         for (const auto& item : group->GetSubItems()) {
             text += fmt::format("  item {} {}", item->GetGUID(), item->GetName());

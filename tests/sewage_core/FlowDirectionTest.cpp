@@ -19,7 +19,7 @@ namespace {
 std::string AddPipe(double width, double height) {
     auto& catalog = *Topology::CCatalogManager::Instance()->GetCatalog(Topology::CCatalogManager::PipeCatalog, 1);
     const auto group =
-        catalog.GetGroups().empty() ? catalog.AddGroup("group", "concrete").Value() : catalog.GetGroups()[0];
+        catalog.GetOwnGroups().empty() ? catalog.AddGroup("group", "concrete").Value() : catalog.GetOwnGroups()[0];
     Topology::CPipeData data;
     data.m_innerWidth = width;
     data.m_innerHeight = height;
