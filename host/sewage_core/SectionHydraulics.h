@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/gis_core/DataDefinition.h"
+#include "host/network_core/Section.h"
+#include "host/sewage_core/SewageHydraulics.h"
+
+#include <boost/shared_ptr.hpp>
+
+namespace OLMGis::Sewage {
+
+/// What a section lacks for its hydraulics, the first of these that is missing.
+enum class enmHydraulicsGap {
+    None,
+    Flow,        ///< neither of the flows is stored
+    Pipe,        ///< no pipe reference
+    UnknownPipe, ///< a reference that the catalogue does not know
+    Slope,       ///< SECTION_SLOPE is null
+};
+
+/// Uniform flow in the pipe of one section.
+struct CSectionHydraulics {
+    enmHydraulicsGap m_gap = enmHydraulicsGap::Flow;
+    const Data::CDataDefinition* m_flowKey = nullptr; ///< where the flow was read; null without one
+    boost::shared_ptr<Topology::CCatalogItem> m_pipe; ///< null without one
+    double m_flow = 0.0;                              ///< m³/s
+    double m_slope = 0.0;                             ///< 1/1000
+    double m_roughness = 0.0;                         ///< mm
+    double m_filling = 0.0;                           ///< %, see CSewageHydraulics::GetDPostotakIspunjnosti
+    double m_velocity = 0.0;                          ///< m/s
+    double m_capacity = 0.0;                          ///< full-bore Q, m³/s
+    double m_depth = 0.0;                             ///< m
+    bool m_isOverfull = false;
+};
+
+/// The hydraulics of sections as they were designed: the flow is FLOW_TOTAL, without it FLOW_RAIN_IDF, which is the
+/// design flow of a network whose totals nobody asked for; the slope is SECTION_SLOPE; the roughness is PIPE_ROUGHNESS,
+/// without it that of the pipe.
+class CSectionHydraulicsReader {
+public:
+    /// Viscosity in m²/s.
+    explicit CSectionHydraulicsReader(double viscosity);
+
+    /// Figures of a section; those behind a gap are 0. Null has no flow.
+    CSectionHydraulics Calculate(const boost::shared_ptr<Topology::CSection>& section);
+
+    /// Stores filling, velocity and capacity as HYD_FILLING, HYD_VELOCITY and HYD_CAPACITY, or makes null what an
+    /// earlier calculation left on a section that now has a gap. Non-zero when numbers were stored.
+    int Store(const boost::shared_ptr<Topology::CSection>& section, const CSectionHydraulics& figures) const;
+
+private:
+    const Data::CDataDefinition* m_total;
+    const Data::CDataDefinition* m_rain;
+    const Data::CDataDefinition* m_slope;
+    const Data::CDataDefinition* m_roughness;
+    const Data::CDataDefinition* m_filling;
+    const Data::CDataDefinition* m_velocity;
+    const Data::CDataDefinition* m_capacity;
+    CSewageHydraulics m_hydraulics;
+};
+
+} // namespace OLMGis::Sewage
