@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
+#include "host/gis_core/AvailableResources.h"
 #include "host/gis_core/CoreProgressBar.h"
 #include "host/gis_core/HostServices.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/ModuleScope.h"
 #include "host/gis_core/NotificationFramework.h"
+#include "host/gis_core/PerformanceTimer.h"
 #include "host/gis_core/ProjectSettings.h"
 #include "host/gis_core/RunTrace.h"
 #include "tests/support/TestProject.h"
@@ -111,4 +113,28 @@ TEST(RunTrace, IsClosedUntilAHostOpensIt) {
     EXPECT_EQ(Utility::CRunTrace::Active(), nullptr);
     ASSERT_NE(trace.FindTable("pipes"), nullptr);
     EXPECT_EQ(trace.FindTable("pipes")->m_rows.size(), 1U);
+}
+
+TEST(AvailableResources, SystemTellsMemoryAndRoomEvenOfFoldersToCome) {
+    const auto memory = System::AvailableResources().GetFreeMemory();
+    ASSERT_TRUE(memory.has_value());
+    EXPECT_GT(*memory, 1.0e6) << "bytes, not kB: this process alone takes more";
+    const auto here = System::AvailableResources().GetFreeDisk(DRENOVA_BINARY_DIR);
+    const auto below = System::AvailableResources().GetFreeDisk(DRENOVA_BINARY_DIR "/not/made/yet/");
+    ASSERT_TRUE(here.has_value() && below.has_value());
+    EXPECT_GT(*here, 0.0);
+    EXPECT_GT(*below, 0.0);
+}
+
+TEST(PerformanceTimer, ReadsWithDecimalsAndUnknownNumbersAsNought) {
+    CTestProject project;
+    auto& timers = *Utility::CPerformanceTimer::Instance();
+    const int timer = timers.CreateTimer();
+    EXPECT_EQ(timers.ReadTimerStr(timer, 4), "0.0000 s") << "not started";
+    timers.StartTimer(timer);
+    timers.StopTimer(timer);
+    EXPECT_EQ(timers.ReadTimerStr(timer, 4), timers.ReadTimerStr(timer, 4)) << "stands still once stopped";
+    timers.DestroyTimer(timer);
+    EXPECT_EQ(timers.ReadTimerStr(timer, 2), "0.00 s");
+    EXPECT_NE(timers.CreateTimer(), timer);
 }

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "host/gis_core/AvailableResources.h"
+
+#include "host/gis_core/InstallationPaths.h"
+#include "host/gis_core/Utility.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace OLMGis::System {
+
+namespace {
+
+const IAvailableResources*& InForce() {
+    static const IAvailableResources system;
+    static const IAvailableResources* inForce = &system;
+    return inForce;
+}
+
+} // namespace
+
+std::optional<double> IAvailableResources::GetFreeMemory() const {
+    // A line of the kernel's table: "MemAvailable:   12345678 kB".
+    constexpr std::string_view Key = "MemAvailable:";
+    constexpr double BytesPerUnit = 1024.0;
+    const auto table = Utility::InstallationPaths::ReadWholeFile("/proc/meminfo");
+    const std::string text = table ? table.Value() : std::string();
+    const std::size_t place = text.find(Key);
+    if (place == std::string::npos)
+        return std::nullopt;
+    return BytesPerUnit * Utility::CUtility::ToDouble(text.substr(place + Key.size(), 40));
+}
+
+std::optional<double> IAvailableResources::GetFreeDisk(const std::string& folder) const {
+    std::error_code error;
+    auto path = std::filesystem::absolute(folder, error);
+    while (!error && !std::filesystem::exists(path, error) && path.has_relative_path()) {
+        error.clear();
+        path = path.parent_path();
+    }
+    const auto space = std::filesystem::space(path, error);
+    if (error)
+        return std::nullopt;
+    return static_cast<double>(space.available);
+}
+
+const IAvailableResources& AvailableResources() {
+    return *InForce();
+}
+
+CAvailableResourcesScope::CAvailableResourcesScope(const IAvailableResources& resources) : m_former(InForce()) {
+    InForce() = &resources;
+}
+
+CAvailableResourcesScope::~CAvailableResourcesScope() {
+    InForce() = m_former;
+}
+
+} // namespace OLMGis::System
