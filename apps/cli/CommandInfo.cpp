@@ -10,8 +10,10 @@
 #include "apps/cli/Table.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/ProjectSettings.h"
+#include "host/network_core/TerrainSurfaces.h"
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/project_io/CoordinateSystem.h"
+#include "host/project_io/TerrainAttachment.h"
 #include "host/sewage_core/MissingDensities.h"
 
 #include <fmt/format.h>
@@ -36,6 +38,7 @@ struct CFrame {
     std::string m_edition;
     std::string m_language;
     bool m_isTurkish = false;
+    std::vector<std::pair<std::string, std::string>> m_terrain; ///< settings and files of attached rasters
 };
 
 CFrame ReadFrame() {
@@ -44,7 +47,13 @@ CFrame ReadFrame() {
                  {},
                  settings.Get(CProjectSettings::Edition, "STANDARD"),
                  settings.Get(CProjectSettings::Language, "en"),
-                 settings.Get(CProjectSettings::Turkish, "0") != "0"};
+                 settings.Get(CProjectSettings::Turkish, "0") != "0",
+                 {}};
+    for (int type = 1; type <= OLMGis::Topology::CTerrainSurfaces::TypeCount; ++type) {
+        const std::string name = OLMGis::ProjectIo::TerrainSetting(type);
+        if (std::string file = settings.Get(name); !file.empty())
+            frame.m_terrain.emplace_back(name, std::move(file));
+    }
     if (!frame.m_crs.empty())
         if (const auto crs = OLMGis::ProjectIo::ParseCrs(frame.m_crs))
             frame.m_crsName = crs->m_name;
@@ -73,6 +82,9 @@ ordered_json Describe(const CProjectDigest& digest, const CFrame& frame) {
     object["edition"] = frame.m_edition;
     object["turkish"] = frame.m_isTurkish;
     object["language"] = frame.m_language;
+    object["terrain"] = ordered_json::object();
+    for (const auto& [name, file] : frame.m_terrain)
+        object["terrain"][name] = file;
     object["nodes"] = digest.m_nodeCount;
     object["sections"] = digest.m_sectionCount;
     object["catchments"] = digest.m_catchmentCount;
@@ -99,6 +111,8 @@ void PrintOverview(std::ostream& results, const CProjectDigest& digest, const CF
                                                            : fmt::format("{}  {}", frame.m_crs, frame.m_crsName)});
     table.AddRow({"edition", frame.m_edition + (frame.m_isTurkish ? ", Turkish extension" : "")});
     table.AddRow({"language", frame.m_language});
+    for (const auto& [name, file] : frame.m_terrain)
+        table.AddRow({name, OnOneLine(file)});
     table.AddRow({"nodes", fmt::format("{}", digest.m_nodeCount)});
     table.AddRow({"sections", fmt::format("{}, {:.2f} m in plan", digest.m_sectionCount, digest.m_length)});
     table.AddRow({"catchments", fmt::format("{}, {:.4f} ha", digest.m_catchmentCount, digest.m_area)});
@@ -130,9 +144,12 @@ void PrintKeys(std::ostream& results, const char* heading, const std::vector<CPr
     table.Print(results, "  ");
 }
 
-/// What people should know: what opening noticed, and catchments that calculations by density take nonsense for.
-std::vector<std::string> GatherWarnings(const CProject& project) {
+/// What people should know: what opening noticed, rasters that are of no use, and catchments that calculations by
+/// density take nonsense for.
+std::vector<std::string> GatherWarnings(const CProject& project, const std::string& path) {
     std::vector<std::string> warnings = project.GetWarnings();
+    for (std::string& trouble : OLMGis::ProjectIo::FindTerrainTroubles(path))
+        warnings.push_back(std::move(trouble));
     const auto& topology = *OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
     if (auto missing = OLMGis::Sewage::WarnOfMissingDensities(topology))
         warnings.push_back(std::move(*missing));
@@ -147,7 +164,7 @@ CVerbResult ShowInfo(const CInfoOptions& options, CTerminal& terminal, std::ostr
         return project.GetError();
     const CProjectDigest digest = MakeProjectDigest();
     const CFrame frame = ReadFrame();
-    const std::vector<std::string> warnings = GatherWarnings(*project.Value());
+    const std::vector<std::string> warnings = GatherWarnings(*project.Value(), options.m_project);
     if (options.m_isJson) {
         ordered_json object = Describe(digest, frame);
         object["warnings"] = warnings;

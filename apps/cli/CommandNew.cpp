@@ -27,7 +27,7 @@ CVerbResult MakeNewProject(const CNewOptions& options, CTerminal& terminal) {
     if (options.m_isTurkish)
         settings.emplace_back(CProjectSettings::Turkish, "1");
     for (const auto& [name, value] : settings)
-        if (const auto changed = ChangeSetting(name, value); !changed)
+        if (const auto changed = ChangeSetting(name, value, options.m_project); !changed)
             return changed.GetError();
     if (const auto isFree = CheckNewFile(options.m_project, options.m_replaces); !isFree)
         return isFree.GetError();

@@ -6,7 +6,9 @@
 #include "host/gis_core/InstallationPaths.h"
 #include "host/gis_core/ProjectSettings.h"
 #include "host/gis_core/Utility.h"
+#include "host/network_core/TerrainSurfaces.h"
 #include "host/project_io/CoordinateSystem.h"
+#include "host/project_io/TerrainAttachment.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -20,6 +22,7 @@ using OLMGis::System::CProjectSettings;
 using OLMGis::Utility::BadWords;
 using OLMGis::Utility::CUtility;
 using OLMGis::Utility::Done;
+using OLMGis::Utility::Error;
 using OLMGis::Utility::Result;
 using OLMGis::Utility::Status;
 
@@ -32,16 +35,16 @@ Result<std::string> ReadChoice(std::string_view text, const std::vector<std::str
                                 fmt::join(choices, ", ")));
 }
 
-Result<std::string> ReadEdition(std::string_view text) {
+Result<std::string> ReadEdition(std::string_view text, const std::string& /*project*/) {
     return ReadChoice(text, {"STANDARD", "RO", "BLG"});
 }
 
-Result<std::string> ReadTurkish(std::string_view text) {
+Result<std::string> ReadTurkish(std::string_view text, const std::string& /*project*/) {
     return ReadChoice(text, {"0", "1"});
 }
 
 /// Languages whose catalogue of messages is installed.
-Result<std::string> ReadLanguage(std::string_view text) {
+Result<std::string> ReadLanguage(std::string_view text, const std::string& /*project*/) {
     std::vector<std::string> installed;
     for (const char* language : {"en", "ro", "bg", "hr", "tr"}) {
         std::error_code ignored;
@@ -53,7 +56,7 @@ Result<std::string> ReadLanguage(std::string_view text) {
 }
 
 /// "EPSG:n", or nothing for plain plane coordinates. Names the numbers of the coordinates; it moves none of them.
-Result<std::string> ReadCrs(std::string_view text) {
+Result<std::string> ReadCrs(std::string_view text, const std::string& /*project*/) {
     if (CUtility::Trim(text).empty())
         return std::string();
     const auto crs = OLMGis::ProjectIo::ParseCrs(text);
@@ -62,27 +65,42 @@ Result<std::string> ReadCrs(std::string_view text) {
     return crs->ToText();
 }
 
+const std::vector<std::string>& TerrainNames() {
+    static const std::vector<std::string> names = [] {
+        std::vector<std::string> list;
+        for (int type = 1; type <= OLMGis::Topology::CTerrainSurfaces::TypeCount; ++type)
+            list.push_back(OLMGis::ProjectIo::TerrainSetting(type));
+        return list;
+    }();
+    return names;
+}
+
 } // namespace
 
 const std::vector<CKnownSetting>& GetKnownSettings() {
-    static const std::vector<CKnownSetting> settings{
-        {CProjectSettings::Edition, "STANDARD", ReadEdition},
-        {CProjectSettings::Turkish, "0", ReadTurkish},
-        {CProjectSettings::Language, "en", ReadLanguage},
-        {CProjectSettings::Crs, "", ReadCrs},
-    };
+    static const std::vector<CKnownSetting> settings = [] {
+        std::vector<CKnownSetting> list{
+            {CProjectSettings::Edition, "STANDARD", ReadEdition},
+            {CProjectSettings::Turkish, "0", ReadTurkish},
+            {CProjectSettings::Language, "en", ReadLanguage},
+            {CProjectSettings::Crs, "", ReadCrs},
+        };
+        for (const std::string& name : TerrainNames())
+            list.push_back({name, "", OLMGis::ProjectIo::ResolveTerrainPath, false});
+        return list;
+    }();
     return settings;
 }
 
-Status ChangeSetting(std::string_view name, std::string_view text) {
+Status ChangeSetting(std::string_view name, std::string_view text, const std::string& project) {
     std::vector<std::string> names;
     for (const CKnownSetting& setting : GetKnownSettings()) {
         names.emplace_back(setting.m_name);
         if (setting.m_name != name)
             continue;
-        const auto value = setting.m_read(text);
+        const auto value = setting.m_read(text, project);
         if (!value)
-            return BadWords(fmt::format("{}: {}", name, value.GetError().message));
+            return Error{value.GetError().kind, fmt::format("{}: {}", name, value.GetError().message)};
         CProjectSettings::Instance()->Set(name, value.Value());
         return Done{};
     }

@@ -40,7 +40,7 @@ public:
     const std::string& GetPath() const { return m_path; }
 
     /// What opening noticed and could live with, whole sentences for the user: columns and tables that saving will
-    /// drop, what had to be mended.
+    /// drop, what had to be mended, rasters of terrain that are not there.
     const std::vector<std::string>& GetWarnings() const { return m_warnings; }
 
 private:

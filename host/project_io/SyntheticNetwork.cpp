@@ -4,6 +4,7 @@
 
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/Utility.h"
+#include "host/network_core/SectionSlopes.h"
 #include "host/network_core/TopologyMultiStorage.h"
 
 #include <fmt/format.h>
@@ -201,7 +202,10 @@ Status GenerateNetwork(enmNetworkShape shape, std::size_t sections, std::uint64_
         return Utility::Refused("the project has a network already, expected an empty one");
     CSplitMix random(seed);
     const CSyntheticLayout layout = MakeLayout(shape, sections, random);
-    return CNetworkGenerator(topology, layout, random).Generate();
+    if (Status status = CNetworkGenerator(topology, layout, random).Generate(); !status)
+        return status;
+    Topology::StoreSlopes(topology, {});
+    return Done();
 }
 
 } // namespace OLMGis::ProjectIo

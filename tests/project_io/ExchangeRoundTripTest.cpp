@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
+#include "host/network_core/SectionSlopes.h"
 #include "host/project_io/CatalogCsv.h"
 #include "host/project_io/SyntheticNetwork.h"
 #include "tests/project_io/ExchangeText.h"
@@ -28,6 +29,7 @@ public:
         FillCatalog();
         FillNodes();
         FillSections();
+        StoreSlopes(m_topology, {true, false}); // as an import does
         FillCatchments();
         SettleOutlets();
     }
