@@ -57,10 +57,24 @@ void CTransitWalk::Build(const CSectionList& sections, const COwnFlow& ownFlow) 
     }
 }
 
+void CTransitWalk::PrefetchFlows(const std::vector<std::uint32_t>& queue, std::size_t front) const {
+    // The queue jumps about in the rows: what the entries further on need is fetched while this one is reckoned.
+    constexpr std::size_t Far = 64;
+    constexpr std::size_t Near = 32;
+    if (front + Far < queue.size())
+        __builtin_prefetch(&m_sections[queue[front + Far]]);
+    if (front + Near < queue.size()) {
+        const CSectionFlow& flow = m_sections[queue[front + Near]];
+        __builtin_prefetch(m_nodes.data() + flow.start);
+        __builtin_prefetch(m_nodes.data() + flow.end);
+    }
+}
+
 void CTransitWalk::Run() {
     std::vector<std::uint32_t> queue = std::move(m_heads); // first in, first out; what is done stays in front
     m_heads.clear();
     for (std::size_t front = 0; front < queue.size(); ++front) {
+        PrefetchFlows(queue, front);
         CSectionFlow& flow = m_sections[queue[front]];
         flow.transit = m_nodes[flow.start].accumulated;
         if (flow.end >= m_nodes.size() || m_nodes[flow.end].outlet == Outfall)

@@ -64,6 +64,7 @@ public:
 private:
     bool HasRecord(std::uint32_t row) const { return row < m_sections.size() && m_sections[row].start != None; }
     std::uint32_t FindMainOutlet(std::uint32_t nodeRow) const;
+    void PrefetchFlows(const std::vector<std::uint32_t>& queue, std::size_t front) const;
 
     std::vector<CSectionFlow> m_sections; ///< by row
     std::vector<CNodeFlow> m_nodes;       ///< by row

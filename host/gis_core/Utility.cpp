@@ -240,7 +240,7 @@ std::size_t GuidHash::operator()(std::string_view guid) const {
 }
 
 bool GuidEqual::operator()(std::string_view a, std::string_view b) const {
-    return CUtility::EqualIgnoreCase(WithoutBraces(a), WithoutBraces(b));
+    return a == b || CUtility::EqualIgnoreCase(WithoutBraces(a), WithoutBraces(b));
 }
 
 } // namespace OLMGis::Utility

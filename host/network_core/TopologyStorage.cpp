@@ -291,6 +291,14 @@ CSection* CTopologyStorage::GetSettledMainOutlet(const CNode& node) const {
     const std::string_view guid = column == nullptr ? std::string_view() : column->ReadText(node.GetRow());
     if (guid.empty())
         return nullptr;
+    // Few sections leave a node: to look at them is cheaper than to find one among all of the network.
+    constexpr std::size_t Few = 8;
+    if (node.m_out.size() <= Few) {
+        const auto named = std::find_if(node.m_out.begin(), node.m_out.end(), [guid](const CSection* section) {
+            return Utility::GuidEqual()(section->GetGuid(), guid);
+        });
+        return named == node.m_out.end() ? nullptr : *named;
+    }
     const auto* found = m_sections.m_byGuid.Find(guid);
     return found != nullptr && (*found)->m_start == node.GetRow() ? found->get() : nullptr;
 }

@@ -26,18 +26,45 @@ char ToUpper(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
-std::uint32_t Find(const CInpIndex& index, std::string_view name) {
+std::uint32_t FindInIndex(const CInpIndex& index, std::string_view name) {
     const auto found = index.find(name);
     return found == index.end() ? InpNone : found->second;
 }
+
+/// Finds records by name, where the names mostly come in the order of the records: looks first at the record found last
+/// and at the one behind it, which memory has at hand, and asks the index only then.
+template <class Record>
+class CInpLookUp {
+public:
+    CInpLookUp(const std::vector<Record>& records, const CInpIndex& index) : m_records(records), m_index(index) {}
+
+    std::uint32_t Find(std::string_view name) {
+        for (std::size_t place = m_last; place < std::min(m_last + 2, m_records.size()); ++place) {
+            if (InpNameEqual()(m_records[place].m_name, name)) {
+                m_last = place;
+                return static_cast<std::uint32_t>(place);
+            }
+        }
+        const std::uint32_t found = FindInIndex(m_index, name);
+        if (found != InpNone)
+            m_last = found;
+        return found;
+    }
+
+private:
+    const std::vector<Record>& m_records;
+    const CInpIndex& m_index;
+    std::size_t m_last = 0;
+};
 
 Error AtLine(const std::string& fileName, std::size_t line, const std::string& found, std::string_view expected) {
     return BadInput(fmt::format("{}, line {}: found {}, expected {}", fileName, line, found, expected));
 }
 
 void PlaceNodes(CInpNetwork& network) {
+    CInpLookUp nodes(network.m_nodes, network.m_nodesByName);
     for (const CInpCoordinate& coordinate : network.m_coordinates) {
-        const std::uint32_t node = Find(network.m_nodesByName, coordinate.m_nodeName);
+        const std::uint32_t node = nodes.Find(coordinate.m_nodeName);
         if (node != InpNone)
             network.m_nodes[node].m_point = coordinate.m_point;
         else
@@ -59,17 +86,19 @@ void Append(CInpPointRows& chain, std::vector<CInpPointRow>& rows, std::uint32_t
 }
 
 void JoinPointRows(CInpNetwork& network) {
+    CInpLookUp links(network.m_links, network.m_linksByName);
     for (std::uint32_t row = 0; row < network.m_vertexRows.size(); ++row) {
         const std::string_view name = network.m_vertexRows[row].m_name;
-        const std::uint32_t link = Find(network.m_linksByName, name);
+        const std::uint32_t link = links.Find(name);
         if (link != InpNone)
             Append(network.m_links[link].m_vertices, network.m_vertexRows, row);
         else
             network.m_summary.Count("vertices of unknown links left out", name);
     }
+    CInpLookUp areas(network.m_subcatchments, network.m_subcatchmentsByName);
     for (std::uint32_t row = 0; row < network.m_polygonRows.size(); ++row) {
         const std::string_view name = network.m_polygonRows[row].m_name;
-        const std::uint32_t area = Find(network.m_subcatchmentsByName, name);
+        const std::uint32_t area = areas.Find(name);
         if (area != InpNone)
             Append(network.m_subcatchments[area].m_polygon, network.m_polygonRows, row);
         else
@@ -78,9 +107,11 @@ void JoinPointRows(CInpNetwork& network) {
 }
 
 std::optional<Error> JoinLinks(CInpNetwork& network, const std::string& fileName) {
+    CInpLookUp starts(network.m_nodes, network.m_nodesByName);
+    CInpLookUp ends(network.m_nodes, network.m_nodesByName);
     for (CInpLink& link : network.m_links) {
-        link.m_from = Find(network.m_nodesByName, link.m_fromName);
-        link.m_to = Find(network.m_nodesByName, link.m_toName);
+        link.m_from = starts.Find(link.m_fromName);
+        link.m_to = ends.Find(link.m_toName);
         if (link.m_from == InpNone || link.m_to == InpNone) {
             const std::string_view missing = link.m_from == InpNone ? link.m_fromName : link.m_toName;
             return AtLine(fileName, link.m_line, fmt::format("link \"{}\" at the node \"{}\"", link.m_name, missing),
@@ -95,9 +126,10 @@ std::optional<Error> JoinLinks(CInpNetwork& network, const std::string& fileName
 }
 
 std::optional<Error> JoinCrossSections(CInpNetwork& network, const std::string& fileName) {
+    CInpLookUp links(network.m_links, network.m_linksByName);
     for (std::uint32_t i = 0; i < network.m_crossSections.size(); ++i) {
         const CInpCrossSection& section = network.m_crossSections[i];
-        const std::uint32_t link = Find(network.m_linksByName, section.m_linkName);
+        const std::uint32_t link = links.Find(section.m_linkName);
         if (link == InpNone)
             return AtLine(fileName, section.m_line,
                           fmt::format("a cross-section of the link \"{}\"", section.m_linkName), "a link of the file");
@@ -114,11 +146,13 @@ std::optional<Error> JoinCrossSections(CInpNetwork& network, const std::string& 
 }
 
 std::optional<Error> JoinSubcatchments(CInpNetwork& network, const std::string& fileName) {
+    CInpLookUp nodes(network.m_nodes, network.m_nodesByName);
+    CInpLookUp areas(network.m_subcatchments, network.m_subcatchmentsByName);
     for (CInpSubcatchment& area : network.m_subcatchments) {
-        area.m_node = Find(network.m_nodesByName, area.m_outletName);
+        area.m_node = nodes.Find(area.m_outletName);
         if (area.m_node != InpNone)
             continue;
-        area.m_subcatchment = Find(network.m_subcatchmentsByName, area.m_outletName);
+        area.m_subcatchment = areas.Find(area.m_outletName);
         if (area.m_subcatchment == InpNone)
             return AtLine(fileName, area.m_line,
                           fmt::format("subcatchment \"{}\" with the outlet \"{}\"", area.m_name, area.m_outletName),
@@ -204,7 +238,7 @@ bool InpNameEqual::operator()(std::string_view a, std::string_view b) const {
 const CInpTransect* FindInpTransect(const CInpNetwork& network, const CInpCrossSection& section) {
     if (section.m_shape != enmInpShape::Irregular)
         return nullptr;
-    const std::uint32_t transect = Find(network.m_transectsByName, section.m_text);
+    const std::uint32_t transect = FindInIndex(network.m_transectsByName, section.m_text);
     return transect == InpNone ? nullptr : &network.m_transects[transect];
 }
 
