@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <chrono>
 #include <exception>
+#include <new>
 
 namespace OLMGis::Topology {
 
@@ -35,7 +36,7 @@ std::string TimeOfNow() {
     const auto day = floor<days>(now);
     const year_month_day date(day);
     const hh_mm_ss time(now - day);
-    return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}Z", static_cast<int>(date.year()),
+    return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}.000Z", static_cast<int>(date.year()),
                        static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()), time.hours().count(),
                        time.minutes().count(), time.seconds().count());
 }
@@ -120,23 +121,41 @@ private:
     std::size_t m_rowCount = 0;
 };
 
-/// Runs an item and gives the progress display back as it was, however the item ended.
-void RunGuarded(IFunctionalAnalysisItem& item, const boost::shared_ptr<CPropertiesEx>& properties,
-                CAnalysedNetwork& network, std::vector<boost::shared_ptr<CFAMsg>>& messages, std::string& error) {
-    CCoreProgressBar* const progress = CCoreProgressBar::Instance();
-    const std::size_t depth = progress->GetDepth();
+/// Gives the progress display back as it was, however its scope is left.
+class CProgressGuard {
+public:
+    CProgressGuard() = default;
+    ~CProgressGuard() {
+        while (m_progress->GetDepth() > m_depth)
+            m_progress->RestoreState();
+    }
+    CProgressGuard(const CProgressGuard&) = delete;
+    CProgressGuard& operator=(const CProgressGuard&) = delete;
+
+private:
+    CCoreProgressBar* m_progress = CCoreProgressBar::Instance();
+    std::size_t m_depth = m_progress->GetDepth();
+};
+
+/// Runs an item; why it stopped before its end, empty when it did not. Missing memory is nothing that an item could be
+/// blamed for and goes on to whoever tells it.
+std::string RunGuarded(IFunctionalAnalysisItem& item, const boost::shared_ptr<CPropertiesEx>& properties,
+                       CAnalysedNetwork& network, std::vector<boost::shared_ptr<CFAMsg>>& messages) {
+    const CProgressGuard guard;
+    const auto tell = [&item](const char* reason) {
+        return Utility::CUtility::Format(Utility::CModuleConfiguration::Instance()->GetMsg(ItemStoppedMessage),
+                                         item.GetItemName(), reason);
+    };
     try {
         item.RunAnalysis(properties, &network, messages);
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception& exception) {
-        error = exception.what();
-    } catch (...) { // an item may come from a module that throws what it likes
-        error = "?";
+        return tell(exception.what());
+    } catch (...) { // modules may throw what they like
+        return tell("?");
     }
-    while (progress->GetDepth() > depth)
-        progress->RestoreState();
-    if (!error.empty())
-        error = Utility::CUtility::Format(Utility::CModuleConfiguration::Instance()->GetMsg(ItemStoppedMessage),
-                                          item.GetItemName(), error);
+    return {};
 }
 
 CItemFindings RunItem(const CFunctionalAnalysisManager::CRequest& request, CAnalysedNetwork& network,
@@ -151,7 +170,7 @@ CItemFindings RunItem(const CFunctionalAnalysisManager::CRequest& request, CAnal
     const CRunTraceScope scope(trace);
     CFindingCollector collector(result.m_item, topology, trace);
     std::vector<boost::shared_ptr<CFAMsg>> messages;
-    RunGuarded(item, properties, network, messages, result.m_error);
+    result.m_error = RunGuarded(item, properties, network, messages);
     result.m_findings = collector.Collect(messages);
     return result;
 }
@@ -189,6 +208,7 @@ bool CFunctionalAnalysisManager::RunAnalysis(const std::vector<CRequest>& reques
     CAnalysedNetwork network{topology.GetNodes(), topology.GetSections()};
     const std::string time = TimeOfNow();
     std::vector<CItemFindings> findings;
+    const CProgressGuard guard;
     CCoreProgressBar* const progress = CCoreProgressBar::Instance();
     progress->SaveState();
     for (const CRequest& request : requests) {
@@ -197,12 +217,8 @@ bool CFunctionalAnalysisManager::RunAnalysis(const std::vector<CRequest>& reques
         findings.push_back(RunItem(request, network, topology));
         findings.back().m_time = time;
         if (progress->IsCancelled())
-            break;
+            return false;
     }
-    const bool isCancelled = progress->IsCancelled();
-    progress->RestoreState();
-    if (isCancelled)
-        return false;
     m_findings = std::move(findings);
     return true;
 }

@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "host/network_core/FunctionalAnalysisManager.h"
+
+#include "host/gis_core/CoreProgressBar.h"
+#include "host/gis_core/ModuleScope.h"
+#include "host/gis_core/RunTrace.h"
+#include "host/gis_core/SystemManager.h"
+#include "tests/support/ScriptedHost.h"
+#include "tests/support/TestProject.h"
+#include "tests/support/TextNetwork.h"
+
+#include <boost/make_shared.hpp>
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <stdexcept>
+
+using namespace OLMGis;
+using namespace OLMGis::Topology;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using Utility::CCoreProgressBar;
+using Utility::CRunTrace;
+
+namespace {
+
+using CMessages = std::vector<boost::shared_ptr<CFAMsg>>;
+
+void Find(CMessages& messages, const std::string& guid) {
+    messages.push_back(boost::make_shared<CFAMsg>());
+    messages.back()->m_guid = guid;
+    messages.back()->m_text = "found";
+}
+
+void Note(const std::string& item, const std::string& guid, double value, const char* kind = "section") {
+    auto& table = CRunTrace::Active()->GetTable(FindingTrace::Table, {});
+    table.m_rows.push_back({guid, "", {item, kind, value, 2.0, "m"}});
+}
+
+/// An item that does what the test says.
+class CItem final : public IFunctionalAnalysisItem {
+public:
+    CItem(std::string key, std::function<void(CMessages&)> run, int function = 0)
+        : m_key(std::move(key)), m_run(std::move(run)), m_function(function) {}
+    std::string GetItemKey() override { return m_key; }
+    std::string GetItemName() override { return "name of " + m_key; }
+    int IsAvailableForSystemFunction(int systemFunction) override { return systemFunction == m_function ? 1 : 0; }
+    boost::shared_ptr<CPropertiesEx> CreateProperties() override { return boost::make_shared<CPropertiesEx>(); }
+    void RunAnalysis(boost::shared_ptr<CPropertiesEx> properties, CAnalysedNetwork* network,
+                     CMessages& findings) override {
+        EXPECT_TRUE(properties);
+        EXPECT_EQ(NamesOf(network->m_nodes) + "; " + NamesOf(network->m_sections), "A B C; AB BC");
+        EXPECT_THAT(findings, IsEmpty()) << "each item gets a list of its own";
+        CCoreProgressBar::Instance()->SaveState();
+        CCoreProgressBar::Instance()->Show(m_key, 0, 1);
+        m_run(findings);
+        CCoreProgressBar::Instance()->RestoreState();
+    }
+
+private:
+    std::string m_key;
+    std::function<void(CMessages&)> m_run;
+    int m_function;
+};
+
+struct CStage {
+    CTestProject project;
+    CTextNetwork net{"A---B---C"};
+    CFunctionalAnalysisManager& manager = *CFunctionalAnalysisManager::Instance();
+    std::vector<CFunctionalAnalysisManager::CRequest> requests;
+
+    std::string Guid(const char* section) const { return std::string(net.Section(section)->GetGuid()); }
+    void Ask(const std::string& key, std::function<void(CMessages&)> run, int function = 0) {
+        requests.push_back({boost::make_shared<CItem>(key, std::move(run), function), nullptr});
+    }
+    std::string Findings() const {
+        std::string text;
+        if (!manager.GetFindings())
+            return "none";
+        const auto show = [](const std::optional<double>& number) { return number ? std::to_string(*number) : "-"; };
+        for (const auto& item : *manager.GetFindings()) {
+            text += item.m_item + ":";
+            for (const auto& finding : item.m_findings)
+                text += " " + finding.m_name + "=" + show(finding.m_value).substr(0, 3);
+            text += ";";
+        }
+        return text;
+    }
+};
+
+} // namespace
+
+TEST(FunctionalAnalysisManager, ItemsStandInTheOrderOfRegistrationAndComeAndGoWithTheirModule) {
+    CStage stage;
+    const auto keys = [&stage] {
+        std::vector<std::string> found;
+        for (const auto& item : stage.manager.GetItems())
+            found.push_back(item->GetItemKey());
+        return found;
+    };
+    const auto first = boost::make_shared<CItem>("Z", nullptr);
+    stage.manager.RegisterFunctionalAnalysisItem(first);
+    System::CModuleScope::Instance()->Open();
+    for (const char* key : {"5_B", "5_A", "Z"})
+        stage.manager.RegisterFunctionalAnalysisItem(boost::make_shared<CItem>(key, nullptr));
+    stage.manager.RegisterFunctionalAnalysisItem(nullptr);
+    System::CModuleScope::Instance()->Close();
+    EXPECT_THAT(keys(), ElementsAre("Z", "5_B", "5_A"));
+    EXPECT_EQ(stage.manager.GetItem("Z"), first) << "a taken key is kept out";
+    EXPECT_FALSE(stage.manager.GetItem("5_"));
+    System::CModuleScope::Instance()->TakeOutAll();
+    EXPECT_THAT(keys(), ElementsAre("Z"));
+}
+
+TEST(FunctionalAnalysisManager, AnExceptionEndsItsItemAloneAndGivesTheProgressBack) {
+    CStage stage;
+    const std::string ab = stage.Guid("AB");
+    stage.Ask("1", [&](CMessages& m) {
+        Find(m, ab);
+        CCoreProgressBar::Instance()->SaveState();
+        throw std::runtime_error("the cellar is flooded");
+    });
+    stage.Ask("2", [](CMessages&) { throw 7; }); // NOLINT(hicpp-exception-baseclass)
+    stage.Ask("3", [&](CMessages& m) { Find(m, ab); });
+    auto& progress = *CCoreProgressBar::Instance();
+    progress.Show("outer", 0, 10);
+    ASSERT_TRUE(stage.manager.RunAnalysis(stage.requests));
+    EXPECT_EQ(progress.GetCaption(), "outer");
+    EXPECT_EQ(progress.GetDepth(), 0U);
+    EXPECT_EQ(stage.Findings(), "1: AB=-;2:;3: AB=-;");
+    const auto& items = *stage.manager.GetFindings();
+    EXPECT_THAT(items[0].m_error, testing::AllOf(HasSubstr("name of 1"), HasSubstr("the cellar is flooded")));
+    EXPECT_NE(items[1].m_error, "");
+    EXPECT_EQ(items[2].m_error, "");
+}
+
+TEST(FunctionalAnalysisManager, OnlyItemsForTheSystemFunctionRun) {
+    CStage stage;
+    for (const int function : {0, 1, 2})
+        stage.Ask(
+            std::to_string(function), [](CMessages&) {}, function);
+    System::CSystemManager::Instance()->GetActiveSystem()->SetSystemFunction(1);
+    ASSERT_TRUE(stage.manager.RunAnalysis(stage.requests));
+    EXPECT_EQ(stage.Findings(), "1:;");
+}
+
+TEST(FunctionalAnalysisManager, GivingUpKeepsTheFormerFindings) {
+    CStage stage;
+    stage.Ask("1", [&](CMessages& m) { Find(m, stage.Guid("AB")); });
+    ASSERT_TRUE(stage.manager.RunAnalysis(stage.requests));
+    stage.Ask("2", [](CMessages&) { ADD_FAILURE() << "nothing runs behind the one that was given up"; });
+    CScriptedHost host;
+    host.m_progressCallsUntilCancel = 0;
+    EXPECT_FALSE(stage.manager.RunAnalysis(stage.requests));
+    EXPECT_EQ(CCoreProgressBar::Instance()->GetDepth(), 0U);
+    EXPECT_EQ(stage.Findings(), "1: AB=-;");
+}
+
+/// A -- AB -- B: nodes lie 100 m apart on a line, so the middle of AB is at 50.
+TEST(FunctionalAnalysisManager, NumbersOfTheTraceGoToTheirFindings) {
+    for (const bool isOpen : {false, true}) {
+        CStage stage;
+        const std::string ab = stage.Guid("AB");
+        const std::string bc = stage.Guid("BC");
+        stage.Ask("1", [&](CMessages& m) {
+            Find(m, ab);
+            Note("1", ab, 1.5);
+            Find(m, bc); // notes nothing
+            Find(m, "node-C");
+            Note("1", "node-C", 2.5, "node");
+        });
+        stage.Ask("2", [&](CMessages& m) {
+            Find(m, ab);
+            Find(m, "nobody");
+            Note("2", ab, 3.5);
+        });
+        CRunTrace trace; // of the host: its rows from before are not the items'
+        std::optional<Utility::CRunTraceScope> open;
+        if (isOpen) {
+            open.emplace(trace);
+            Note("1", ab, 9.0);
+        }
+        ASSERT_TRUE(stage.manager.RunAnalysis(stage.requests));
+        EXPECT_EQ(stage.Findings(), "1: AB=1.5 BC=- C=2.5;2: AB=3.5 =-;") << isOpen;
+        const auto& found = stage.manager.GetFindings()->at(0).m_findings;
+        EXPECT_EQ(found[0].m_limit, 2.0);
+        EXPECT_EQ(found[0].m_unit, "m");
+        EXPECT_EQ(found[0].m_point, (CPoint{50.0, 0.0}));
+        EXPECT_EQ(found[2].m_point, (CPoint{200.0, 0.0}));
+        EXPECT_FALSE(stage.manager.GetFindings()->at(1).m_findings[1].m_point.IsKnown());
+        EXPECT_THAT(stage.manager.GetFindings()->at(0).m_time, testing::MatchesRegex("20..-..-..T..:..:..\\.000Z"));
+    }
+}
+
+TEST(FunctionalAnalysisManager, TheMiddleOfALineIsHalfWayAlongIt) {
+    const std::vector<CPoint> bent{{0, 0}, {3, 0}, {3, 0}, {3, 9}};
+    EXPECT_EQ(MiddleOfLine(bent), (CPoint{3.0, 3.0}));
+    EXPECT_EQ(MiddleOfLine(std::vector<CPoint>{{1, 2}, {1, 2}}), (CPoint{1.0, 2.0}));
+    EXPECT_FALSE(MiddleOfLine({}).IsKnown());
+}
