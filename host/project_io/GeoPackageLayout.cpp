@@ -47,6 +47,24 @@ const CLayer& GetLayer(enmEntityKind kind) {
     return GetLayers()[static_cast<std::size_t>(kind)];
 }
 
+const CLayer& GetFindingsLayer() {
+    static const CLayer layer = {enmEntityKind::Node,
+                                 FindingsTable,
+                                 "POINT",
+                                 "What the checks found at their last run",
+                                 {{"fid", KeyType, ""},
+                                  {GeometryColumn, "POINT", ""},
+                                  {"item", "TEXT", "Key of the check"},
+                                  {"guid", "TEXT", "Identity of the node or section"},
+                                  {"name", "TEXT", "Name of the node or section"},
+                                  {"text", "TEXT", "Finding"},
+                                  {"value", "REAL", "What was found"},
+                                  {"limit", "REAL", "What it was held against"},
+                                  {"unit", "TEXT", "Unit of value and limit"},
+                                  {"time", "DATETIME", "Time of the run"}}};
+    return layer;
+}
+
 const std::vector<CTable>& GetTables() {
     static const std::vector<CTable> tables = {
         {MetaTable,

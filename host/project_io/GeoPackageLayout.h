@@ -28,6 +28,7 @@ inline constexpr std::string_view SettingsTable = "drenova_settings"; ///< of th
 inline constexpr std::string_view TextsTable = "drenova_texts";       ///< long texts that many rows share
 inline constexpr std::string_view CatalogTable = "drenova_catalog";   ///< groups and items, a group before its items
 inline constexpr std::string_view ShapesTable = "drenova_catalog_shapes"; ///< points of table shapes
+inline constexpr std::string_view FindingsTable = "findings";             ///< layer of what checks found
 
 inline constexpr std::string_view SchemaVersionName = "schema_version"; ///< names in MetaTable
 inline constexpr std::string_view SaveCounterName = "save_counter";
@@ -60,6 +61,26 @@ struct CLayer {
 /// The layers in the order in which they are written and read: what is referred to comes first.
 const std::vector<CLayer>& GetLayers();
 const CLayer& GetLayer(Data::enmEntityKind kind);
+
+/// The layer of findings, whose m_kind means nothing: a row is what a check found at a node or a section. A project on
+/// which no checks ran has none, and neither has a file that was saved by a program without checks, which is why it
+/// asks for no other schema version.
+const CLayer& GetFindingsLayer();
+
+/// The columns of the layer of findings, in this order.
+enum enmFindingColumn : int {
+    FindingFid,
+    FindingGeometry,
+    FindingItem,
+    FindingGuid,
+    FindingName,
+    FindingText,
+    FindingValue,
+    FindingLimit,
+    FindingUnit,
+    FindingTime,
+    FindingColumnCount
+};
 
 /// A table of our own.
 struct CTable {

@@ -8,6 +8,7 @@
 #include "host/project_io/CatalogTables.h"
 #include "host/project_io/CoordinateSystem.h"
 #include "host/project_io/Failure.h"
+#include "host/project_io/FindingsLayer.h"
 #include "host/project_io/LayerReader.h"
 #include "host/project_io/OperationProgress.h"
 
@@ -36,6 +37,7 @@ void CompareCoordinateSystem(const CSqliteDatabase& database, const CFileTables&
     while (reader.Next()) {
         const std::string table(reader.GetText(0));
         const bool isOurs =
+            table == Layout::FindingsTable ||
             std::any_of(layers.begin(), layers.end(), [&table](const auto& layer) { return layer.m_table == table; });
         if (isOurs && reader.GetInteger(1) != wanted)
             warnings.Add(fmt::format("the layer {} has the coordinate system {}, the project {}; the project's counts",
@@ -80,6 +82,7 @@ CProjectMeta ReadGeoPackage(const CSqliteDatabase& database, CWarnings& warnings
     nodes.Read(progress);
     sections.Read(progress);
     catchments.Read(progress);
+    ReadFindings(database, tables, warnings);
     progress.Show();
     return meta;
 }

@@ -8,6 +8,7 @@
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/project_io/CatalogTables.h"
 #include "host/project_io/CoordinateSystem.h"
+#include "host/project_io/FindingsLayer.h"
 #include "host/project_io/LayerWriter.h"
 #include "host/project_io/OperationProgress.h"
 #include "host/project_io/ProjectTables.h"
@@ -120,6 +121,8 @@ public:
         CSharedTexts texts;
         for (const CLayer& layer : Layout::GetLayers())
             DescribeLayer(CLayerWriter(m_database, layer.m_kind, m_srsId, texts, m_progress).Write());
+        if (const auto findings = WriteFindings(m_database, m_srsId, m_progress))
+            DescribeLayer(*findings);
         WriteSharedTexts(m_database, texts, System::CProjectContext::Active().GetAttributes().GetTexts());
     }
 
@@ -218,7 +221,7 @@ private:
 std::int64_t RowCount() {
     const Topology::CTopologyStorage& topology = *Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
     return static_cast<std::int64_t>(topology.GetNodes().size() + topology.GetSections().size() +
-                                     topology.GetCatchments().size());
+                                     topology.GetCatchments().size() + CountFindings());
 }
 
 } // namespace
