@@ -10,7 +10,7 @@
 #include "apps/cli/Project.h"
 #include "apps/cli/ShownText.h"
 #include "host/gis_core/DataRW.h"
-#include "host/network_core/CatalogManager.h"
+#include "host/project_io/CatalogReferences.h"
 #include "host/project_io/TableLoad.h"
 
 #include <fmt/format.h>
@@ -22,10 +22,11 @@ using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;
 using OLMGis::Data::enmEntityKind;
-using OLMGis::Topology::CCatalogManager;
 using OLMGis::Topology::CEntity;
 using OLMGis::Utility::BadWords;
+using OLMGis::Utility::Done;
 using OLMGis::Utility::Result;
+using OLMGis::Utility::Status;
 
 namespace {
 
@@ -51,17 +52,22 @@ Result<std::vector<CNewValue>> ReadNewValues(enmEntityKind kind, const std::vect
     return values;
 }
 
-/// References may be set before their catalogue is there; but nothing finds them as long as it isn't.
-void WarnOfUnknownReference(const CNewValue& value, CTerminal& terminal) {
-    const std::string& key = value.m_definition->m_id;
-    const bool isPipe = key == "PIPE_REF";
-    if (!value.m_value.IsNotNull() || (!isPipe && key != "MANHOLE_ID"))
-        return;
-    const std::string guid = value.m_value.AsText();
-    if (!CCatalogManager::Instance()->GetItemByGuid(
-            isPipe ? CCatalogManager::PipeCatalog : CCatalogManager::ManholeCatalog, guid))
-        terminal.Warn(fmt::format("{}: no {} of the project's catalogue has the GUID \"{}\"", key,
-                                  isPipe ? "pipe" : "manhole", OnOneLine(guid)));
+/// A name of the catalogues becomes the GUID that is kept. References may be set before their catalogue is there; but
+/// nothing finds them as long as it isn't.
+Status ResolveReferences(std::vector<CNewValue>& values, CTerminal& terminal) {
+    for (CNewValue& value : values) {
+        const CDataDefinition& key = *value.m_definition;
+        if (!OLMGis::ProjectIo::IsCatalogReference(key))
+            continue;
+        auto resolved = OLMGis::ProjectIo::ResolveCatalogReference(key, std::move(value.m_value));
+        if (!resolved)
+            return BadWords(resolved.GetError().message);
+        value.m_value = std::move(resolved.Value());
+        if (!OLMGis::ProjectIo::IsKnownCatalogReference(key, value.m_value))
+            terminal.Warn(fmt::format("{}: no {} of the catalogue has the GUID or name \"{}\"", key.m_id,
+                                      key.m_id == "PIPE_REF" ? "pipe" : "manhole", OnOneLine(value.m_value.AsText())));
+    }
+    return Done{};
 }
 
 /// All of a kind without words.
@@ -96,7 +102,7 @@ CVerbResult SetAttributes(const CSetOptions& options, CTerminal& terminal) {
     const enmEntityKind kind = FindKind(options.m_on).value_or(enmEntityKind::Section);
     if (options.m_names.empty() && !options.m_isForAll)
         return BadWords(fmt::format("found neither --names nor --all, expected which {}s to set", GetKindName(kind)));
-    const auto values = ReadNewValues(kind, options.m_words);
+    auto values = ReadNewValues(kind, options.m_words);
     if (!values)
         return values.GetError();
     const auto project = CProject::Open(options.m_project, terminal);
@@ -105,9 +111,10 @@ CVerbResult SetAttributes(const CSetOptions& options, CTerminal& terminal) {
     const auto entities = ChooseOrAll(kind, options.m_names);
     if (!entities)
         return entities.GetError();
+    if (const Status resolved = ResolveReferences(values.Value(), terminal); !resolved)
+        return resolved.GetError();
     std::vector<std::string_view> keys;
     for (const CNewValue& value : values.Value()) {
-        WarnOfUnknownReference(value, terminal);
         keys.push_back(value.m_definition->m_id);
         for (const CEntity* entity : entities.Value())
             CDataRW::Write(value.m_definition, entity, value.m_value, nullptr);

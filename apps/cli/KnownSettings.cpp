@@ -6,6 +6,7 @@
 #include "host/gis_core/InstallationPaths.h"
 #include "host/gis_core/ProjectSettings.h"
 #include "host/gis_core/Utility.h"
+#include "host/network_core/CatalogManager.h"
 #include "host/network_core/TerrainSurfaces.h"
 #include "host/project_io/CoordinateSystem.h"
 #include "host/project_io/TerrainAttachment.h"
@@ -19,6 +20,7 @@
 namespace Cli {
 
 using OLMGis::System::CProjectSettings;
+using OLMGis::Topology::CCatalogManager;
 using OLMGis::Utility::BadWords;
 using OLMGis::Utility::CUtility;
 using OLMGis::Utility::Done;
@@ -65,6 +67,20 @@ Result<std::string> ReadCrs(std::string_view text, const std::string& /*project*
     return crs->ToText();
 }
 
+/// The group of pipes that a design chooses from where nothing else is said; by name or GUID, kept as it was given.
+Result<std::string> ReadPipeGroup(std::string_view text, const std::string& /*project*/) {
+    const std::string_view word = CUtility::Trim(text);
+    const auto& pipes = *CCatalogManager::Instance()->GetCatalog(CCatalogManager::PipeCatalog, 1);
+    const auto found = pipes.GetItembyGuid(word);
+    if (word.empty() || (found && found->IsGroup()) || pipes.GetGroupByName(word))
+        return std::string(word);
+    std::vector<std::string> names;
+    for (const auto& group : pipes.GetGroups())
+        names.push_back(group->GetName());
+    return BadWords(fmt::format("found \"{}\", expected the name or GUID of a group of pipes{}", OnOneLine(text),
+                                Suggest(word, names)));
+}
+
 const std::vector<std::string>& TerrainNames() {
     static const std::vector<std::string> names = [] {
         std::vector<std::string> list;
@@ -80,10 +96,9 @@ const std::vector<std::string>& TerrainNames() {
 const std::vector<CKnownSetting>& GetKnownSettings() {
     static const std::vector<CKnownSetting> settings = [] {
         std::vector<CKnownSetting> list{
-            {CProjectSettings::Edition, "STANDARD", ReadEdition},
-            {CProjectSettings::Turkish, "0", ReadTurkish},
-            {CProjectSettings::Language, "en", ReadLanguage},
-            {CProjectSettings::Crs, "", ReadCrs},
+            {CProjectSettings::Edition, "STANDARD", ReadEdition}, {CProjectSettings::Turkish, "0", ReadTurkish},
+            {CProjectSettings::Language, "en", ReadLanguage},     {CProjectSettings::Crs, "", ReadCrs},
+            {CProjectSettings::PipeGroup, "", ReadPipeGroup},
         };
         for (const std::string& name : TerrainNames())
             list.push_back({name, "", OLMGis::ProjectIo::ResolveTerrainPath, false});

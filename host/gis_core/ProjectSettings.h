@@ -14,10 +14,11 @@ class CProjectSettings {
 public:
     static CProjectSettings* Instance();
 
-    static constexpr std::string_view Edition = "edition";   ///< STANDARD, RO or BLG
-    static constexpr std::string_view Turkish = "turkish";   ///< 0 or 1
-    static constexpr std::string_view Language = "language"; ///< en, ro, bg, hr, tr
-    static constexpr std::string_view Crs = "crs";           ///< EPSG:n, empty for plain plane coordinates
+    static constexpr std::string_view Edition = "edition";      ///< STANDARD, RO or BLG
+    static constexpr std::string_view Turkish = "turkish";      ///< 0 or 1
+    static constexpr std::string_view Language = "language";    ///< en, ro, bg, hr, tr
+    static constexpr std::string_view Crs = "crs";              ///< EPSG:n, empty for plain plane coordinates
+    static constexpr std::string_view PipeGroup = "pipe_group"; ///< name or GUID of a group of pipes, empty for none
 
     /// The text of a setting, or fallback when it was never set.
     std::string Get(std::string_view name, std::string_view fallback = {}) const;

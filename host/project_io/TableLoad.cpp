@@ -5,6 +5,7 @@
 #include "host/gis_core/DataRW.h"
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/project_io/AttributeText.h"
+#include "host/project_io/CatalogReferences.h"
 #include "host/project_io/CsvReader.h"
 #include "host/project_io/Failure.h"
 #include "host/project_io/StagedAttributes.h"
@@ -94,7 +95,9 @@ Status CTableLoad::ReadRow() {
     const auto record = static_cast<std::uint32_t>(m_records.size());
     std::optional<int> kinds;
     for (const CValueColumn& column : m_columns) {
-        const Result<CDataBox> value = AttributeOfText(*column.m_definition, m_reader.GetField(column.m_place));
+        Result<CDataBox> value = AttributeOfText(*column.m_definition, m_reader.GetField(column.m_place));
+        if (value && IsCatalogReference(*column.m_definition))
+            value = ResolveCatalogReference(*column.m_definition, std::move(value.Value()));
         if (!value)
             return m_reader.Fault(value.GetError().message);
         m_values.Set(*column.m_definition, record, value.Value());
