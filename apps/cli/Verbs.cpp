@@ -8,9 +8,11 @@
 #include "apps/cli/CommandDirections.h"
 #include "apps/cli/CommandExport.h"
 #include "apps/cli/CommandGenerate.h"
+#include "apps/cli/CommandHydraulics.h"
 #include "apps/cli/CommandImport.h"
 #include "apps/cli/CommandInfo.h"
 #include "apps/cli/CommandNew.h"
+#include "apps/cli/CommandPipe.h"
 #include "apps/cli/CommandRun.h"
 #include "apps/cli/CommandSettings.h"
 
@@ -277,6 +279,47 @@ void AddDesign(CLI::App& program, CParsedWords& parsed) {
               [options](CTerminal& terminal, std::ostream& results) { return RunDesign(*options, terminal, results); });
 }
 
+void AddHydraulics(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CHydraulicsOptions>();
+    CVerb(program, parsed, "hydraulics", "PROJECT [options]", "reckon how full the pipes are and how fast they flow")
+        .Word("PROJECT", options->m_project, "project file")
+        .Option("--viscosity", options->m_viscosity, "NU", "of the water, m²/s; by default 1e-6")
+        .Choice("--format", options->m_format, {"table", "csv", "json"}, "by default a table, which rounds")
+        .Json(options->m_isJson)
+        .FlagWithout("--json", "--format")
+        .SaveAs(options->m_output)
+        .Runs(
+            "drenova hydraulics town.gpkg --format csv\n\n"
+            "Every section with a flow (FLOW_TOTAL, without it FLOW_RAIN_IDF), a pipe and a SECTION_SLOPE. Roughness\n"
+            "is PIPE_ROUGHNESS, without it that of the pipe. Stored are HYD_FILLING, HYD_VELOCITY and HYD_CAPACITY.\n"
+            "Exit code: 1 when nothing was stored.",
+            [options](CTerminal& terminal, std::ostream& results) {
+                return CalculateHydraulics(*options, terminal, results);
+            });
+}
+
+void AddPipe(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CPipeOptions>();
+    CVerb(program, parsed, "pipe", "SHAPE DIMENSIONS --slope I --roughness K [--flow Q|--fill P] [options]",
+          "reckon uniform flow in one pipe, without a project")
+        .Choice("SHAPE", options->m_shape, {"circle", "egg", "box"}, "circle, egg or box", true)
+        .Word("DIMENSIONS", options->m_dimensions,
+              "inside, mm: 300 for a circle, 800x1200 (width, height) for\nan egg or a box; an egg 800 is 800x1200")
+        .Option("--slope", options->m_slope, "I", "slope, 1/1000", true)
+        .Option("--roughness", options->m_roughness, "K", "equivalent sand roughness, mm", true)
+        .Option("--viscosity", options->m_viscosity, "NU", "of the water, m²/s; by default 1e-6")
+        .Option("--flow", options->m_flow, "Q", "flow, m³/s: how far does it fill the pipe?")
+        .Option("--fill", options->m_fill, "P", "filling, % of the height: what flows then?")
+        .FlagWithout("--flow", "--fill")
+        .Json(options->m_isJson)
+        .Runs("drenova pipe circle 300 --slope 5 --roughness 0.4 --flow 0.05\n\n"
+              "Without a flow and a filling: the full pipe, and the greatest flow and velocity of all depths.\n"
+              "Prandtl-Colebrook with the hydraulic radius, g = 9.81 m/s².",
+              [options](CTerminal& terminal, std::ostream& results) {
+                  return CalculatePipe(*options, terminal, results);
+              });
+}
+
 void AddExport(CLI::App& program, CParsedWords& parsed) {
     const auto options = std::make_shared<CExportOptions>();
     CVerb(program, parsed, "export", "PROJECT FORMAT -o FILE [options]", "write a file for other programs")
@@ -325,6 +368,8 @@ void AddVerbs(CLI::App& program, CParsedWords& parsed) {
     AddRun(program, parsed);
     AddDesign(program, parsed);
     AddDirections(program, parsed);
+    AddHydraulics(program, parsed);
+    AddPipe(program, parsed);
     AddExport(program, parsed);
 }
 
