@@ -6,12 +6,12 @@
 #include "flow/FlowKeys.h"
 #include "flow/FlowOutputs.h"
 #include "flow/FlowValue.h"
+#include "flow/MainOutlets.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/HostServices.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/network_core/Selector.h"
 #include "host/network_core/TopologyMultiStorage.h"
-#include "host/sewage_core/FlowDirection.h"
 #include "host/sewage_core/SewageCalculationConfigurator.h"
 
 #include <vector>
@@ -20,7 +20,6 @@ using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;
 using OLMGis::Sewage::CFlowCalculatorParameters;
-using OLMGis::Sewage::CFlowDirection;
 using OLMGis::Sewage::CReport;
 using OLMGis::Sewage::CSectionList;
 using OLMGis::Sewage::CSewageCalculationConfigurator;
@@ -33,7 +32,6 @@ using OLMGis::Utility::CModuleConfiguration;
 namespace {
 
 constexpr const char* MainOutletKey = "MAIN_SECT_OUT";
-constexpr int DirectionsNotSettled = 11049; ///< message
 
 /// A switch of the form and the flow of a section that it brings in.
 struct Component {
@@ -92,37 +90,6 @@ private:
     std::vector<const CDataDefinition*> m_plain;  ///< the Turkish flows, behind all others: any stored number counts
 };
 
-/// The nodes at which the sections start, each once, in the order of the last section that uses it. Only those that
-/// need a main outlet: the others are settled whatever is asked about them.
-CFlowDirection::CNodeList CollectStartingNodes(const CSectionList& sections) {
-    CFlowDirection::CNodeList nodes;
-    std::vector<bool> isListed; // by row
-    for (auto section = sections.rbegin(); section != sections.rend(); ++section) {
-        auto node = *section ? (*section)->GetStartingNode() : nullptr;
-        if (!node || !CFlowDirection::NeedsMainOutlet(*node))
-            continue;
-        if (node->GetRow() >= isListed.size())
-            isListed.resize(node->GetRow() + 1);
-        if (isListed[node->GetRow()])
-            continue;
-        isListed[node->GetRow()] = true;
-        nodes.push_back(std::move(node));
-    }
-    return nodes;
-}
-
-/// 0 when main outlets were missing and the user left the editor without settling them.
-int SettleDirections(const CFlowDirection::CNodeList& nodes, IUserInteraction* interaction) {
-    if (CFlowDirection::IsMainFlowSectSet(nodes) != 0)
-        return 1;
-    if (interaction != nullptr)
-        interaction->BeginUserInteraction();
-    const int isCompleted = CFlowDirection::ShowDirectionEditor(&nodes);
-    if (interaction != nullptr)
-        interaction->EndUserInteraction();
-    return isCompleted;
-}
-
 } // namespace
 
 CFlowCalculator_Transit::CFlowCalculator_Transit() {
@@ -151,8 +118,8 @@ int CFlowCalculator_Transit::CalculateTransit(const CSectionList& sections, CFlo
     if (params == nullptr || !params->m_properties)
         return 0;
     const std::string serialized = params->Serialize();
-    if (SettleDirections(CollectStartingNodes(sections), interaction) == 0) {
-        acedAlert(CModuleConfiguration::Instance()->GetMsg(DirectionsNotSettled));
+    if (MainOutlets::Settle(MainOutlets::CollectStartingNodes(sections), interaction) == 0) {
+        acedAlert(CModuleConfiguration::Instance()->GetMsg(MainOutlets::NotSettled));
         return 0;
     }
     m_sectionFlows.clear();

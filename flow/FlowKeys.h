@@ -48,6 +48,8 @@ inline constexpr const char* ReductionCoefficient = "FLOW_COEFRED";   ///< -
 inline constexpr const char* RetardationCoefficient = "FLOW_COEFRET"; ///< -
 inline constexpr const char* InletTime = "FLOW_INTIME";               ///< min
 inline constexpr const char* RetentionBulgarian = "FLOW_BLG_RET";     ///< -
+inline constexpr const char* Slope = "SECTION_SLOPE";                 ///< 1/1000
+inline constexpr const char* PipeRoughness = "PIPE_ROUGHNESS";        ///< mm
 
 // The parameters that made a section's values: the form as one text.
 inline constexpr const char* RainParameters = "FLOW_RAIN_S";

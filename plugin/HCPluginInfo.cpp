@@ -18,6 +18,7 @@
 #include "host/sewage_core/FlowCalculatorManager.h"
 #include "host/sewage_core/SewageResponder.h"
 #include "host/workspace_core/WsManager.h"
+#include "rain/FlowCalculator_RainITP.h"
 #include "waste/FlowCalculator_Additional.h"
 #include "waste/FlowCalculator_WasteAreas.h"
 #include "waste/FlowCalculator_WastePercent.h"
@@ -72,6 +73,7 @@ void CHCPluginInfo::RegisterCalculationItems() {
     RegisterFlowCalculator<CFlowCalculator_Transit>();
     RegisterFlowCalculator<CFlowCalculator_Total>();
     RegisterFlowCalculator<CFlowCalculator_Additional>();
+    RegisterFlowCalculator<CFlowCalculator_RainITP>();
 }
 
 void CHCPluginInfo::RegisterPanelDialogs() {

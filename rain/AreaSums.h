@@ -3,6 +3,7 @@
 #pragma once
 
 #include "rain/GuidMap.h"
+#include "rain/NetworkBlocks.h"
 #include "rain/SectionInputs.h"
 
 #include <boost/shared_ptr.hpp>
@@ -33,19 +34,30 @@ public:
     /// they were not, everything upstream is visited.
     double Sum(const CSectionPtr& section, const CSelectedSections& selected, CSectionInputs& inputs);
 
+    /// Whether a sum of the section may have to visit everything upstream because sections that enter its start may
+    /// overlap, whichever of them are selected.
+    bool MayOverlapAbove(const OLMGis::Topology::CSection& section);
+
+    /// Whether branches that enter the section's start may have something upstream in common, so that its sum is not
+    /// made of theirs.
+    bool MayOverlapAbove(const CSectionPtr& section);
+
 private:
-    bool FindGap(const CSectionList& sections, const CSelectedSections& selected);
-    bool MayOverlap(const CSectionList& in, const CSelectedSections& selected);
+    bool HasGap(const CSectionList& sections, const CSelectedSections& selected);
+    bool MayOverlap(const CSectionList& in);
     double VisitAll(const CSectionPtr& section, const CSelectedSections& selected, CSectionInputs& inputs);
 
     std::vector<std::uint32_t> m_walks; ///< by section row: the walk of its sum
     std::vector<double> m_sums;         ///< by section row
     std::uint32_t m_walk = 0;
-    bool m_hasGap = false;
+    bool m_hasGap = false; ///< a section between selected ones is not selected
 
-    std::vector<std::uint32_t> m_blocks; ///< by section row: the smallest part of the network whose every two sections
-                                         ///< lie on a common circle; none where nothing divides
-    bool m_hasBlocks = false;
+    bool m_isDivisionKnown = false;
+    bool m_divides = false;  ///< the network has a node where flow can part
+    CNetworkBlocks m_blocks; ///< where it divides
+
+    std::vector<std::uint32_t> m_blocksOfIn;
+    std::vector<std::uint32_t> m_marks; ///< by section row: the walk whose search for gaps saw it
     CSectionList m_in;
     CSectionList m_upstream;
 };

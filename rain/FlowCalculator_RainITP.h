@@ -84,6 +84,9 @@ public:
     /// Intensity (l/(s·ha)) for the record's present times; 0.0 for null, -1.0 without a curve.
     double GetIntensity(const CSectionDataIDF* record) const;
 
+    /// Corrected area (ha) of a section, as the run read it.
+    double GetOwnArea(const CSectionPtr& section) { return m_inputs.Of(section).m_ownArea; }
+
     bool IsSelected(const CSectionPtr& section) const;
 
     /// Removes what isn't selected, keeps the order, returns the count left.
@@ -93,6 +96,9 @@ public:
     boost::shared_ptr<CNodeDataIDF> FindNodeData(const boost::shared_ptr<OLMGis::Topology::CNode>& node) const;
     const CRecordList* FindSectionDataList(const CSectionPtr& section) const;
     CVariationData* FindVariationData(const CSectionPtr& section);
+
+    /// Has each pass noted while trace isn't null; not owned.
+    void SetPassTrace(CRainPassTrace* trace) { m_passTrace = trace; }
 
     // Results of the last run.
     const CRainITPParameters& GetParams() const { return m_params; }
@@ -110,13 +116,13 @@ public:
     static constexpr int MostPasses = 20;
 
 private:
-    friend class CRainPassTrace;
+    class CResultWriter;
 
     int Run(const CSectionList& sections);
     void PrepareWalk(const CSectionList& sections);
     int WalkSection(const CSectionPtr& section);
     bool FitPipe(CSectionDataIDF& record, double diameter);
-    void ExplainCurves();
+    void ExplainCurves(const CRainITPParameters& params);
     bool GoOn();
 
     boost::shared_ptr<OLMGis::Sewage::CFlowCalculatorParameters> m_parameters;
@@ -133,9 +139,7 @@ private:
     CSectionList m_buffer;                 ///< for questions to the network
     CRainPassTrace* m_passTrace = nullptr; ///< notes each pass while it is set
 
-    std::string m_explained;    ///< what the log was last told about the curve file
-    std::string m_forecastText; ///< what a long run may cost; caption of the progress bar when not empty
-    double m_work = 0.0;        ///< computations to expect of the walk at hand
-    double m_done = 0.0;
+    std::string m_explained; ///< what the log was last told about the curve file
+    int m_done = 0;          ///< sections of the walk at hand
     bool m_showsProgress = false;
 };

@@ -71,6 +71,9 @@ public:
     std::string m_pipeTypeId; ///< of the group
     std::vector<std::string> m_errors;
 
+    /// What a search may cost, told behind the question whether to start it; empty for nothing.
+    std::string m_forecastText;
+
 private:
     using CForm = OLMGis::Topology::CPropertiesEx;
 

@@ -67,7 +67,7 @@ public:
     double GetRoughness() const;
 
     /// Pipe type for the rules of the catalogue: of the existing pipe where that is looked at, else of the group.
-    const std::string& GetPipeTypeId() const;
+    std::string_view GetPipeTypeId() const;
 
     /// Whether the pipe that stands on the section is looked at at all: kept, or its group taken.
     bool HasRelevantPipe() const;

@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/gis_core/DataDefinition.h"
 #include "host/network_core/Catalog.h"
 #include "host/network_core/Section.h"
 
@@ -29,6 +30,8 @@ struct CSectionInput {
 /// The inputs of the sections of one network, each read once in a run, at its first use.
 class CSectionInputs {
 public:
+    CSectionInputs();
+
     /// Forgets what was read: attributes and catchments may have changed since.
     void Reset() { m_byRow.clear(); }
 
@@ -36,5 +39,9 @@ public:
     const CSectionInput& Of(const boost::shared_ptr<OLMGis::Topology::CSection>& section);
 
 private:
+    const OLMGis::Data::CDataDefinition* m_slope;
+    const OLMGis::Data::CDataDefinition* m_inletTime;
+    const OLMGis::Data::CDataDefinition* m_roughness;
+    const OLMGis::Data::CDataDefinition* m_retention;
     std::vector<CSectionInput> m_byRow;
 };

@@ -4,6 +4,7 @@
 
 #include "host/gis_core/DataBox.h"
 
+#include <algorithm>
 #include <deque>
 #include <string>
 #include <string_view>
@@ -49,9 +50,16 @@ public:
     void SetDetailOf(std::string_view guid) { m_detailOf = guid; }
     const std::string& GetDetailOf() const { return m_detailOf; }
 
+    /// Asks the run for something beside its tables, by a name that the calculator gives, such as a report file.
+    void Request(std::string_view extra) { m_requests.emplace_back(extra); }
+    bool IsRequested(std::string_view extra) const {
+        return std::find(m_requests.begin(), m_requests.end(), extra) != m_requests.end();
+    }
+
 private:
     std::deque<CTraceTable> m_tables;
     std::string m_detailOf;
+    std::vector<std::string> m_requests;
 };
 
 /// Opens a trace for its own lifetime.

@@ -42,6 +42,10 @@ void CSewageCalculations::CalcRainSimple() {
     Run("00_RAIN_SIMPLE");
 }
 
+void CSewageCalculations::CalcRainITP() {
+    Run("001_RAIN_ITP");
+}
+
 void CSewageCalculations::CalcFlowAdditional() {
     Run("02_ADDITIONAL");
 }

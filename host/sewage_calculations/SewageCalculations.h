@@ -11,6 +11,7 @@ public:
     static void CalcWasteWaterPercent();
     static void CalcWasteWaterArea();
     static void CalcRainSimple();
+    static void CalcRainITP();
     static void CalcFlowAdditional();
     static void CalcFlowTransit();
     static void CalcFlowTotal();

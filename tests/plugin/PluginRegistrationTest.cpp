@@ -56,8 +56,8 @@ struct CStage {
 TEST(PluginRegistration, CalculatorsStandInTheOrderOfTheDesignWorkAndComeAndGoWithTheModule) {
     CStage stage;
     for (int round = 0; round < 2; ++round) {
-        EXPECT_THAT(CalculatorKeys(), ElementsAre("00_RAIN_SIMPLE", "01_WASTE_AREAS", "01_WASTE_PERCENT",
-                                                  "02_ADDITIONAL", "03_FC_TRANSIT", "04_FC_TOTAL"));
+        EXPECT_THAT(CalculatorKeys(), ElementsAre("001_RAIN_ITP", "00_RAIN_SIMPLE", "01_WASTE_AREAS",
+                                                  "01_WASTE_PERCENT", "02_ADDITIONAL", "03_FC_TRANSIT", "04_FC_TOTAL"));
         EXPECT_THAT(ItemKeys(),
                     ElementsAre("0002_MIN_PIPE_DEPTH", "0003_MIN_LL_SLOPE", "0004_MIN_SLOPE", "0006_NEGATIVE_CASCADE",
                                 "0005_MULTI_OUTLET_SECT", "0007_SMALLER_DIAMETERS", "0005_MANHOLE_PIPE"));

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "host/gis_core/ReportFile.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace OLMGis::Utility {
+
+CReportFile::CReportFile(const std::string& path) {
+    std::error_code ignored;
+    if (const auto folder = std::filesystem::path(path).parent_path(); !folder.empty())
+        std::filesystem::create_directories(folder, ignored);
+    m_file.reset(std::fopen(path.c_str(), "ab"));
+}
+
+CReportFile::~CReportFile() = default;
+
+void CReportFile::Append(std::string_view text) {
+    if (m_file)
+        std::fwrite(text.data(), 1, text.size(), m_file.get());
+}
+
+void CReportFile::Remove(const std::string& path) {
+    std::error_code ignored;
+    std::filesystem::remove(path, ignored);
+}
+
+void CReportFile::CClose::operator()(std::FILE* file) const {
+    std::fclose(file);
+}
+
+} // namespace OLMGis::Utility

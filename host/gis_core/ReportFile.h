@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace OLMGis::Utility {
+
+/// A text file that grows from run to run: what is appended goes behind what is there. A file that can't be opened or
+/// written takes nothing, and nobody is told: reports accompany results and never stop them.
+class CReportFile {
+public:
+    /// Opens the file, which is made with its folder when it isn't there.
+    explicit CReportFile(const std::string& path);
+    ~CReportFile();
+    CReportFile(const CReportFile&) = delete;
+    CReportFile& operator=(const CReportFile&) = delete;
+
+    bool IsOpen() const { return m_file != nullptr; }
+    void Append(std::string_view text);
+
+    /// Removes a report; none there is fine.
+    static void Remove(const std::string& path);
+
+private:
+    struct CClose {
+        void operator()(std::FILE* file) const;
+    };
+    std::unique_ptr<std::FILE, CClose> m_file;
+};
+
+} // namespace OLMGis::Utility

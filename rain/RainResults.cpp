@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+// What a finished rain calculation leaves: values of sections, and two text files beside the user's settings.
+#include "flow/FlowKeys.h"
+#include "flow/FlowValue.h"
+#include "host/gis_core/DataRW.h"
+#include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/ReportFile.h"
+#include "host/gis_core/Utility.h"
+#include "host/network_core/PipeManager.h"
+#include "rain/FlowCalculator_RainITP.h"
+#include "rain/RainReports.h"
+
+using OLMGis::Data::CDataBox;
+using OLMGis::Data::CDataDefinition;
+using OLMGis::Data::CDataRW;
+using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Utility::CReportFile;
+using OLMGis::Utility::CUtility;
+
+namespace {
+
+/// Path of a report.
+std::string ReportPath(const char* name) {
+    std::string folder = CModuleConfiguration::Instance()->GetPath("install");
+    if (!folder.ends_with('/'))
+        folder += '/';
+    return CUtility::Format("%s%s", folder, name);
+}
+
+constexpr const char* IdfOut = "IDFOut.txt";
+constexpr const char* Variations = "variations.txt";
+
+} // namespace
+
+/// The definitions behind the keys of results, looked up once for many sections.
+class CFlowCalculator_RainITP::CResultWriter {
+public:
+    explicit CResultWriter(int savePipe) : m_savesPipe(savePipe != 0) {}
+
+    void Write(const CSectionDataIDF& record) {
+        WriteNumber(m_intensity, record, record.m_intensity);
+        WriteNumber(m_concentrationTime, record, record.GetConcentrationTime());
+        WriteNumber(m_upstreamTime, record, record.m_upstreamTime);
+        WriteNumber(m_flowTime, record, record.m_flowTime);
+        WriteNumber(m_flow, record, record.m_flow);
+        WriteNumber(m_ownArea, record, record.m_ownArea);
+        WriteNumber(m_totalArea, record, record.GetEffectiveArea());
+        if (m_savesPipe && record.m_pipe)
+            CDataRW::Write(m_pipe, record.m_section, CDataBox(record.m_pipe->GetGUID()), nullptr);
+    }
+
+private:
+    void WriteNumber(const CDataDefinition* key, const CSectionDataIDF& record, double value) {
+        m_box.SetDouble(value);
+        CDataRW::Write(key, record.m_section, m_box, nullptr);
+    }
+
+    CDataBox m_box;
+    bool m_savesPipe;
+    const CDataDefinition* m_intensity = FindDefinition(FlowKeys::Intensity);
+    const CDataDefinition* m_concentrationTime = FindDefinition(FlowKeys::ConcentrationTime);
+    const CDataDefinition* m_upstreamTime = FindDefinition(FlowKeys::UpstreamFlowTime);
+    const CDataDefinition* m_flowTime = FindDefinition(FlowKeys::SectionFlowTime);
+    const CDataDefinition* m_flow = FindDefinition(FlowKeys::RainCurves);
+    const CDataDefinition* m_ownArea = FindDefinition(FlowKeys::CorrectedArea);
+    const CDataDefinition* m_totalArea = FindDefinition(FlowKeys::CorrectedAreaTotal);
+    const CDataDefinition* m_pipe = FindDefinition(FlowKeys::PipeReference);
+};
+
+void CFlowCalculator_RainITP::WriteSectionResults(const CSectionDataIDF& record, int savePipe) {
+    CResultWriter(savePipe).Write(record);
+}
+
+void CFlowCalculator_RainITP::WriteResults(int write, int report, int iteration) {
+    if (report != 0) {
+        const std::string path = ReportPath(IdfOut);
+        if (iteration == 1)
+            CReportFile::Remove(path);
+        CReportFile file(path);
+        if (file.IsOpen())
+            file.Append(RainReports::MakeIterationTable(m_sectionData, iteration));
+    }
+    if (write == 0)
+        return;
+    CResultWriter writer(m_params.m_savePipe);
+    m_sectionData.ForEach([&writer](std::string_view /*guid*/, const CRecordList& list) {
+        if (!list.empty())
+            writer.Write(*list.front());
+    });
+}
+
+void CFlowCalculator_RainITP::WriteBestResults() {
+    CResultWriter writer(m_params.m_savePipe);
+    m_variations.ForEach([&writer](std::string_view /*guid*/, const CVariationData& data) {
+        if (data.m_bestIndex != CVariationData::NoBest)
+            writer.Write(data.m_best);
+    });
+}
+
+void CFlowCalculator_RainITP::WriteVariationsFile() {
+    CReportFile file(ReportPath(Variations));
+    if (file.IsOpen())
+        RainReports::WriteVariations(m_variations, [&file](std::string_view text) { file.Append(text); });
+}
