@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 //
 // Networks that others published: their counts, totals added up by a spreadsheet road, and values worked out by hand.
+#include "host/network_core/SectionSlopes.h"
 #include "tests/project_io/InpTestProject.h"
 
 #include <gtest/gtest.h>
@@ -137,4 +138,23 @@ TEST_F(InpReference, NodesCatchmentsAndOtherLinks) {
     EXPECT_EQ(net.Noted("pumps"), 3U);
     EXPECT_EQ(net.Noted("weirs"), 2U);
     EXPECT_EQ(net.Noted("conduits with adverse slope"), 1U);
+}
+
+TEST_F(InpReference, SlopesFollowFromLevelsAndLengthsOfTheFile) {
+    // All have levels and lengths. Slope times length, added up, is the fall of all sections together.
+    for (const char* file : {"02_epa_user1.inp", "05_bellinge_small.inp"}) {
+        SCOPED_TRACE(file);
+        const CReferenceNetwork net(file);
+        ASSERT_TRUE(net.IsImported()) << net.Message();
+        const auto& sections = net.Topology().GetSections();
+        for (const auto& section : sections)
+            Data::CDataRW::Write("SECTION_SLOPE_CAL", section, Data::CDataBox(), nullptr);
+        const auto summary = Topology::StoreSlopes(net.Topology(), {});
+        EXPECT_EQ(summary.m_calculated, sections.size());
+        EXPECT_TRUE(summary.m_withoutLevels.empty() && summary.m_withoutLength.empty());
+        double fall = 0.0;
+        for (const auto& section : sections)
+            fall += net.OfSection(section->GetName(), "SECTION_SLOPE_CAL").AsDouble() * section->GetLength2D() / 1000.0;
+        EXPECT_NEAR(fall, SumOf(sections, "LEVEL_LINE_0") - SumOf(sections, "LEVEL_LINE_1"), 1e-9);
+    }
 }
