@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+// The checks of what leads on from a section: steps of the level line, number of outlets, diameters.
+#include "analysis/FAI_MultipleOutletSections.h"
+#include "analysis/FAI_NegativeCascade.h"
+#include "analysis/FAI_SmallerDiametersDownflow.h"
+#include "tests/analysis/AnalysisStage.h"
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(CascadeCheck, AStepUpOfMoreThanHalfAMetreOffends) {
+    // Levels that are exact in binary: a step of 0.5 is one of 0.5.
+    const std::pair<double, const char*> nextLevels[] = {
+        {90.0, ""}, {100.0, ""}, {100.5, ""}, {100.515625, "-0.52"}, {101.0, "-1.00"}, {200.0, "-100.00"}};
+    for (const auto& [level, shown] : nextLevels) {
+        CAnalysisStage stage("A---B---C");
+        stage.net.Set("AB", "LEVEL_LINE_1", 100.0);
+        stage.SetLevels("BC", level, 0.0);
+        EXPECT_EQ(stage.Run(CFAI_NegativeCascade()), FindingOrNone("AB", *shown == '\0' ? 0 : 3239, shown)) << level;
+    }
+}
+
+TEST(CascadeCheck, EachSectionThatLeadsOnIsHeldAgainstTheUpperOne) {
+    CAnalysisStage stage("A---B---C\nB---D\nB---E\nF---B");
+    stage.net.Set("AB", "LEVEL_LINE_1", 50.0);
+    stage.net.Set("BC", "LEVEL_LINE_0", 51.0);
+    stage.net.Set("BE", "LEVEL_LINE_0", 51.0); // BD has none; FB has no end level
+    EXPECT_THAT(stage.Run(CFAI_NegativeCascade()),
+                ElementsAre(Finding("AB", 3239, "-1.00"), Finding("AB", 3239, "-1.00")));
+    stage.net.Set("BE", "LEVEL_LINE_0", 52.0);
+    stage.SetNode('B', "MAIN_SECT_OUT", stage.net.Section("BE")->GetGuid());
+    EXPECT_THAT(stage.Run(CFAI_NegativeCascade()),
+                ElementsAre(Finding("AB", 3239, "-2.00"), Finding("AB", 3239, "-1.00")))
+        << "the main outlet goes first";
+}
+
+TEST(OutletCheck, OneFindingASectionHoweverManyLeadOn) {
+    CAnalysisStage stage("A---B---C---D---E\nC---F\nD---G\nD---H");
+    EXPECT_THAT(stage.Run(CFAI_MultipleOutletSections()), ElementsAre(Finding("BC", 3237), Finding("CD", 3237)));
+}
+
+TEST(DiameterCheck, AnySmallerPipeOffendsAndSectionsWithoutAreSkipped) {
+    CAnalysisStage stage("A---B---C---D---E---F---G\nB---H\nB---I");
+    stage.Lay("AB", 300.0);
+    stage.Lay("BC", 299.999);
+    stage.Lay("CD", 299.999);
+    stage.Lay("DE", 400.0); // EF has none
+    stage.Lay("FG", 100.0);
+    stage.Lay("BH", 300.0);
+    stage.Lay("BI", 200.0);
+    EXPECT_THAT(stage.Run(CFAI_SmallerDiametersDownflow()), ElementsAre(Finding("AB", 10355), Finding("AB", 10355)));
+}
+
+TEST(DiameterCheck, InnerDiametersCountNotWalls) {
+    CAnalysisStage stage("A---B---C");
+    stage.net.Set("AB", "PIPE_REF", CAnalysisStage::AddPipe(300.0, 80.0));
+    stage.net.Set("BC", "PIPE_REF", CAnalysisStage::AddPipe(300.0, 10.0));
+    EXPECT_THAT(stage.Run(CFAI_SmallerDiametersDownflow()), IsEmpty());
+}
