@@ -12,10 +12,16 @@ void RegisterAttributes();
 /// calculators of lower keys ran before; and one whole run by the driver of calculators.
 void RegisterCalculators();
 
+/// Least diameters and fillings of circular pipes: a pass is one solve for each section.
+void RegisterHydraulics();
+
 /// Opening and saving a project of sections with 20 attributes.
 void RegisterProjectFile();
 
 /// Reading exchange and storm-water files, making a network.
 void RegisterSources();
+
+/// Heights of a raster in memory: at nodes and along sections.
+void RegisterTerrain();
 
 } // namespace Bench

@@ -27,8 +27,10 @@ int main(int argc, char** argv) {
     benchmark::RegisterBenchmark("base", MeasureBase)->Iterations(1);
     Bench::RegisterAttributes();
     Bench::RegisterCalculators();
+    Bench::RegisterHydraulics();
     Bench::RegisterProjectFile();
     Bench::RegisterSources();
+    Bench::RegisterTerrain();
     benchmark::RunSpecifiedBenchmarks();
     Bench::ReleaseSubject();
     Bench::InputFiles::RemoveOwnFolder();

@@ -108,20 +108,28 @@ int PassCount(enmPace pace, std::size_t sections) {
     return pace == enmPace::Quick ? 8 : 3;
 }
 
+void RegisterOnShape(const std::string& name, enmNetworkShape shape, const char* shapeName, enmPace pace,
+                     const CSubjectMaker& maker) {
+    for (const std::size_t sections : Sizes) {
+        const CSize size{shape, sections, fmt::format("{}/{}", shapeName, sections)};
+        const auto run = [name, size, maker](benchmark::State& state) { RunBenchmark(state, name, size, maker); };
+        benchmark::RegisterBenchmark(fmt::format("{}/{}", name, size.m_name).c_str(), run)
+            ->Iterations(1)
+            ->Repetitions(PassCount(pace, sections))
+            ->UseManualTime()
+            ->Unit(benchmark::kMillisecond);
+    }
+}
+
 } // namespace
 
 void RegisterOnNetworks(const std::string& name, enmPace pace, const CSubjectMaker& maker) {
-    for (const auto& [shape, shapeName] : Shapes) {
-        for (const std::size_t sections : Sizes) {
-            const CSize size{shape, sections, fmt::format("{}/{}", shapeName, sections)};
-            const auto run = [name, size, maker](benchmark::State& state) { RunBenchmark(state, name, size, maker); };
-            benchmark::RegisterBenchmark(fmt::format("{}/{}", name, size.m_name).c_str(), run)
-                ->Iterations(1)
-                ->Repetitions(PassCount(pace, sections))
-                ->UseManualTime()
-                ->Unit(benchmark::kMillisecond);
-        }
-    }
+    for (const auto& [shape, shapeName] : Shapes)
+        RegisterOnShape(name, shape, shapeName, pace, maker);
+}
+
+void RegisterWithoutNetwork(const std::string& name, enmPace pace, const CSubjectMaker& maker) {
+    RegisterOnShape(name, enmNetworkShape::Line, "line", pace, maker);
 }
 
 void ReleaseSubject() {

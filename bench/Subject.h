@@ -44,6 +44,10 @@ enum class enmPace { Quick, Slow };
 /// time of the processor (s), which is less than that of the clock where a pass waits.
 void RegisterOnNetworks(const std::string& name, enmPace pace, const CSubjectMaker& maker);
 
+/// The same for what sees one section after the other and nothing of how they connect: the line alone, whose sizes
+/// count sections.
+void RegisterWithoutNetwork(const std::string& name, enmPace pace, const CSubjectMaker& maker);
+
 /// Lets go of the subject that was measured last. Before main ends.
 void ReleaseSubject();
 
