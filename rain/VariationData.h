@@ -3,21 +3,16 @@
 #pragma once
 
 #include "rain/SectionDataIDF.h"
-
-#include <boost/shared_ptr.hpp>
-
-#include <vector>
+#include "rain/VariationCombinations.h"
 
 /// What a search over combinations knows of one section.
 class CVariationData {
 public:
-    using CCombination = std::vector<boost::shared_ptr<OLMGis::Topology::CSection>>;
-
     static constexpr unsigned int NoBest = 0xFFFFFFFFU;
 
-    int m_inputCount = 0;                     ///< sections that enter its start, selected or not
-    int m_visitedCount = 0;                   ///< how many of them have finished
-    unsigned int m_bestIndex = NoBest;        ///< index into m_combinations
-    CSectionDataIDF m_best;                   ///< the section's record under the best combination
-    std::vector<CCombination> m_combinations; ///< in order of trying; each starts with the section itself
+    int m_inputCount = 0;                  ///< sections that enter its start, selected or not
+    int m_visitedCount = 0;                ///< how many of them have finished
+    unsigned int m_bestIndex = NoBest;     ///< index into m_combinations
+    CSectionDataIDF m_best;                ///< the section's record under the best combination
+    CVariationCombinations m_combinations; ///< in order of trying; each starts with the section itself
 };

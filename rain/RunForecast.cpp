@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "rain/RunForecast.h"
+
+#include "host/gis_core/AvailableResources.h"
+#include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/Utility.h"
+#include "rain/ChainForecast.h"
+#include "rain/RainITPParameters.h"
+#include "rain/VariationCombinations.h"
+#include "rain/VariationForecast.h"
+#include "rain/VariationTrees.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <cmath>
+#include <optional>
+
+using OLMGis::System::AvailableResources;
+using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Utility::CUtility;
+
+namespace {
+
+constexpr int SearchCosts = 70141;        ///< message
+constexpr int SearchCostsAtLeast = 70142; ///< message
+constexpr int SearchNeverEnds = 70143;    ///< message
+constexpr int SearchMemory = 70144;       ///< message
+constexpr int SearchDisk = 70145;         ///< message
+constexpr int SearchNumbers = 70146;      ///< message
+constexpr int ChainMemory = 70147;        ///< message
+
+const std::string& Msg(int number) {
+    return CModuleConfiguration::Instance()->GetMsg(number);
+}
+
+/// A whole number, beyond 15 digits by its magnitude.
+std::string ShowCount(double count) {
+    constexpr double LongestPlain = 1.0e15;
+    if (!std::isfinite(count))
+        return ">1e+308";
+    return count < LongestPlain ? fmt::format("{:.0f}", count) : fmt::format("{:.3g}", count);
+}
+
+std::string ShowBytes(double bytes) {
+    constexpr std::array Units{"B", "kB", "MB", "GB", "TB", "PB"};
+    if (!std::isfinite(bytes))
+        return ShowCount(bytes) + " B";
+    std::size_t unit = 0;
+    for (; bytes >= 1000.0 && unit + 1 < Units.size(); ++unit)
+        bytes /= 1000.0;
+    return fmt::format("{:.{}f} {}", bytes, unit == 0 || bytes >= 100.0 ? 0 : 1, Units[unit]);
+}
+
+std::string NameOf(const CVariationNetwork& network, std::uint32_t place) {
+    return place == CVariationNetwork::Nowhere ? std::string() : std::string(network.GetSection(place)->GetName());
+}
+
+/// Whether something needs more than there is; what the system does not tell counts as enough.
+bool IsTooMuch(double needed, const std::optional<double>& available) {
+    return available && needed > *available;
+}
+
+std::string WhyRefused(const CVariationNetwork& network, const CVariationForecast& forecast) {
+    if (forecast.m_endless != CVariationNetwork::Nowhere)
+        return CUtility::Format(Msg(SearchNeverEnds), NameOf(network, forecast.m_endless));
+    if (forecast.m_greatest == CVariationNetwork::Nowhere)
+        return {};
+    constexpr auto Most = static_cast<double>(CVariationTable::MostCombinations);
+    const double greatest = forecast.m_ofPlace[forecast.m_greatest];
+    const auto memory = AvailableResources().GetFreeMemory();
+    if (IsTooMuch(forecast.m_memory, memory) && std::isfinite(forecast.m_memory))
+        return CUtility::Format(Msg(SearchMemory), ShowBytes(forecast.m_memory), ShowCount(forecast.m_total),
+                                ShowBytes(*memory));
+    if (!(greatest <= Most))
+        return CUtility::Format(Msg(SearchNumbers), NameOf(network, forecast.m_greatest), ShowCount(greatest),
+                                ShowCount(Most));
+    const std::string folder = CModuleConfiguration::Instance()->GetPath("install");
+    const auto disk = AvailableResources().GetFreeDisk(folder);
+    if (IsTooMuch(forecast.m_fileBytes, disk))
+        return CUtility::Format(Msg(SearchDisk), ShowBytes(forecast.m_fileBytes), ShowCount(forecast.m_total), folder,
+                                ShowBytes(*disk));
+    return {};
+}
+
+CRunForecast TellChains(const CVariationNetwork& network) {
+    const CChainForecast forecast = ForecastChains(network);
+    const auto memory = AvailableResources().GetFreeMemory();
+    if (!IsTooMuch(forecast.m_memory, memory))
+        return {};
+    return {{},
+            CUtility::Format(Msg(ChainMemory), ShowCount(forecast.m_records), ShowCount(forecast.m_mostOfSection),
+                             NameOf(network, forecast.m_greatest), ShowBytes(forecast.m_memory), ShowBytes(*memory))};
+}
+
+} // namespace
+
+CRunForecast TellForecast(const CVariationNetwork& network, const CVariationForecast& forecast) {
+    CRunForecast told;
+    told.m_refusal = WhyRefused(network, forecast);
+    if (told.m_refusal.empty() && forecast.m_greatest != CVariationNetwork::Nowhere)
+        told.m_text = CUtility::Format(Msg(forecast.m_isAtLeast ? SearchCostsAtLeast : SearchCosts),
+                                       ShowCount(forecast.m_total), ShowCount(forecast.m_ofPlace[forecast.m_greatest]),
+                                       NameOf(network, forecast.m_greatest), ShowCount(forecast.m_computations),
+                                       ShowBytes(forecast.m_memory), ShowBytes(forecast.m_fileBytes));
+    return told;
+}
+
+CRunForecast ForecastRun(const OLMGis::Sewage::CSectionList& sections, int partialAreaEffect) {
+    if (partialAreaEffect != RainChoices::PartialAreaChains && partialAreaEffect != RainChoices::PartialAreaSearch)
+        return {};
+    const CVariationNetwork network(sections);
+    if (partialAreaEffect == RainChoices::PartialAreaChains)
+        return TellChains(network);
+    return TellForecast(network, ForecastVariations(network, CVariationEntries(network), CVariationTrees(network)));
+}

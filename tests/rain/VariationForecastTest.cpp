@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+//
+// The forecast of a variation search against counting in the plain way: every combination a list.
+#include "rain/VariationForecast.h"
+
+#include "rain/ChainForecast.h"
+#include "rain/RunForecast.h"
+#include "rain/VariationTrees.h"
+#include "tests/rain/PlainSearch.h"
+#include "tests/rain/RandomNetwork.h"
+#include "tests/support/TestProject.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+using namespace OLMGis;
+using ::testing::HasSubstr;
+
+namespace {
+
+CVariationForecast Forecast(const CVariationNetwork& network) {
+    return ForecastVariations(network, CVariationEntries(network), CVariationTrees(network));
+}
+
+std::vector<boost::shared_ptr<Topology::CSection>> Sections() {
+    return Topology::CTopologyMultiStorage::Instance()->GetActiveTopology()->GetSections();
+}
+
+/// Side heads that join a trunk of sections, one at each node but the last.
+void MakeComb(std::size_t trunk) {
+    auto& topology = *Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
+    const auto addNode = [&](const std::string& name) { return topology.AddNode(name, name, {}).Value().get(); };
+    auto* above = addNode("T0");
+    for (std::size_t i = 1; i <= trunk; ++i) {
+        auto* const below = addNode("T" + std::to_string(i));
+        const std::string number = std::to_string(i);
+        ASSERT_TRUE(topology.AddSection("trunk" + number, "T" + number, above, below, {}));
+        if (i < trunk) {
+            ASSERT_TRUE(topology.AddSection("head" + number, "H" + number, addNode("H" + number), below, {}));
+        }
+        above = below;
+    }
+}
+
+} // namespace
+
+// Trees, second ways out and rings. A queue with a proven bound on its entries never ends when it passes that: each
+// place is pushed once when complete, each head once, and each of these goes on along at most all places.
+TEST(VariationForecast, CountsAsThePlainSearchAndKnowsWhatNeverEnds) {
+    int counted = 0;
+    int endless = 0;
+    int repeated = 0;
+    for (unsigned int seed = 0; seed < 1500 && !testing::Test::HasFailure(); ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        CTestProject project;
+        CDice dice(seed);
+        const CRandomNetwork random(dice, {.m_mostSections = 9, .m_reliefs = 40, .m_rings = seed % 3 == 0 ? 0U : 60U});
+        const auto sections = Sections();
+        const CVariationNetwork network(sections);
+        const CVariationForecast forecast = Forecast(network);
+        const double n = static_cast<double>(sections.size());
+        const double mostEntries = 2.0 * n * (n + 1.0);
+        CPlainSearch queue(nullptr, mostEntries, 0.0);
+        const bool ends = queue.Run(sections) != 0;
+        ASSERT_EQ(forecast.m_endless == CVariationForecast::Nowhere, ends);
+        if (!ends) {
+            ++endless;
+            continue;
+        }
+        EXPECT_EQ(forecast.m_entries, queue.m_entries);
+        constexpr double MostCombinations = 5000.0;
+        CPlainSearch plain(nullptr, mostEntries, MostCombinations);
+        if (plain.Run(sections) == 0) {
+            EXPECT_GT(forecast.m_total, MostCombinations);
+            continue;
+        }
+        EXPECT_EQ(forecast.m_total, plain.m_combinations);
+        EXPECT_EQ(forecast.m_plainComputations, plain.m_computations);
+        EXPECT_LE(forecast.m_computations, forecast.m_plainComputations);
+        EXPECT_FALSE(forecast.m_isAtLeast);
+        for (const auto& section : sections)
+            EXPECT_EQ(forecast.m_ofPlace[network.FindPlace(*section)],
+                      static_cast<double>(plain.Find(section)->m_combinations.size()));
+        repeated += plain.m_entries > n ? 1 : 0;
+        // Of the file all but the best lists and the numbers of the table is known: without a best these are left out.
+        const double written = static_cast<double>(plain.MakeText().size());
+        EXPECT_GE(forecast.m_fileBytes, written);
+        EXPECT_LE(forecast.m_fileBytes, written + n * (100.0 + 3.0 * 9.0));
+        ++counted;
+    }
+    EXPECT_GE(counted, 700);
+    EXPECT_GE(endless, 20);
+    EXPECT_GE(repeated, 100) << "entries below bifurcations were not compared";
+}
+
+// By hand: the trunk section i has (c + 1) * 2 combinations, c those of the one above: 1, 4, 10, ... 3 * 2^(i-1) - 2.
+TEST(VariationForecast, CountsACombByHand) {
+    CTestProject project;
+    MakeComb(12);
+    const CVariationNetwork network(Sections());
+    const CVariationForecast forecast = Forecast(network);
+    ASSERT_NE(forecast.m_greatest, CVariationForecast::Nowhere);
+    EXPECT_EQ(network.GetSection(forecast.m_greatest)->GetName(), "T12");
+    EXPECT_EQ(forecast.m_ofPlace[forecast.m_greatest], 6142.0);
+    EXPECT_EQ(forecast.m_total, 3.0 * 4095.0 - 2.0 * 12.0 + 11.0);
+    EXPECT_EQ(forecast.m_computations, forecast.m_total);
+    EXPECT_EQ(forecast.m_entries, 23.0);
+}
+
+// The line of 1, 2, ... n combinations: at most two sections' outcomes are held at a time.
+TEST(VariationForecast, LineTakesMemoryOfItsLengthOnly) {
+    CTestProject project;
+    auto& topology = *Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
+    Topology::CNode* above = topology.AddNode("0", "0", {}).Value().get();
+    constexpr std::size_t Length = 20000;
+    for (std::size_t i = 1; i <= Length; ++i) {
+        Topology::CNode* const below = topology.AddNode(std::to_string(i), std::to_string(i), {}).Value().get();
+        ASSERT_TRUE(topology.AddSection("s" + std::to_string(i), "S" + std::to_string(i), above, below, {}));
+        above = below;
+    }
+    const CVariationNetwork network(Sections());
+    const CVariationForecast forecast = Forecast(network);
+    constexpr double N = Length;
+    EXPECT_EQ(forecast.m_total, N * (N + 1.0) / 2.0);
+    EXPECT_EQ(forecast.m_plainComputations, N * (N + 1.0) * (N + 2.0) / 6.0);
+    EXPECT_LT(forecast.m_memory, N * 4000.0);
+    const CChainForecast chains = ForecastChains(network);
+    EXPECT_EQ(chains.m_records, N * (N + 1.0) / 2.0);
+    EXPECT_EQ(chains.m_mostOfSection, N);
+    EXPECT_GT(chains.m_memory, chains.m_records * 200.0);
+}
+
+TEST(VariationForecast, OverflowIsToldAndRefused) {
+    CTestProject project;
+    MakeComb(1100); // 3 * 2^1099 leaves the range of double
+    const CVariationNetwork network(Sections());
+    const CVariationForecast forecast = Forecast(network);
+    EXPECT_TRUE(forecast.IsOverflown());
+    EXPECT_TRUE(std::isinf(forecast.m_memory) && std::isinf(forecast.m_fileBytes));
+    const CRunForecast told = TellForecast(network, forecast);
+    EXPECT_THAT(told.m_refusal, HasSubstr(">1e+308 combinations"));
+    EXPECT_EQ(told.m_text, "");
+}
+
+TEST(VariationForecast, UnsettledDirectionsGiveALowerBound) {
+    CTestProject project;
+    const CTextNetwork drawing("A---B---C---D\nB-E");
+    const CVariationNetwork network(Sections());
+    const CVariationForecast forecast = Forecast(network);
+    EXPECT_TRUE(forecast.m_isAtLeast);
+    EXPECT_EQ(forecast.m_total, 1.0) << "behind the head nothing is reached";
+    EXPECT_THAT(TellForecast(network, forecast).m_text, HasSubstr("At least 1 combinations"));
+    EXPECT_TRUE(ForecastChains(network).m_isAtLeast);
+}
+
+// A flows into a ring R1 R2 whose nodes both have a way out of it.
+TEST(VariationForecast, RingOfBifurcationsIsRefusedByName) {
+    CTestProject project;
+    const CTextNetwork drawing("A---B---C---B\nB-X C-Y");
+    const auto settle = [&](char node, const char* section) {
+        ASSERT_NE(Sewage::CFlowDirection::Settle(drawing.Node(node), drawing.Section(section)), 0);
+    };
+    settle('B', "BC");
+    settle('C', "CB");
+    const CRunForecast told = ForecastRun(Sections(), RainChoices::PartialAreaSearch);
+    EXPECT_THAT(told.m_refusal, ::testing::ContainsRegex("section (BC|CB) lies on a ring"));
+    settle('C', "CY");
+    EXPECT_EQ(ForecastRun(Sections(), RainChoices::PartialAreaSearch).m_refusal, "");
+}
