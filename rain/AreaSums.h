@@ -34,10 +34,6 @@ public:
     /// they were not, everything upstream is visited.
     double Sum(const CSectionPtr& section, const CSelectedSections& selected, CSectionInputs& inputs);
 
-    /// Whether a sum of the section may have to visit everything upstream because sections that enter its start may
-    /// overlap, whichever of them are selected.
-    bool MayOverlapAbove(const OLMGis::Topology::CSection& section);
-
     /// Whether branches that enter the section's start may have something upstream in common, so that its sum is not
     /// made of theirs.
     bool MayOverlapAbove(const CSectionPtr& section);
