@@ -3,14 +3,21 @@
 #include "apps/cli/CommandDesign.h"
 
 #include "apps/cli/Calculators.h"
+#include "apps/cli/Checks.h"
 #include "apps/cli/ParameterFile.h"
 #include "apps/cli/Project.h"
 #include "apps/cli/RunOutcome.h"
+#include "apps/cli/ShownText.h"
+#include "apps/cli/Table.h"
 #include "apps/cli/TerminalDirectionEditor.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 namespace Cli {
+
+using OLMGis::Topology::CFunctionalAnalysisManager;
 
 using OLMGis::Sewage::CCalculationOutcome;
 using OLMGis::Utility::BadInput;
@@ -42,6 +49,35 @@ Result<CCalculationOutcome> RunOne(const std::string& key, const std::vector<CFo
     return outcome;
 }
 
+/// All checks in ascending order of key, each with the values of the file where it names them.
+Result<std::vector<CCheckRequest>> PlanChecks(const CParameterFile& file) {
+    std::vector<std::string> keys = GetCheckKeys();
+    std::sort(keys.begin(), keys.end());
+    std::vector<CCheckRequest> requests;
+    for (const std::string& key : keys) {
+        const auto* words = file.FindCheckWords(key);
+        auto request = MakeCheckRequest(key, words == nullptr ? std::vector<CFormWord>() : *words);
+        if (!request)
+            return request.GetError();
+        requests.push_back(std::move(request.Value()));
+    }
+    return requests;
+}
+
+/// The number of findings of each check; the findings themselves are a matter of "check".
+void PrintFindingCounts(std::ostream& results) {
+    CTable table;
+    table.AddColumn("check");
+    table.AddColumn("findings", CTable::enmAlign::Right);
+    table.AddColumn("");
+    const auto* const manager = CFunctionalAnalysisManager::Instance();
+    for (const auto& item : *manager->GetFindings())
+        table.AddRow({item.m_item, fmt::format("{}", item.m_findings.size()),
+                      OnOneLine(manager->GetItem(item.m_item)->GetItemName())});
+    if (!table.IsEmpty())
+        table.Print(results);
+}
+
 } // namespace
 
 CVerbResult RunDesign(const CDesignOptions& options, CTerminal& terminal, std::ostream& results) {
@@ -50,9 +86,12 @@ CVerbResult RunDesign(const CDesignOptions& options, CTerminal& terminal, std::o
         return project.GetError();
     if (const Status loaded = project.Value()->LoadModule(); !loaded)
         return loaded.GetError();
-    const auto file = CParameterFile::Read(options.m_parameterFile, GetCalculatorKeys());
+    const auto file = CParameterFile::Read(options.m_parameterFile, GetCalculatorKeys(), GetCheckKeys());
     if (!file)
         return file.GetError();
+    const auto checks = PlanChecks(file.Value());
+    if (!checks)
+        return checks.GetError();
     CTerminalDirectionEditor directions(terminal);
     const OLMGis::Sewage::CDirectionEditorScope directionScope(directions);
     bool hasStored = false;
@@ -71,6 +110,9 @@ CVerbResult RunDesign(const CDesignOptions& options, CTerminal& terminal, std::o
     }
     if (count == 0)
         return BadInput(fmt::format("{}: found no calculator, expected one or more", options.m_parameterFile));
+    if (const Status checked = RunChecks(checks.Value(), terminal); !checked)
+        return checked.GetError();
+    PrintFindingCounts(results);
     results.flush();
     if (hasChanges) {
         if (const Status saved = project.Value()->Save(options.m_output); !saved)

@@ -15,8 +15,8 @@ struct CDesignOptions {
     std::string m_output; ///< project to write; empty for the one read
 };
 
-/// "design": every calculator that the parameter file names, in ascending order of key. The project is saved once, at
-/// the end: a calculation that stops with an alert, or is interrupted, leaves it as it was.
+/// "design": every calculator that the parameter file names, in ascending order of key, then all checks. The project is
+/// saved once, at the end: a calculation or check that stops, or is interrupted, leaves it as it was.
 CVerbResult RunDesign(const CDesignOptions& options, CTerminal& terminal, std::ostream& results);
 
 } // namespace Cli

@@ -3,6 +3,7 @@
 #include "apps/cli/CommandRun.h"
 
 #include "apps/cli/Calculators.h"
+#include "apps/cli/Checks.h"
 #include "apps/cli/EntityChoice.h"
 #include "apps/cli/Interrupt.h"
 #include "apps/cli/ParameterFile.h"
@@ -36,7 +37,7 @@ namespace {
 Result<std::vector<CFormWord>> GatherWords(const CRunOptions& options, CTerminal& terminal) {
     std::vector<CFormWord> words;
     if (!options.m_parameterFile.empty()) {
-        const auto file = CParameterFile::Read(options.m_parameterFile, GetCalculatorKeys());
+        const auto file = CParameterFile::Read(options.m_parameterFile, GetCalculatorKeys(), GetCheckKeys());
         if (!file)
             return file.GetError();
         if (const auto* found = file->FindWords(options.m_calculator))

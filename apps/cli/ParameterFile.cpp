@@ -7,6 +7,7 @@
 #include "host/gis_core/Utility.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -18,14 +19,16 @@ namespace Cli {
 using nlohmann::json; // sorted: an ordered object is searched from its beginning for every key it takes
 using OLMGis::Utility::BadInput;
 using OLMGis::Utility::CUtility;
+using OLMGis::Utility::Done;
 using OLMGis::Utility::Refused;
 using OLMGis::Utility::Result;
+using OLMGis::Utility::Status;
 
 namespace {
 
 constexpr std::size_t LongestFile = std::size_t{1} << 20;
 
-/// Parameters of the checks stand under this key; runs pass them over.
+/// Parameters of the checks stand under this key.
 constexpr std::string_view ChecksKey = "checks";
 
 /// What a person would have typed; nothing for what no field takes.
@@ -61,6 +64,33 @@ Result<std::vector<CFormWord>> ReadEntry(const json& entry, const std::string& o
     return words;
 }
 
+/// Where a file's values come from, and where its relative paths begin.
+struct COrigin {
+    std::string m_path;
+    std::string m_folder;
+};
+
+/// What keys of one kind name.
+struct CKeyKind {
+    const std::vector<std::string>& m_known;
+    std::string m_noun;
+    std::string m_expected;
+    std::string m_place; ///< in the file, in front of the key
+};
+
+/// Takes the values of one key in.
+template <class Words>
+Status Enter(Words& words, const std::string& key, const json& entry, const CKeyKind& kind, const COrigin& origin) {
+    if (std::find(kind.m_known.begin(), kind.m_known.end(), key) == kind.m_known.end())
+        return BadInput(fmt::format("{}: {}found the {} \"{}\", expected {}{}", origin.m_path, kind.m_place,
+                                    kind.m_noun, key, kind.m_expected, Suggest(key, kind.m_known)));
+    auto read = ReadEntry(entry, fmt::format("{}: {}{}", origin.m_path, kind.m_place, key), origin.m_folder);
+    if (!read)
+        return read.GetError();
+    words.insert_or_assign(key, std::move(read.Value()));
+    return Done{};
+}
+
 Result<json> ParseJson(std::string_view text, const std::string& path) {
     constexpr int Deepest = 8;
     bool isTooDeep = false;
@@ -81,7 +111,8 @@ Result<json> ParseJson(std::string_view text, const std::string& path) {
 
 } // namespace
 
-Result<CParameterFile> CParameterFile::Read(const std::string& path, const std::vector<std::string>& calculators) {
+Result<CParameterFile> CParameterFile::Read(const std::string& path, const std::vector<std::string>& calculators,
+                                            const std::vector<std::string>& checks) {
     auto file = CInputFile::Open(path);
     if (!file)
         return file.GetError();
@@ -91,36 +122,36 @@ Result<CParameterFile> CParameterFile::Read(const std::string& path, const std::
     if (stream.bad())
         return Refused(fmt::format("{}: cannot be read", path));
     text.resize(static_cast<std::size_t>(stream.gcount()));
-    return Parse(text, file->GetName(), calculators);
+    return Parse(text, file->GetName(), calculators, checks);
 }
 
 Result<CParameterFile> CParameterFile::Parse(std::string_view text, const std::string& path,
-                                             const std::vector<std::string>& calculators) {
+                                             const std::vector<std::string>& calculators,
+                                             const std::vector<std::string>& checks) {
     if (text.size() > LongestFile)
         return BadInput(
             fmt::format("{}: found a file of more than {} bytes, expected a parameter file", path, LongestFile));
     const Result<json> file = ParseJson(text, path);
     if (!file)
         return file.GetError();
-    const std::string folder = std::filesystem::path(path).parent_path().string();
+    const COrigin origin{path, std::filesystem::path(path).parent_path().string()};
+    const CKeyKind calculatorKind{calculators, "calculator", "one that \"calculators\" lists", ""};
+    const CKeyKind checkKind{checks, "check", fmt::format("one of {}", fmt::join(checks, ", ")), "checks: "};
     CParameterFile parameters;
     for (const auto& [key, entry] : file->items()) {
-        if (key == ChecksKey)
+        if (key != ChecksKey) {
+            if (const Status status = Enter(parameters.m_words, key, entry, calculatorKind, origin); !status)
+                return status.GetError();
             continue;
-        if (std::find(calculators.begin(), calculators.end(), key) == calculators.end())
-            return BadInput(fmt::format("{}: found the calculator \"{}\", expected one that \"calculators\" lists{}",
-                                        path, key, Suggest(key, calculators)));
-        Result<std::vector<CFormWord>> words = ReadEntry(entry, fmt::format("{}: {}", path, key), folder);
-        if (!words)
-            return words.GetError();
-        parameters.m_words.insert_or_assign(key, std::move(words.Value()));
+        }
+        if (!entry.is_object())
+            return BadInput(fmt::format("{}: {}: found {}, expected an object of checks and their values", path, key,
+                                        entry.dump()));
+        for (const auto& [check, values] : entry.items())
+            if (const Status status = Enter(parameters.m_checks, check, values, checkKind, origin); !status)
+                return status.GetError();
     }
     return parameters;
-}
-
-const std::vector<CFormWord>* CParameterFile::FindWords(std::string_view calculator) const {
-    const auto found = m_words.find(calculator);
-    return found == m_words.end() ? nullptr : &found->second;
 }
 
 } // namespace Cli

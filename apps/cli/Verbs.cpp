@@ -4,6 +4,8 @@
 
 #include "apps/cli/CommandAttributes.h"
 #include "apps/cli/CommandCalculators.h"
+#include "apps/cli/CommandCatalog.h"
+#include "apps/cli/CommandCheck.h"
 #include "apps/cli/CommandDesign.h"
 #include "apps/cli/CommandDirections.h"
 #include "apps/cli/CommandExport.h"
@@ -15,6 +17,7 @@
 #include "apps/cli/CommandPipe.h"
 #include "apps/cli/CommandRun.h"
 #include "apps/cli/CommandSettings.h"
+#include "apps/cli/CommandSlopes.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -40,6 +43,10 @@ public:
 
     CVerb& Word(const std::string& name, std::string& value, const std::string& help) {
         m_app->add_option(name, value, help)->required()->option_text(" ");
+        return *this;
+    }
+    CVerb& OptionalWord(const std::string& name, std::string& value, const std::string& help) {
+        m_app->add_option(name, value, help)->option_text(" ");
         return *this;
     }
     CVerb& Words(const std::string& name, std::vector<std::string>& values, const std::string& help, bool isRequired) {
@@ -191,12 +198,29 @@ void AddLoad(CLI::App& program, CParsedWords& parsed) {
             [options](CTerminal& terminal, std::ostream&) { return LoadAttributes(*options, terminal); });
 }
 
+void AddSlopes(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CSlopesOptions>();
+    CVerb(program, parsed, "slopes", "PROJECT [--design] [options]",
+          "store the slopes that follow from level lines and plan lengths")
+        .Word("PROJECT", options->m_project, "project file")
+        .Flag("--design", options->m_isForDesign, "also SECTION_SLOPE where it is null")
+        .SaveAs(options->m_output)
+        .Runs(
+            "drenova slopes town.gpkg --design\n\n"
+            "SECTION_SLOPE_CAL becomes (LEVEL_LINE_0 - LEVEL_LINE_1) / length, in 1/1000. Sections without levels or\n"
+            "length are named and keep what they have.",
+            [options](CTerminal& terminal, std::ostream&) { return StoreSlopesOfLevels(*options, terminal); });
+}
+
 void AddSettings(CLI::App& program, CParsedWords& parsed) {
     const auto options = std::make_shared<CSettingsOptions>();
     CVerb(program, parsed, "settings", "PROJECT [KEY=VALUE...] [options]", "show or change the settings of a project")
         .Word("PROJECT", options->m_project, "project file")
         .Words("KEY=VALUE", options->m_words,
-               "edition=STANDARD|RO|BLG, turkish=0|1,\nlanguage=en|ro|bg|hr|tr, crs=EPSG:n; none to show all", false)
+               "edition=STANDARD|RO|BLG, turkish=0|1,\nlanguage=en|ro|bg|hr|tr, crs=EPSG:n,\n"
+               "pipe_group=GROUP,\n"
+               "terrain_1=FILE.tif to terrain_10 (terrain_1= takes it away);\nnone to show all",
+               false)
         .SaveAs(options->m_output)
         .Runs("drenova settings town.gpkg edition=RO", [options](CTerminal& terminal, std::ostream& results) {
             return ShowOrChangeSettings(*options, terminal, results);
@@ -274,9 +298,29 @@ void AddDesign(CLI::App& program, CParsedWords& parsed) {
         .Word("PROJECT", options->m_project, "project file")
         .Option("--params", options->m_parameterFile, "FILE.json", "calculators and their values", true)
         .SaveAs(options->m_output)
-        .Runs("drenova design town.gpkg --params design.json -o designed.gpkg\n\n"
-              "Calculators run in ascending order of key. One that stops leaves the project as it was.",
-              [options](CTerminal& terminal, std::ostream& results) { return RunDesign(*options, terminal, results); });
+        .Runs(
+            "drenova design town.gpkg --params design.json -o designed.gpkg\n\n"
+            "Calculators run in ascending order of key, then all checks. One that stops leaves the project as it was.",
+            [options](CTerminal& terminal, std::ostream& results) { return RunDesign(*options, terminal, results); });
+}
+
+void AddCheck(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CCheckOptions>();
+    CVerb(program, parsed, "check", "PROJECT [ITEM...] [ITEM.TAG=VALUE...] [options]",
+          "check the network against design rules")
+        .Word("PROJECT", options->m_project, "project file")
+        .Words("ITEM", options->m_words, "checks to run, by default all; ITEM.TAG=VALUE sets a limit of one", false)
+        .Choice("--format", options->m_format, {"table", "csv", "json", "geojson"}, "by default a table")
+        .Flag("--strict", options->m_isStrict, "exit code 1 when something was found")
+        .SaveAs(options->m_output)
+        .Runs("drenova check town.gpkg 0004_MIN_SLOPE 0004_MIN_SLOPE.VALUE_MIN=3\n\n"
+              "Checks: 0002_MIN_PIPE_DEPTH (TERRAIN, VALUE_MIN, VALUE_MAX; m), 0003_MIN_LL_SLOPE and 0004_MIN_SLOPE\n"
+              "(VALUE_MIN, VALUE_MAX; 1/1000), 0006_NEGATIVE_CASCADE, 0005_MULTI_OUTLET_SECT, 0007_SMALLER_DIAMETERS,\n"
+              "0005_MANHOLE_PIPE. The findings are kept in the project as the layer \"findings\", in place of former "
+              "ones.",
+              [options](CTerminal& terminal, std::ostream& results) {
+                  return CheckProject(*options, terminal, results);
+              });
 }
 
 void AddHydraulics(CLI::App& program, CParsedWords& parsed) {
@@ -317,6 +361,25 @@ void AddPipe(CLI::App& program, CParsedWords& parsed) {
               "Prandtl-Colebrook with the hydraulic radius, g = 9.81 m/s².",
               [options](CTerminal& terminal, std::ostream& results) {
                   return CalculatePipe(*options, terminal, results);
+              });
+}
+
+void AddCatalog(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CCatalogOptions>();
+    CVerb(program, parsed, "catalog", "list PROJECT | show PROJECT GROUP | import PROJECT FILE.csv [options]",
+          "show the catalogues of pipes and manholes, or add to the project's own")
+        .Choice("ACTION", options->m_action, {"list", "show", "import"}, "list, show or import", true)
+        .Word("PROJECT", options->m_project, "project file")
+        .OptionalWord("WHAT", options->m_what,
+                      "show: name or GUID of a group; import: table of pipes or\nmanholes, \"-\" for standard input")
+        .Choice("--kind", options->m_kind, {"pipe", "manhole"}, "by default both; of a table, told by its head line")
+        .Json(options->m_isJson)
+        .SaveAs(options->m_output)
+        .Runs("drenova catalog show town.gpkg \"PVC-U EN 1401 SN 8 (SDR 34)\"\n"
+              "  drenova catalog import town.gpkg pipes.csv\n\n"
+              "An import is all or nothing; a group comes from one table.",
+              [options](CTerminal& terminal, std::ostream& results) {
+                  return ShowOrImportCatalog(*options, terminal, results);
               });
 }
 
@@ -362,14 +425,17 @@ void AddVerbs(CLI::App& program, CParsedWords& parsed) {
     AddGet(program, parsed);
     AddSet(program, parsed);
     AddLoad(program, parsed);
+    AddSlopes(program, parsed);
     AddSettings(program, parsed);
     AddCalculators(program, parsed);
     AddForm(program, parsed);
     AddRun(program, parsed);
     AddDesign(program, parsed);
+    AddCheck(program, parsed);
     AddDirections(program, parsed);
     AddHydraulics(program, parsed);
     AddPipe(program, parsed);
+    AddCatalog(program, parsed);
     AddExport(program, parsed);
 }
 

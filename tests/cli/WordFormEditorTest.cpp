@@ -128,9 +128,12 @@ TEST(WordFormEditor, TellsWhoIsToBlame) {
 /// Values of a file are typed as a person would type them, and its relative paths begin in its folder.
 TEST(ParameterFile, GivesWordsForTheForm) {
     const auto file = CParameterFile::Parse(
-        R"({"checks": {"x": {"y": [1]}}, "001_X": {"FILE_PATH": "curves.txt", "MODE": true, "LIMIT": 0.1}})",
-        "project/p.json", {"001_X"});
-    ASSERT_TRUE(file);
+        R"({"checks": {"X": {"MODE": 2}}, "001_X": {"FILE_PATH": "curves.txt", "MODE": true, "LIMIT": 0.1}})",
+        "project/p.json", {"001_X"}, {"X"});
+    ASSERT_TRUE(file) << file.GetError().message;
+    ASSERT_NE(file->FindCheckWords("X"), nullptr);
+    EXPECT_EQ(file->FindCheckWords("X")->at(0).m_origin, "project/p.json: checks: X");
+    EXPECT_EQ(file->FindCheckWords("001_X"), nullptr);
     EXPECT_EQ(file->FindWords("002_Y"), nullptr);
     ASSERT_NE(file->FindWords("001_X"), nullptr);
     CCurveForm form;
@@ -150,11 +153,14 @@ TEST(ParameterFile, RefusesWhatIsNone) {
         {"{\"001_X\": {\"A\": [1]}}", "found [1]"},
         {"{\"001_Y\": {}}", "did you mean 001_X?"},
         {"{\"001_X\": {}, \"a\":\n!}", "line 2"},
+        {"{\"checks\": 1}", "p.json: checks: found 1"},
+        {"{\"checks\": {\"Y\": {}}}", "p.json: checks: found the check \"Y\", expected one of X, Z"},
+        {"{\"checks\": {\"X\": {\"A\": [1]}}}", "p.json: checks: X: A: found [1]"},
         {"{\"checks\": " + std::string(100000, '[') + std::string(100000, ']') + "}", "deeply nested"},
         {std::string(1100000, ' '), "more than 1048576 bytes"},
     };
     for (const auto& [text, message] : cases) {
-        const auto file = CParameterFile::Parse(text, "p.json", {"001_X"});
+        const auto file = CParameterFile::Parse(text, "p.json", {"001_X"}, {"X", "Z"});
         ASSERT_FALSE(file) << message;
         EXPECT_EQ(file.GetError().kind, enmErrorKind::BadInput);
         EXPECT_THAT(file.GetError().message, HasSubstr(message));
