@@ -14,7 +14,8 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <cerrno>
+#include <iterator>
 #include <memory>
 #include <system_error>
 #include <utility>
@@ -26,7 +27,6 @@ using System::CProjectSettings;
 using Topology::CTerrainSurfaces;
 using Utility::BadInput;
 using Utility::CUtility;
-using Utility::Error;
 using Utility::Result;
 
 namespace {

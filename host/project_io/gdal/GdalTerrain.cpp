@@ -172,7 +172,7 @@ enmCrsAgreement CGdalTerrain::CompareCrs(int epsg) const {
 
 bool CGdalTerrain::ReadCells(int column, int row, int columns, int rows, double* cells, std::size_t stride) {
     const CSaid said;
-    const auto rowBytes = static_cast<GSpacing>(stride * sizeof(double));
+    const auto rowBytes = static_cast<GSpacing>(stride) * GSpacing{sizeof(double)};
     if (GDALRasterIOEx(m_band, GF_Read, column, row, columns, rows, cells, columns, rows, GDT_Float64, 0, rowBytes,
                        nullptr) != CE_None) {
         m_trouble = said.GetText();
