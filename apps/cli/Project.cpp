@@ -6,6 +6,7 @@
 #include "apps/cli/ShownText.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/PerformanceTimer.h"
+#include "host/network_core/CatalogManager.h"
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/workspace_core/WsManager.h"
 
@@ -16,6 +17,7 @@
 namespace Cli {
 
 using OLMGis::ProjectIo::CProjectFile;
+using OLMGis::Topology::CCatalogManager;
 using OLMGis::Utility::CModuleConfiguration;
 using OLMGis::Utility::CPerformanceTimer;
 using OLMGis::Utility::Done;
@@ -61,6 +63,9 @@ Result<std::unique_ptr<CProject>> CProject::Open(const std::string& path, CTermi
 }
 
 Result<std::unique_ptr<CProject>> CProject::MakeEmpty(CTerminal& terminal) {
+    // Before what is read could miss the built-in pipes that it refers to.
+    if (const std::string error = CCatalogManager::Instance()->GetLoadError(); !error.empty())
+        return Refused(error);
     std::unique_ptr<CProject> project(new CProject(terminal));
     if (const Status applied = CModuleConfiguration::Instance()->ApplySettings(); !applied)
         return applied.GetError();

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "tests/cli/Program.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+using nlohmann::json;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+class Sample : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_EQ(Drenova({"import", SampleNetwork(), "-o", m_project}).m_code, 0); }
+
+    std::vector<std::string> Findings() const {
+        std::vector<std::string> findings;
+        for (const json& each : json::parse(Drenova({"check", m_project, "--format", "json"}).m_out))
+            findings.push_back(each.at("item").get<std::string>() + " " + each.at("name").get<std::string>());
+        return findings;
+    }
+    void PutRight() const {
+        const std::vector<std::vector<std::string>> repairs = {
+            {"LEVEL_LINE_1=116.51", "SECTION_SLOPE=5.5306", "POPL-02"},
+            {"LEVEL_LINE_0=120.20", "SECTION_SLOPE=7.6319", "WEIR-01"},
+            {"LEVEL_LINE_0=118.51", "SECTION_SLOPE=10.5196", "GARD-02"}};
+        for (const auto& each : repairs)
+            ASSERT_EQ(Drenova({"set", m_project, each[0], each[1], "--names", each[2]}).m_code, 0);
+        ASSERT_EQ(Drenova({"slopes", m_project}).m_code, 0);
+    }
+
+    CFolder m_folder;
+    const std::string m_project = m_folder / "town.gpkg";
+};
+
+} // namespace
+
+TEST_F(Sample, HasThePlantedFaultsAndNoOthers) {
+    EXPECT_THAT(Findings(), ElementsAre("0002_MIN_PIPE_DEPTH WEIR-01", "0003_MIN_LL_SLOPE POPL-02",
+                                        "0004_MIN_SLOPE POPL-02", "0006_NEGATIVE_CASCADE GARD-01"));
+    PutRight();
+    EXPECT_THAT(Findings(), ElementsAre());
+}
+
+/// The pipes carry what the two-year curve brings, with room to spare.
+TEST_F(Sample, PipesCarryTheTwoYearRain) {
+    PutRight();
+    const std::string curves = SampleNetwork().substr(0, SampleNetwork().rfind('/')) + "/rivertown-curves.txt";
+    const CEnded ended = Drenova({"run", m_project, "001_RAIN_ITP", "FILE_PATH=" + curves, "FREQUENCY=2",
+                                  "USE_EXISTING_PIPE=1", "PIPE_FILL=80", "PIPE_GROUP=Concrete EN 1916 class 135"});
+    EXPECT_EQ(ended.m_code, 0) << ended.m_err;
+    const json rows = json::parse(Drenova({"hydraulics", m_project, "--json"}).m_out);
+    ASSERT_EQ(rows.size(), 121U);
+    double greatest = 0.0;
+    for (const json& row : rows)
+        greatest = std::max(greatest, row.at("filling_percent").get<double>());
+    EXPECT_GT(greatest, 50.0) << "sized, not just large";
+    EXPECT_LE(greatest, 60.0);
+}
