@@ -119,13 +119,14 @@ double CUtility::ToDouble(std::string_view text) {
     return ReadPrefix(text, value) > 0 ? value : 0.0;
 }
 
-std::optional<double> CUtility::ParseDouble(std::string_view text) {
+bool CUtility::ParseDouble(std::string_view text, double& value) {
     const std::string_view trimmed = Trim(text);
-    double value = 0.0;
-    const std::size_t length = ReadPrefix(trimmed, value);
-    if (length == 0 || length != trimmed.size() || !std::isfinite(value))
-        return std::nullopt;
-    return value;
+    double found = 0.0;
+    const std::size_t length = ReadPrefix(trimmed, found);
+    if (length == 0 || length != trimmed.size() || !std::isfinite(found))
+        return false;
+    value = found;
+    return true;
 }
 
 std::optional<int> CUtility::ParseInt(std::string_view text) {

@@ -19,7 +19,14 @@ public:
     static double ToDouble(std::string_view text);
 
     /// The finite number that the whole text is, blanks around it allowed; nothing for any other text.
-    static std::optional<double> ParseDouble(std::string_view text);
+    static std::optional<double> ParseDouble(std::string_view text) {
+        double value = 0.0;
+        return ParseDouble(text, value) ? std::optional<double>(value) : std::nullopt;
+    }
+
+    /// The same by its answer and a variable, which is left alone without such a number: a file is read by millions of
+    /// them, and an optional travels through memory.
+    static bool ParseDouble(std::string_view text, double& value);
 
     /// The whole number in the range of int that the whole text is, blanks around it allowed; nothing for any other
     /// text.

@@ -13,8 +13,10 @@
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace OLMGis::ProjectIo {
@@ -29,7 +31,9 @@ struct InpNameHash {
 struct InpNameEqual {
     bool operator()(std::string_view a, std::string_view b) const;
 };
-using CInpIndex = tsl::robin_map<std::string_view, std::uint32_t, InpNameHash, InpNameEqual>;
+/// Keeps the hashes, so that a look-up touches no text but the one that it finds.
+using CInpIndex = tsl::robin_map<std::string_view, std::uint32_t, InpNameHash, InpNameEqual,
+                                 std::allocator<std::pair<std::string_view, std::uint32_t>>, true>;
 
 struct CInpNode {
     std::string_view m_name;
