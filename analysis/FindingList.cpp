@@ -14,6 +14,7 @@ namespace Analysis {
 
 using OLMGis::Data::enmEntityKind;
 using OLMGis::Topology::CFAMsg;
+using OLMGis::Topology::CFindingNotes;
 using OLMGis::Utility::CModuleConfiguration;
 using OLMGis::Utility::CRunTrace;
 using OLMGis::Utility::CTraceTable;
@@ -33,7 +34,7 @@ CTraceTable* OpenTable() {
 } // namespace
 
 CFindingList::CFindingList(std::string_view item, CMessages& messages)
-    : m_item(item), m_messages(messages), m_trace(OpenTable()) {}
+    : m_item(item), m_messages(messages), m_notes(CFindingNotes::Active()), m_trace(OpenTable()) {}
 
 void CFindingList::Add(const CEntity& culprit, int message, const CMeasured& measured) {
     Append(culprit, CUtility::Format("%s", CModuleConfiguration::Instance()->GetMsg(message)), measured);
@@ -49,8 +50,13 @@ void CFindingList::Append(const CEntity& culprit, std::string text, const CMeasu
     finding->m_guid = culprit.GetGuid();
     finding->m_text = std::move(text);
     m_messages.push_back(finding);
-    if (m_trace == nullptr)
-        return;
+    if (m_notes != nullptr)
+        m_notes->Add({&culprit, measured.m_value, measured.m_limit, measured.m_unit});
+    if (m_trace != nullptr)
+        Trace(culprit, measured);
+}
+
+void CFindingList::Trace(const CEntity& culprit, const CMeasured& measured) const {
     const bool isNode = culprit.GetEntityKind() == enmEntityKind::Node;
     CTraceTable::CRow& row = m_trace->m_rows.emplace_back();
     row.m_guid = culprit.GetGuid();

@@ -5,6 +5,7 @@
 #include "host/gis_core/RunTrace.h"
 #include "host/network_core/Entity.h"
 #include "host/network_core/FAMsg.h"
+#include "host/network_core/FindingNotes.h"
 
 #include <boost/shared_ptr.hpp>
 
@@ -16,11 +17,11 @@ namespace Analysis {
 using OLMGis::Topology::CEntity;
 using CMessages = std::vector<boost::shared_ptr<OLMGis::Topology::CFAMsg>>;
 
-/// What a check measured and what it held it against. For the trace only: texts tell the value at most.
+/// What a check measured and what it held it against. For notes and trace: texts tell the value at most.
 struct CMeasured {
     double m_value;
     double m_limit;
-    std::string_view m_unit; ///< of both; empty for a count
+    std::string_view m_unit; ///< of both, empty for a count; a constant of the item
 };
 
 /// Where one run of one item puts its findings: behind what stands in the caller's list and, while a trace is open,
@@ -38,10 +39,12 @@ public:
 
 private:
     void Append(const CEntity& culprit, std::string text, const CMeasured& measured);
+    void Trace(const CEntity& culprit, const CMeasured& measured) const;
 
     std::string_view m_item;
     CMessages& m_messages;
-    OLMGis::Utility::CTraceTable* m_trace; ///< null while no trace is open
+    OLMGis::Topology::CFindingNotes* m_notes; ///< null while none are open
+    OLMGis::Utility::CTraceTable* m_trace;    ///< null while no trace is open
 };
 
 } // namespace Analysis

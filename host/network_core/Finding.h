@@ -31,8 +31,8 @@ struct CItemFindings {
     std::vector<CFinding> m_findings;
 };
 
-/// The trace table in which items note, beside each finding and in the same order, what they measured: a row has the
-/// entity's GUID and name and these values. An item that notes nothing there gives findings without numbers.
+/// The table of a run trace (CRunTrace) in which items tell, in the order of their findings, what they measured: a row
+/// has the entity's GUID and name and these values.
 namespace FindingTrace {
 
 inline constexpr std::string_view Table = "findings";

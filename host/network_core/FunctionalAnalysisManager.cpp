@@ -6,9 +6,9 @@
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/ModuleScope.h"
 #include "host/gis_core/ProjectContext.h"
-#include "host/gis_core/RunTrace.h"
 #include "host/gis_core/SystemManager.h"
 #include "host/gis_core/Utility.h"
+#include "host/network_core/FindingNotes.h"
 #include "host/network_core/TopologyMultiStorage.h"
 
 #include <fmt/format.h>
@@ -20,11 +20,7 @@
 
 namespace OLMGis::Topology {
 
-using Data::CDataBox;
 using Utility::CCoreProgressBar;
-using Utility::CRunTrace;
-using Utility::CRunTraceScope;
-using Utility::CTraceTable;
 
 namespace {
 
@@ -41,85 +37,53 @@ std::string TimeOfNow() {
                        time.minutes().count(), time.seconds().count());
 }
 
-std::optional<double> NumberOf(const CDataBox& box) {
-    return box.IsNotNull() ? std::optional(box.AsDouble()) : std::nullopt;
+void PlaceAt(CFinding& finding, const CSection& section) {
+    finding.m_name = section.GetName();
+    finding.m_point = MiddleOfLine(section.GetGeometry());
 }
 
-/// Brings the messages of one item and the rows of the trace together.
-class CFindingCollector {
-public:
-    CFindingCollector(std::string_view item, const CTopologyStorage& topology, const CRunTrace& trace)
-        : m_item(item), m_topology(topology), m_trace(trace), m_nextRow(CountRows()) {}
+void PlaceAt(CFinding& finding, const CNode& node) {
+    finding.m_name = node.GetName();
+    finding.m_point = node.GetPoint();
+}
 
-    /// Once the item has run. Takes the texts out of the messages.
-    std::vector<CFinding> Collect(const std::vector<boost::shared_ptr<CFAMsg>>& messages) {
-        m_table = m_trace.FindTable(FindingTrace::Table);
-        m_rowCount = CountRows();
-        std::vector<CFinding> findings;
-        findings.reserve(messages.size());
-        for (const auto& message : messages)
-            if (message)
-                findings.push_back(ToFinding(*message));
-        return findings;
+/// The culprit of a finding of which the item noted nothing.
+void PlaceByGuid(CFinding& finding, const CTopologyStorage& topology) {
+    if (const auto section = topology.GetSectionByGuid(finding.m_guid))
+        PlaceAt(finding, *section);
+    else if (const auto node = topology.GetNodeByGuid(finding.m_guid))
+        PlaceAt(finding, *node);
+}
+
+void Take(CFinding& finding, const CFindingNote& note) {
+    finding.m_value = note.m_value;
+    finding.m_limit = note.m_limit;
+    finding.m_unit = note.m_unit;
+    if (note.m_culprit->GetEntityKind() == Data::enmEntityKind::Section)
+        PlaceAt(finding, static_cast<const CSection&>(*note.m_culprit));
+    else
+        PlaceAt(finding, static_cast<const CNode&>(*note.m_culprit));
+}
+
+/// Brings the messages of one item and its notes together. Takes the texts out of the messages.
+std::vector<CFinding> Collect(const std::vector<boost::shared_ptr<CFAMsg>>& messages, const CFindingNotes& notes,
+                              const CTopologyStorage& topology) {
+    std::vector<CFinding> findings;
+    findings.reserve(messages.size());
+    auto note = notes.Get().begin();
+    for (const auto& message : messages) {
+        if (!message)
+            continue;
+        CFinding& finding = findings.emplace_back();
+        finding.m_guid = std::move(message->m_guid);
+        finding.m_text = std::move(message->m_text);
+        if (note != notes.Get().end() && note->m_culprit->GetGuid() == finding.m_guid)
+            Take(finding, *note++);
+        else
+            PlaceByGuid(finding, topology);
     }
-
-private:
-    std::size_t CountRows() const {
-        const CTraceTable* const table = m_trace.FindTable(FindingTrace::Table);
-        return table == nullptr ? 0 : table->m_rows.size();
-    }
-
-    CFinding ToFinding(CFAMsg& message) {
-        CFinding finding;
-        finding.m_guid = std::move(message.m_guid);
-        finding.m_text = std::move(message.m_text);
-        const CTraceTable::CRow* const row = TakeRow(finding.m_guid);
-        if (row != nullptr) {
-            finding.m_value = NumberOf(row->m_values[FindingTrace::Value]);
-            finding.m_limit = NumberOf(row->m_values[FindingTrace::Limit]);
-            finding.m_unit = row->m_values[FindingTrace::Unit].AsText();
-        }
-        const bool isNode = row != nullptr && row->m_values[FindingTrace::Kind].TextView() == FindingTrace::NodeKind;
-        if (isNode || !PlaceAtSection(finding))
-            PlaceAtNode(finding);
-        return finding;
-    }
-
-    /// The row beside a finding, null where the item noted none.
-    const CTraceTable::CRow* TakeRow(std::string_view guid) {
-        if (m_nextRow >= m_rowCount)
-            return nullptr;
-        const CTraceTable::CRow& row = m_table->m_rows[m_nextRow];
-        const bool isIts = row.m_guid == guid && row.m_values.size() == FindingTrace::ColumnCount &&
-                           row.m_values[FindingTrace::Item].TextView() == m_item;
-        m_nextRow += isIts ? 1 : 0;
-        return isIts ? &row : nullptr;
-    }
-
-    bool PlaceAtSection(CFinding& finding) const {
-        const auto section = m_topology.GetSectionByGuid(finding.m_guid);
-        if (!section)
-            return false;
-        finding.m_name = section->GetName();
-        finding.m_point = MiddleOfLine(section->GetGeometry());
-        return true;
-    }
-
-    void PlaceAtNode(CFinding& finding) const {
-        const auto node = m_topology.GetNodeByGuid(finding.m_guid);
-        if (!node)
-            return;
-        finding.m_name = node->GetName();
-        finding.m_point = node->GetPoint();
-    }
-
-    std::string_view m_item;
-    const CTopologyStorage& m_topology;
-    const CRunTrace& m_trace;
-    const CTraceTable* m_table = nullptr;
-    std::size_t m_nextRow;
-    std::size_t m_rowCount = 0;
-};
+    return findings;
+}
 
 /// Gives the progress display back as it was, however its scope is left.
 class CProgressGuard {
@@ -165,13 +129,10 @@ CItemFindings RunItem(const CFunctionalAnalysisManager::CRequest& request, CAnal
     CItemFindings result;
     result.m_item = item.GetItemKey();
     result.m_parameters = properties->Serialize();
-    CRunTrace own;
-    CRunTrace& trace = CRunTrace::Active() == nullptr ? own : *CRunTrace::Active();
-    const CRunTraceScope scope(trace);
-    CFindingCollector collector(result.m_item, topology, trace);
+    const CFindingNotes notes;
     std::vector<boost::shared_ptr<CFAMsg>> messages;
     result.m_error = RunGuarded(item, properties, network, messages);
-    result.m_findings = collector.Collect(messages);
+    result.m_findings = Collect(messages, notes, topology);
     return result;
 }
 

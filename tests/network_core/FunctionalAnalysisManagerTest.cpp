@@ -4,8 +4,8 @@
 
 #include "host/gis_core/CoreProgressBar.h"
 #include "host/gis_core/ModuleScope.h"
-#include "host/gis_core/RunTrace.h"
 #include "host/gis_core/SystemManager.h"
+#include "host/network_core/FindingNotes.h"
 #include "tests/support/ScriptedHost.h"
 #include "tests/support/TestProject.h"
 #include "tests/support/TextNetwork.h"
@@ -22,7 +22,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using Utility::CCoreProgressBar;
-using Utility::CRunTrace;
 
 namespace {
 
@@ -34,9 +33,8 @@ void Find(CMessages& messages, const std::string& guid) {
     messages.back()->m_text = "found";
 }
 
-void Note(const std::string& item, const std::string& guid, double value, const char* kind = "section") {
-    auto& table = CRunTrace::Active()->GetTable(FindingTrace::Table, {});
-    table.m_rows.push_back({guid, "", {item, kind, value, 2.0, "m"}});
+void Note(const CEntity& culprit, double value) {
+    CFindingNotes::Active()->Add({&culprit, value, 2.0, "m"});
 }
 
 /// An item that does what the test says.
@@ -158,40 +156,34 @@ TEST(FunctionalAnalysisManager, GivingUpKeepsTheFormerFindings) {
     EXPECT_EQ(stage.Findings(), "1: AB=-;");
 }
 
-/// A -- AB -- B: nodes lie 100 m apart on a line, so the middle of AB is at 50.
-TEST(FunctionalAnalysisManager, NumbersOfTheTraceGoToTheirFindings) {
-    for (const bool isOpen : {false, true}) {
-        CStage stage;
-        const std::string ab = stage.Guid("AB");
-        const std::string bc = stage.Guid("BC");
-        stage.Ask("1", [&](CMessages& m) {
-            Find(m, ab);
-            Note("1", ab, 1.5);
-            Find(m, bc); // notes nothing
-            Find(m, "node-C");
-            Note("1", "node-C", 2.5, "node");
-        });
-        stage.Ask("2", [&](CMessages& m) {
-            Find(m, ab);
-            Find(m, "nobody");
-            Note("2", ab, 3.5);
-        });
-        CRunTrace trace; // of the host: its rows from before are not the items'
-        std::optional<Utility::CRunTraceScope> open;
-        if (isOpen) {
-            open.emplace(trace);
-            Note("1", ab, 9.0);
-        }
-        ASSERT_TRUE(stage.manager.RunAnalysis(stage.requests));
-        EXPECT_EQ(stage.Findings(), "1: AB=1.5 BC=- C=2.5;2: AB=3.5 =-;") << isOpen;
-        const auto& found = stage.manager.GetFindings()->at(0).m_findings;
-        EXPECT_EQ(found[0].m_limit, 2.0);
-        EXPECT_EQ(found[0].m_unit, "m");
-        EXPECT_EQ(found[0].m_point, (CPoint{50.0, 0.0}));
-        EXPECT_EQ(found[2].m_point, (CPoint{200.0, 0.0}));
-        EXPECT_FALSE(stage.manager.GetFindings()->at(1).m_findings[1].m_point.IsKnown());
-        EXPECT_THAT(stage.manager.GetFindings()->at(0).m_time, testing::MatchesRegex("20..-..-..T..:..:..\\.000Z"));
-    }
+/// Nodes lie 100 m apart on a line, so the middle of AB is at 50.
+TEST(FunctionalAnalysisManager, NotesGoToTheirFindings) {
+    CStage stage;
+    const auto ab = stage.net.Section("AB");
+    stage.Ask("1", [&](CMessages& m) {
+        Find(m, stage.Guid("AB"));
+        Note(*ab, 1.5);
+        Find(m, stage.Guid("BC")); // notes nothing
+        Find(m, "node-C");
+        Note(*stage.net.Node('C'), 2.5);
+        m.push_back(nullptr);
+    });
+    stage.Ask("2", [&](CMessages& m) {
+        Find(m, stage.Guid("AB"));
+        Find(m, "nobody");
+        Note(*ab, 3.5);
+    });
+    ASSERT_TRUE(stage.manager.RunAnalysis(stage.requests));
+    EXPECT_EQ(CFindingNotes::Active(), nullptr);
+    EXPECT_EQ(stage.Findings(), "1: AB=1.5 BC=- C=2.5;2: AB=3.5 =-;");
+    const auto& found = stage.manager.GetFindings()->at(0).m_findings;
+    EXPECT_EQ(found[0].m_limit, 2.0);
+    EXPECT_EQ(found[0].m_unit, "m");
+    EXPECT_EQ(found[0].m_point, (CPoint{50.0, 0.0}));
+    EXPECT_EQ(found[1].m_point, (CPoint{150.0, 0.0}));
+    EXPECT_EQ(found[2].m_point, (CPoint{200.0, 0.0}));
+    EXPECT_FALSE(stage.manager.GetFindings()->at(1).m_findings[1].m_point.IsKnown());
+    EXPECT_THAT(stage.manager.GetFindings()->at(0).m_time, testing::MatchesRegex("20..-..-..T..:..:..\\.000Z"));
 }
 
 TEST(FunctionalAnalysisManager, TheMiddleOfALineIsHalfWayAlongIt) {
