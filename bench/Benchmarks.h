@@ -12,8 +12,14 @@ void RegisterAttributes();
 /// calculators of lower keys ran before; and one whole run by the driver of calculators.
 void RegisterCalculators();
 
+/// All checks in one run, their findings kept; and the dearest of them alone.
+void RegisterChecks();
+
 /// Least diameters and fillings of circular pipes: a pass is one solve for each section.
 void RegisterHydraulics();
+
+/// The variation search on a comb, against the plain one, and on a line.
+void RegisterRain();
 
 /// Opening and saving a project of sections with 20 attributes.
 void RegisterProjectFile();

@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "bench/Benchmarks.h"
 #include "bench/Network.h"
+#include "bench/RainForm.h"
 #include "host/gis_core/HostServices.h"
 #include "host/network_core/FormEditor.h"
 #include "host/network_core/PropertyEditing.h"
@@ -28,6 +29,7 @@ void SwitchAllOn(CPropertiesEx& form, const std::function<void(OLMGis::Topology:
         static_cast<void>(SetPropertyText(*property, "1"));
         onChanged(*property);
     }
+    FillRainForm(form);
 }
 
 /// A host that confirms every form with everything switched on, and remembers an alert.
@@ -87,6 +89,8 @@ Result<CBenchProjectPtr> MakeNetworkFor(const std::string& key, const CSize& siz
     auto project = MakeGeneratedNetwork(size);
     if (!project)
         return project;
+    if (const Status status = AddRainPipes(); !status)
+        return status.GetError();
     for (const auto& calculator : CFlowCalculatorManager::Instance()->GetCalculators())
         if (calculator->GetKey() < key)
             if (const Status status = CCalculation(project.Value(), calculator).Run(); !status)

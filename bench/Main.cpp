@@ -27,6 +27,8 @@ int main(int argc, char** argv) {
     benchmark::RegisterBenchmark("base", MeasureBase)->Iterations(1);
     Bench::RegisterAttributes();
     Bench::RegisterCalculators();
+    Bench::RegisterRain();
+    Bench::RegisterChecks();
     Bench::RegisterHydraulics();
     Bench::RegisterProjectFile();
     Bench::RegisterSources();
