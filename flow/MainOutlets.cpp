@@ -2,12 +2,15 @@
 // Copyright (C) the Drenova authors
 #include "flow/MainOutlets.h"
 
-#include <utility>
+#include "host/network_core/TopologyStorage.h"
+
+#include <cstdint>
 #include <vector>
 
 using OLMGis::Sewage::CFlowDirection;
 using OLMGis::Sewage::CSectionList;
 using OLMGis::Sewage::IUserInteraction;
+using OLMGis::Topology::CSection;
 
 namespace MainOutlets {
 
@@ -15,15 +18,17 @@ CNodeList CollectStartingNodes(const CSectionList& sections) {
     CNodeList nodes;
     std::vector<bool> isListed; // by row
     for (auto section = sections.rbegin(); section != sections.rend(); ++section) {
-        auto node = *section ? (*section)->GetStartingNode() : nullptr;
-        if (!node || !CFlowDirection::NeedsMainOutlet(*node))
+        const std::uint32_t row = *section ? (*section)->GetStartingNodeRow() : CSection::NoRow;
+        if (row == CSection::NoRow)
             continue;
-        if (node->GetRow() >= isListed.size())
-            isListed.resize(node->GetRow() + 1);
-        if (isListed[node->GetRow()])
+        if (row >= isListed.size())
+            isListed.resize(row + 1);
+        if (isListed[row])
             continue;
-        isListed[node->GetRow()] = true;
-        nodes.push_back(std::move(node));
+        isListed[row] = true;
+        const auto& node = (*section)->GetTopology().GetNodeAt(row);
+        if (CFlowDirection::NeedsMainOutlet(*node))
+            nodes.push_back(node);
     }
     return nodes;
 }
