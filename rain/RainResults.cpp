@@ -10,6 +10,7 @@
 #include "host/network_core/PipeManager.h"
 #include "rain/FlowCalculator_RainITP.h"
 #include "rain/RainReports.h"
+#include "rain/RainTrace.h"
 
 using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataDefinition;
@@ -78,8 +79,10 @@ void CFlowCalculator_RainITP::WriteResults(int write, int report, int iteration)
         if (iteration == 1)
             CReportFile::Remove(path);
         CReportFile file(path);
-        if (file.IsOpen())
+        if (file.IsOpen()) {
             file.Append(RainReports::MakeIterationTable(m_sectionData, iteration));
+            RainTrace::NoteFile(path);
+        }
     }
     if (write == 0)
         return;
@@ -99,7 +102,10 @@ void CFlowCalculator_RainITP::WriteBestResults() {
 }
 
 void CFlowCalculator_RainITP::WriteVariationsFile() {
-    CReportFile file(ReportPath(Variations));
-    if (file.IsOpen())
-        RainReports::WriteVariations(m_variations, [&file](std::string_view text) { file.Append(text); });
+    const std::string path = ReportPath(Variations);
+    CReportFile file(path);
+    if (!file.IsOpen())
+        return;
+    RainReports::WriteVariations(m_variations, [&file](std::string_view text) { file.Append(text); });
+    RainTrace::NoteFile(path);
 }

@@ -6,6 +6,7 @@
 #include "host/network_core/TopologyMultiStorage.h"
 #include "rain/FlowCalculator_RainITP.h"
 
+#include <algorithm>
 #include <array>
 
 using OLMGis::Data::CDataBox;
@@ -77,6 +78,72 @@ void NoteAreas(CRunTrace& trace, CFlowCalculator_RainITP& calculator, const CSec
     }
 }
 
+/// Null unless the mode or standard at hand asks for the number.
+CDataBox If(bool isAsked, double value) {
+    return isAsked ? CDataBox(value) : CDataBox();
+}
+
+void NoteBasis(CRunTrace& trace, const CRainITPParameters& params) {
+    CTraceTable& table = trace.GetTable(RainTrace::Basis, {{"rainfall_mode", ""},
+                                                           {"curve_file", ""},
+                                                           {"frequency", ""},
+                                                           {"base_intensity", "l/(s·ha)"},
+                                                           {"frequency_n", "1/year"},
+                                                           {"constant_time", "min"},
+                                                           {"calc_standard", ""},
+                                                           {"time_rule", ""},
+                                                           {"branching", ""},
+                                                           {"partial_area", ""},
+                                                           {"precision", "%"},
+                                                           {"viscosity", "m²/s"},
+                                                           {"pipe_group", ""},
+                                                           {"pipe_fill", "%"},
+                                                           {"minimal_diameter", "mm"},
+                                                           {"ignore_carriers", ""}});
+    const bool isFile = params.m_rainfallMode == RainChoices::CurveFile;
+    const bool isFormula = params.m_rainfallMode == RainChoices::Formula;
+    const double constantTime =
+        params.m_rainfallMode == RainChoices::TurkishParameters ? params.m_turkParams.GetConstantTime() : 0.0;
+    table.m_rows.emplace_back().m_values = {params.m_rainfallMode,
+                                            isFile ? CDataBox(params.m_curves.GetPath()) : CDataBox(),
+                                            If(isFile, params.m_frequency),
+                                            If(isFormula, params.m_rainIntensity),
+                                            If(isFormula, params.m_frequencyN),
+                                            If(constantTime > 0.0, constantTime),
+                                            params.m_calcStandard,
+                                            params.m_stormCad,
+                                            params.m_branchingFlowTime,
+                                            params.m_partialArea != 0       ? RainChoices::PartialAreaChains
+                                            : params.m_variationSearch != 0 ? RainChoices::PartialAreaSearch
+                                                                            : 0,
+                                            params.m_precision,
+                                            params.m_waterViscosity,
+                                            NameOf(params.m_pipeGroup),
+                                            params.m_pipeFill,
+                                            params.m_minimalDiameter,
+                                            params.m_ignoreCarrierPipes};
+}
+
+/// What the walk chose from at the starting node of a section. A chain that goes on with a later record of a section
+/// than its first has that one noted too.
+void NoteBranches(CRunTrace& trace, const CSectionDataIDF& record, bool isTurkish) {
+    if (!record.m_startNode)
+        return;
+    CTraceTable& table =
+        trace.GetTable(RainTrace::Branches, {{"below", ""}, {"time", "min"}, {"flow", "m³/s"}, {"taken", ""}});
+    const auto note = [&](const CSectionDataIDF& branch) {
+        AddRow(table, *branch.m_section).m_values = {
+            record.m_section->GetGuid(), isTurkish ? branch.m_inletTime + branch.m_flowTime : branch.m_upstreamTime,
+            branch.m_flow, &branch == record.m_previous.get() ? 1 : 0};
+    };
+    for (const auto& [name, list] : record.m_startNode->m_results) {
+        note(*list.front());
+        const auto taken = std::find(list.begin() + 1, list.end(), record.m_previous);
+        if (taken != list.end())
+            note(**taken);
+    }
+}
+
 /// Repeats the iterations of a section and of its chain, which come out the same, and notes their passes.
 void NoteDetail(CRunTrace& trace, CFlowCalculator_RainITP& calculator, const CSectionDataIDF& record) {
     std::vector<const CSectionDataIDF*> chain{&record};
@@ -84,7 +151,10 @@ void NoteDetail(CRunTrace& trace, CFlowCalculator_RainITP& calculator, const CSe
         chain.push_back(chain.back()->m_previous.get());
     CRainPassTrace passes(CRainPassTrace::OpenTable(trace), calculator);
     calculator.SetPassTrace(&passes);
+    const bool isTurkish = calculator.GetParams().m_rainfallMode == RainChoices::TurkishParameters;
+    NoteBasis(trace, calculator.GetParams());
     for (auto noted = chain.rbegin(); noted != chain.rend(); ++noted) {
+        NoteBranches(trace, **noted, isTurkish);
         const CRecordPtr repeated = calculator.MakeRecord((*noted)->m_section);
         calculator.IterateSection(*repeated, (*noted)->m_previous, calculator.GetParams().m_precision,
                                   CFlowCalculator_RainITP::MostPasses);
@@ -92,6 +162,21 @@ void NoteDetail(CRunTrace& trace, CFlowCalculator_RainITP& calculator, const CSe
     calculator.SetPassTrace(nullptr);
     if (calculator.GetParams().m_partialArea == 0)
         NoteAreas(trace, calculator, record);
+}
+
+const char* ShapeName(OLMGis::Topology::enmPipeShape shape) {
+    using OLMGis::Topology::enmPipeShape;
+    switch (shape) {
+    case enmPipeShape::Circle:
+        return "circle";
+    case enmPipeShape::Egg:
+        return "egg";
+    case enmPipeShape::Box:
+        return "box";
+    case enmPipeShape::Table:
+        break;
+    }
+    return "table";
 }
 
 /// Where the roughness in force comes from, as CSectionDataIDF::GetRoughness finds it.
@@ -157,6 +242,11 @@ void RainTrace::NoteNotConverged(const CSectionDataIDF& record, double next) {
     AddRow(table, *record.m_section).m_values = {record.m_intensity, next};
 }
 
+void RainTrace::NoteFile(std::string_view path) {
+    if (CRunTrace* const trace = CRunTrace::Active())
+        trace->GetTable(Files, {}).m_rows.push_back({{}, std::string(path), {}});
+}
+
 CTraceTable& CRainPassTrace::OpenTable(CRunTrace& trace) {
     return trace.GetTable(RainTrace::Passes, {{"pass", "-"},
                                               {"inlet_time", "min"},
@@ -166,6 +256,10 @@ CTraceTable& CRainPassTrace::OpenTable(CRunTrace& trace) {
                                               {"intensity_below", "l/(s·ha)"},
                                               {"duration_above", "min"},
                                               {"intensity_above", "l/(s·ha)"},
+                                              {"row_limit", "ha"},
+                                              {"row_a", ""},
+                                              {"row_b", "min"},
+                                              {"row_c", "-"},
                                               {"intensity", "l/(s·ha)"},
                                               {"own_area", "ha"},
                                               {"effective_area", "ha"},
@@ -176,8 +270,11 @@ CTraceTable& CRainPassTrace::OpenTable(CRunTrace& trace) {
                                               {"roughness_source", ""},
                                               {"full_diameter", "mm"},
                                               {"min_diameter", "mm"},
+                                              {"pipe_group", ""},
                                               {"pipe", ""},
+                                              {"shape", ""},
                                               {"inner_diameter", "mm"},
+                                              {"inner_height", "mm"},
                                               {"filling", "%"},
                                               {"velocity", "m/s"},
                                               {"length", "m"},
@@ -206,6 +303,11 @@ void CRainPassTrace::NoteEnd(const CSectionDataIDF& record, int pass, double nex
         if (below != nullptr)
             points = {below->first, below->second, above->first, above->second};
     }
+    std::array<CDataBox, 4> rain;
+    if (params.m_rainfallMode == RainChoices::TurkishParameters)
+        if (const auto* row = params.m_turkParams.FindRow(record.GetEffectiveArea()))
+            rain = {row->m_limit, row->m_a, row->m_b, row->m_c};
+    const auto* const pipe = hasPipe && record.m_pipe ? record.m_pipe->GetPipeData() : nullptr;
     const CSectionDataIDF* const above = record.m_previous.get();
     const auto ofAbove = [above](double value) { return above == nullptr ? CDataBox() : CDataBox(value); };
     AddRow(m_table, *record.m_section).m_values = {
@@ -217,6 +319,10 @@ void CRainPassTrace::NoteEnd(const CSectionDataIDF& record, int pass, double nex
         points[1],
         points[2],
         points[3],
+        rain[0],
+        rain[1],
+        rain[2],
+        rain[3],
         record.m_intensity,
         record.m_ownArea,
         record.GetEffectiveArea(),
@@ -229,8 +335,11 @@ void CRainPassTrace::NoteEnd(const CSectionDataIDF& record, int pass, double nex
         hasPipe ? CDataBox(m_roughnessSource) : CDataBox(),
         OfFlow(record, record.m_sizing.m_fullDiameter),
         OfFlow(record, record.m_minDiameter),
+        hasPipe ? CDataBox(record.m_pipeGroupName) : CDataBox(),
         hasPipe ? NameOf(record.m_pipe) : CDataBox(),
+        pipe != nullptr ? CDataBox(ShapeName(pipe->m_shape)) : CDataBox(),
         OfFlow(record, record.m_innerDiameter),
+        pipe != nullptr ? CDataBox(pipe->m_innerHeight) : CDataBox(),
         OfFlow(record, record.m_sizing.m_filling),
         record.m_velocity,
         record.m_length,

@@ -8,13 +8,19 @@
 #include "apps/cli/Interrupt.h"
 #include "apps/cli/ParameterFile.h"
 #include "apps/cli/Project.h"
+#include "apps/cli/RainExplanation.h"
+#include "apps/cli/RainListing.h"
 #include "apps/cli/RunOutcome.h"
 #include "apps/cli/ShownText.h"
 #include "apps/cli/Table.h"
 #include "apps/cli/TerminalDirectionEditor.h"
+#include "host/gis_core/RunTrace.h"
 #include "host/sewage_calculations/CalculationRun.h"
+#include "rain/RainTraceNames.h"
 
 #include <fmt/format.h>
+
+#include <optional>
 
 namespace Cli {
 
@@ -78,6 +84,78 @@ void PrintReport(std::ostream& results, const CReport& report) {
     table.Print(results);
 }
 
+/// What is told of a rain run section by section; idle with other calculators.
+class CRainReport {
+public:
+    explicit CRainReport(const CRunOptions& options)
+        : m_options(options), m_isRain(options.m_calculator == RainCalculator) {}
+
+    /// Sees that the words fit the calculator, and opens the trace. BadWords where they don't.
+    Status Begin() {
+        for (const auto& [isGiven, word] :
+             {std::pair{!m_options.m_format.empty(), "--format"}, std::pair{!m_options.m_explain.empty(), "--explain"},
+              std::pair{m_options.m_wantsIdfTable, "--idf-table"}})
+            if (isGiven && !m_isRain)
+                return BadWords(fmt::format("{}: found the calculator {}, expected {}: no other tells of its sections",
+                                            word, m_options.m_calculator, RainCalculator));
+        if (!m_isRain)
+            return Done{};
+        if (!m_options.m_explain.empty()) {
+            if (m_options.m_format == "csv")
+                return BadWords("--format: found csv with --explain, expected table or json: a sheet is no table");
+            const auto sections = ChooseSections({m_options.m_explain});
+            if (!sections)
+                return Error{sections.GetError().kind, "--explain: " + sections.GetError().message};
+            if (sections->size() != 1)
+                return BadWords(fmt::format("--explain: found {}, expected one", Count(sections->size(), "section")));
+            m_section = sections->front();
+            m_trace.SetDetailOf(m_section->GetGuid());
+        }
+        if (m_options.m_wantsIdfTable)
+            m_trace.Request(RainTrace::IterationTable);
+        m_scope.emplace(m_trace);
+        return Done{};
+    }
+
+    /// The run has ended: nothing more is noted.
+    void End(CTerminal& terminal, bool isFinished) {
+        m_scope.reset();
+        TellOfRain(terminal, m_trace);
+        if (m_options.m_wantsIdfTable && isFinished && m_trace.FindTable(RainTrace::Files) == nullptr)
+            terminal.Warn("IDFOut.txt was not written: the folder of the user's files does not take it");
+    }
+
+    /// The results; false where the usual summary is to follow.
+    bool Print(std::ostream& results, CTerminal& terminal) const {
+        if (!m_isRain)
+            return false;
+        const bool isJson = m_options.m_format == "json";
+        if (!m_section) {
+            PrintRainSections(results, m_trace, m_options.m_format);
+            const bool isTable = !isJson && m_options.m_format != "csv";
+            if (isTable)
+                results << '\n';
+            return !isTable;
+        }
+        const CRainExplanation explanation = ExplainRain(m_trace, m_section);
+        if (explanation.IsEmpty())
+            terminal.Warn(
+                OnOneLine(fmt::format("section {} got no results: there is nothing to explain", m_section->GetName())));
+        else if (isJson)
+            PrintRainExplanationAsJson(results, explanation);
+        else
+            PrintRainSheet(results, explanation);
+        return true;
+    }
+
+private:
+    const CRunOptions& m_options;
+    bool m_isRain;
+    boost::shared_ptr<OLMGis::Topology::CSection> m_section;
+    OLMGis::Utility::CRunTrace m_trace;
+    std::optional<OLMGis::Utility::CRunTraceScope> m_scope;
+};
+
 } // namespace
 
 CVerbResult RunCalculator(const CRunOptions& options, CTerminal& terminal, std::ostream& results) {
@@ -97,6 +175,9 @@ CVerbResult RunCalculator(const CRunOptions& options, CTerminal& terminal, std::
     auto request = MakeRequest(options, *calculator.Value(), terminal);
     if (!request)
         return request.GetError();
+    CRainReport rain(options);
+    if (const Status begun = rain.Begin(); !begun)
+        return begun.GetError();
     CReport report;
     if (options.m_isPreview)
         request->m_showPreview = [&report](std::string_view /*title*/, const CReport& shown) {
@@ -111,6 +192,7 @@ CVerbResult RunCalculator(const CRunOptions& options, CTerminal& terminal, std::
     const auto outcome = OLMGis::Sewage::RunCalculation(request.Value());
     if (!outcome)
         return outcome.GetError();
+    rain.End(terminal, outcome->HasStored());
     if (const Status ended = CheckEnd(outcome.Value(), editor); !ended)
         return ended.GetError();
     for (const std::string& tag : editor.GetOutOfForce())
@@ -125,7 +207,7 @@ CVerbResult RunCalculator(const CRunOptions& options, CTerminal& terminal, std::
         return saved.GetError();
     if (options.m_isPreview)
         PrintReport(results, report);
-    else if (hasResults)
+    else if (hasResults && !rain.Print(results, terminal))
         PrintOutcome(results, *calculator.Value(), outcome.Value());
     results.flush();
     terminal.Tell(fmt::format("{}: {}", project.Value()->GetTarget(options.m_output),

@@ -126,7 +126,7 @@ int CTerminal::AskYesNo(std::string_view text) {
 }
 
 void CTerminal::WriteCommandLine(std::string_view text) {
-    Tell(text);
+    Detail(text); // what calculators write there is of use to those who look into them
 }
 
 int CTerminal::ShowProgress(std::string_view caption, double done) {

@@ -6,6 +6,7 @@
 #include "apps/cli/CommandCalculators.h"
 #include "apps/cli/CommandCatalog.h"
 #include "apps/cli/CommandCheck.h"
+#include "apps/cli/CommandCurves.h"
 #include "apps/cli/CommandDesign.h"
 #include "apps/cli/CommandDirections.h"
 #include "apps/cli/CommandExport.h"
@@ -258,11 +259,19 @@ void AddRun(CLI::App& program, CParsedWords& parsed) {
         .Option("--params", options->m_parameterFile, "FILE.json", "parameter file; words win over it")
         .Names(options->m_names)
         .Flag("--preview", options->m_isPreview, "print the report and store no flow")
+        .Option("--explain", options->m_explain, "SECTION",
+                "001_RAIN_ITP: how this section came to its numbers,\npass by pass, in place of all sections")
+        .Choice("--format", options->m_format, {"table", "csv", "json"},
+                "001_RAIN_ITP: of the sections; by default a table, which rounds")
+        .Flag("--idf-table", options->m_wantsIdfTable, "001_RAIN_ITP: also write IDFOut.txt")
         .Flag("--yes", says->first, "answer questions with yes")
         .Flag("--no", says->second, "answer questions with no")
         .FlagWithout("--yes", "--no")
         .SaveAs(options->m_output)
-        .Runs("drenova run town.gpkg 01_WASTE_PERCENT BROJ_STANOVNIKA=12000 PERIOD=25\n\n"
+        .Runs("drenova run town.gpkg 01_WASTE_PERCENT BROJ_STANOVNIKA=12000 PERIOD=25\n"
+              "  drenova run town.gpkg 001_RAIN_ITP FILE_PATH=curves.txt FREQUENCY=2 \\\n"
+              "      \"PIPE_GROUP=Concrete EN 1916 class 135\" --explain MAIN-07\n\n"
+              "variations.txt and IDFOut.txt are written to the folder DRENOVA_HOME; their paths are told.\n"
               "Exit code: 0 when values were stored, 1 when none were, 5 when the calculation stopped with an alert.",
               [options](CTerminal& terminal, std::ostream& results) {
                   return RunCalculator(*options, terminal, results);
@@ -340,6 +349,21 @@ void AddHydraulics(CLI::App& program, CParsedWords& parsed) {
             [options](CTerminal& terminal, std::ostream& results) {
                 return CalculateHydraulics(*options, terminal, results);
             });
+}
+
+void AddCurves(CLI::App& program, CParsedWords& parsed) {
+    const auto options = std::make_shared<CCurvesOptions>();
+    CVerb(program, parsed, "curves", "FILE [--frequency F] [--duration T] [options]",
+          "tell what a file of rain intensity curves holds")
+        .Word("FILE", options->m_file, "curve file; \"-\" for standard input")
+        .Option("--frequency", options->m_frequency, "F", "one curve: its points, or one look-up")
+        .Option("--duration", options->m_duration, "T", "intensity for a duration, min, on one curve or on each")
+        .Json(options->m_isJson)
+        .Runs(
+            "drenova curves curves.txt --frequency 2 --duration 12.5\n\n"
+            "Lines that do not count are named on standard error with the reason. Exit code: 3 for a file without a\n"
+            "curve, 2 for a frequency that it does not have.",
+            [options](CTerminal& terminal, std::ostream& results) { return ShowCurves(*options, terminal, results); });
 }
 
 void AddPipe(CLI::App& program, CParsedWords& parsed) {
@@ -435,6 +459,7 @@ void AddVerbs(CLI::App& program, CParsedWords& parsed) {
     AddDirections(program, parsed);
     AddHydraulics(program, parsed);
     AddPipe(program, parsed);
+    AddCurves(program, parsed);
     AddCatalog(program, parsed);
     AddExport(program, parsed);
 }

@@ -65,13 +65,18 @@ int CIDPTurkParams::setValue(std::string_view text) {
     return 1;
 }
 
-double CIDPTurkParams::getIntesity(double area, double time) const {
+const CIDPTurkParams::CRow* CIDPTurkParams::FindRow(double area) const {
     if (m_rows.empty())
+        return nullptr;
+    const auto row = std::find_if(m_rows.begin(), m_rows.end(), [area](const CRow& r) { return r.m_limit >= area; });
+    return row == m_rows.end() ? &m_rows.back() : &*row;
+}
+
+double CIDPTurkParams::getIntesity(double area, double time) const {
+    const CRow* const row = FindRow(area);
+    if (row == nullptr)
         return 0.0;
     const double t = m_constantTime > 0.0 ? m_constantTime : time;
-    auto row = std::find_if(m_rows.begin(), m_rows.end(), [area](const CRow& r) { return r.m_limit >= area; });
-    if (row == m_rows.end())
-        --row;
     return row->m_a / std::pow(t + row->m_b, row->m_c);
 }
 

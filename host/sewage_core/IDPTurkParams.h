@@ -31,6 +31,9 @@ public:
     /// 0: by the first row whose limit is not below the area, else by the last; 0 without rows.
     double getIntesity(double area, double time) const;
 
+    /// The row that holds for an area (ha); null without rows.
+    const CRow* FindRow(double area) const;
+
     double GetConstantTime() const { return m_constantTime; } ///< min, 0 for none
     const std::vector<CRow>& GetRows() const { return m_rows; }
 

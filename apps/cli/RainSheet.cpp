@@ -1,0 +1,289 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+// The calculation sheet of one section: every formula as letters, as numbers, and where each number comes from.
+#include "apps/cli/RainExplanation.h"
+#include "apps/cli/ShownText.h"
+#include "rain/RainChoices.h"
+#include "rain/RainTraceNames.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace Cli {
+
+namespace {
+
+/// Seven digits: enough to reckon on, few enough to read.
+std::string N(double number) {
+    return fmt::format("{:.7g}", number);
+}
+
+class CSheet {
+public:
+    CSheet(std::ostream& stream, const CRainExplanation& explanation)
+        : m_stream(stream), m_explanation(explanation), m_basis(explanation.m_basis.front()),
+          m_mode(m_basis.Code("rainfall_mode")) {}
+
+    void Print() {
+        const std::string head =
+            fmt::format("Rain calculation of section {}", OnOneLine(m_explanation.m_section->GetName()));
+        Line(head);
+        Line(std::string(DisplayWidth(head), '='));
+        PrintBasis();
+        PrintFormulas();
+        PrintAreas();
+        if (m_explanation.m_chain.size() == RainTrace::MostChained)
+            Line(fmt::format("\nOf the chain the {} nearest sections; what lies above comes in as T above.",
+                             RainTrace::MostChained));
+        for (const auto& step : m_explanation.m_chain)
+            PrintStep(step);
+        PrintResult();
+    }
+
+private:
+    bool IsTurkish() const { return m_mode == RainChoices::TurkishParameters; }
+
+    void Line(std::string_view text) { m_stream << text << '\n'; }
+    void Field(std::string_view name, std::string_view text) { Line(fmt::format("  {:<10}{}", name, text)); }
+
+    /// "    tf = L / v / 60 = 80 / 1.4 / 60 = 0.95 min": what is reckoned, how, and the result.
+    void Formula(std::string_view letters, std::string_view numbers, double result, std::string_view unit) {
+        Line(fmt::format("    {} = {} = {}{}{}", letters, numbers, N(result), unit.empty() ? "" : " ", unit));
+    }
+
+    void PrintBasis() {
+        if (m_mode == RainChoices::CurveFile)
+            Field("rain", fmt::format("curve {} of {}, linear between its points, level outside (FREQUENCY, FILE_PATH)",
+                                      N(m_basis.Number("frequency")), OnOneLine(m_basis.Text("curve_file"))));
+        else if (m_mode == RainChoices::Formula)
+            Field("rain", fmt::format("base intensity {} l/(s·ha) (RAIN_INTESITY), frequency n = {} 1/year "
+                                      "(FREQUENCY_N)",
+                                      N(m_basis.Number("base_intensity")), N(m_basis.Number("frequency_n"))));
+        else
+            Field("rain", "Turkish parameters: a row of A, B and C by area (TURKISH)");
+        const double least = m_basis.Number("minimal_diameter");
+        Field("pipes", fmt::format("of \"{}\" (PIPE_GROUP), filled to {} % at most (PIPE_FILL){}",
+                                   OnOneLine(m_basis.Text("pipe_group")), N(m_basis.Number("pipe_fill")),
+                                   least > 0.0 ? fmt::format(", not below {} mm (MINIMAL_DIAMETAR)", N(least)) : ""));
+        Field("water",
+              fmt::format("viscosity nu = {} m²/s (WATER_VISCOSITY), g = 9.81 m/s²", N(m_basis.Number("viscosity"))));
+        const int rule = m_basis.Code("time_rule");
+        if (!IsTurkish())
+            Field("times", fmt::format("along the path {} (STORM_CAD)",
+                                       rule == RainChoices::TimeToLowerEnd   ? "down to the lower end of a section"
+                                       : rule == RainChoices::TimeToUpperEnd ? "down to the upper end of a section"
+                                                                             : "by no rule"));
+        Field("branches",
+              fmt::format("the {} one goes on (BRANCHING_FLOW_TIME)",
+                          m_basis.Code("branching") == RainChoices::LongestBranch ? "longest" : "shortest"));
+        if (const int effect = m_basis.Code("partial_area"); effect != 0)
+            Field("areas", effect == RainChoices::PartialAreaChains
+                               ? "of the chain alone (PARTIAL_AREA_EFFECT by chains)"
+                               : "of the combination with the greatest flow (PARTIAL_AREA_EFFECT by search)");
+        Field("passes", fmt::format("until the intensity is within {} % of the one for the new times (PRECISION)",
+                                    N(m_basis.Number("precision"))));
+    }
+
+    void PrintFormulas() {
+        Line("\nFormulas");
+        Field("t", IsTurkish() ? "= tin + tf, concentration time, min" : "= tin + T, concentration time, min");
+        if (m_mode == RainChoices::Formula)
+            Field("i", "= (1 / n^0.25 - 0.369) · 38 / (t + 9) · i0, intensity, l/(s·ha)");
+        else if (IsTurkish())
+            Field("i", "= A / (t + B)^C, intensity, l/(s·ha)");
+        else
+            Field("i", "= i1 + (i2 - i1) · (t - t1) / (t2 - t1) between two points of the curve, intensity, l/(s·ha)");
+        Field("Q", "= F · i / 1000, flow, m³/s, of the effective area F, ha");
+        Field("v(h)",
+              "= -2 · r · log10(2.51 · nu / (4 · R · r) + k / (14.84 · R)), r = sqrt(8 · g · R · I), all in m and s");
+        Field("Q(h)", "= A(h) · v(h); A and R: wetted area and hydraulic radius at the depth h");
+        Field("d", "diameter whose full circle carries Q; the catalogue gives the next pipe; filling 100 · h / H");
+        Field("tf", "= L / v / 60, flow time, min");
+        if (!IsTurkish())
+            Field("T", "time along the path, min");
+    }
+
+    static std::string Catchments(const CRainExplanation::CArea& area) {
+        std::string text;
+        for (const auto& each : area.m_catchments)
+            text += fmt::format("{}{} · {}", text.empty() ? "" : " + ", N(each.m_area), N(each.m_coefficient));
+        return text.empty() ? "no rain catchment" : text;
+    }
+
+    void PrintAreas() {
+        if (m_explanation.m_areas.empty())
+            return;
+        Line("\nEffective area: rain catchments (area · runoff coefficient), ha");
+        std::size_t width = 0;
+        for (const auto& area : m_explanation.m_areas)
+            width = std::max(width, DisplayWidth(OnOneLine(area.m_name)));
+        for (const auto& area : m_explanation.m_areas) {
+            const std::string name = OnOneLine(area.m_name);
+            Line(fmt::format("  {}{}  {} = {}", name, std::string(width - DisplayWidth(name), ' '), Catchments(area),
+                             N(area.m_area)));
+        }
+        Line(fmt::format("  sum = {} ha", N(m_explanation.m_chain.back().m_passes.back().Number("effective_area"))));
+    }
+
+    void PrintStep(const CRainExplanation::CStep& step) {
+        const CTraceValues& first = step.m_passes.front();
+        const std::string name = OnOneLine(step.m_section->GetName());
+        std::string above = "a head of the network";
+        if (const CTraceValues* const taken = step.FindTaken()) {
+            above = fmt::format("below {}", OnOneLine(taken->GetRow().m_name));
+            if (step.m_branches.size() > 1) {
+                above += ", chosen among";
+                for (const CTraceValues& branch : step.m_branches)
+                    above += fmt::format("{} {}: {} min", &branch == &step.m_branches.front() ? "" : ",",
+                                         OnOneLine(branch.GetRow().m_name), N(branch.Number("time")));
+            }
+        } else if (!step.m_branches.empty()) {
+            above = "taken as a head, without what lies above";
+        }
+        Line(fmt::format("\nSection {}, {}", name, above));
+        Line(fmt::format("    tin = {} min ({})", N(first.Number("inlet_time")),
+                         IsTurkish() && step.FindTaken() != nullptr ? "tin + tf of the section above" : "FLOW_INTIME"));
+        Line(fmt::format("    L = {} m (plan length), I = {} / 1000 (SECTION_SLOPE)", N(first.Number("length")),
+                         N(first.Number("slope"))));
+        const double area = first.Number("effective_area");
+        Line(fmt::format("    F = {} ha, of it {} its own ({})", N(area), N(first.Number("own_area")),
+                         Catchments(step.m_own)));
+        for (const CTraceValues& pass : step.m_passes)
+            PrintPass(step, pass);
+    }
+
+    void PrintPass(const CRainExplanation::CStep& step, const CTraceValues& pass) {
+        Line(fmt::format("  pass {}", pass.Code("pass")));
+        const double t = pass.Number("concentration_time");
+        Formula(IsTurkish() ? "t = tin + tf" : "t = tin + T",
+                fmt::format("{} + {}", N(pass.Number("inlet_time")), N(pass.Number("time_before"))), t, "min");
+        PrintIntensity(pass, t);
+        const double i = pass.Number("intensity");
+        const double q = pass.Number("flow");
+        if (pass.Has("coefficient"))
+            Formula("Q = c · F · i / 1000",
+                    fmt::format("{} · {} · {} / 1000", N(pass.Number("coefficient")), N(pass.Number("effective_area")),
+                                N(i)),
+                    q, "m³/s, c of the standard (RO)");
+        else
+            Formula("Q = F · i / 1000", fmt::format("{} · {} / 1000", N(pass.Number("effective_area")), N(i)), q,
+                    "m³/s");
+        if (pass.Has("pipe"))
+            PrintPipe(pass, q);
+        else
+            Line("    no flow: no pipe is asked for, v = 0, tf = 0");
+        PrintTimes(pass);
+        const double next = pass.Number("next_intensity");
+        const double apart = std::abs(i - next);
+        const double allowed = i * m_basis.Number("precision") / 100.0;
+        Line(fmt::format("    for the new times i = {}: {} apart, allowed {}: {}", N(next), N(apart), N(allowed),
+                         apart <= allowed                 ? "done"
+                         : &pass == &step.m_passes.back() ? "not met"
+                                                          : "another pass"));
+    }
+
+    void PrintIntensity(const CTraceValues& pass, double t) {
+        const double i = pass.Number("intensity");
+        if (m_mode == RainChoices::Formula) {
+            const std::string n = N(m_basis.Number("frequency_n"));
+            Formula(
+                "i",
+                fmt::format("(1 / {}^0.25 - 0.369) · 38 / ({} + 9) · {}", n, N(t), N(m_basis.Number("base_intensity"))),
+                i, "l/(s·ha)");
+            return;
+        }
+        if (IsTurkish()) {
+            const bool isConstant = m_basis.Has("constant_time");
+            Formula("i",
+                    fmt::format("{} / ({} + {})^{}", N(pass.Number("row_a")),
+                                N(isConstant ? m_basis.Number("constant_time") : t), N(pass.Number("row_b")),
+                                N(pass.Number("row_c"))),
+                    i,
+                    fmt::format("l/(s·ha), row up to {} ha{}", N(pass.Number("row_limit")),
+                                isConstant ? ", constant time" : ""));
+            return;
+        }
+        const double t1 = pass.Number("duration_below");
+        const double t2 = pass.Number("duration_above");
+        const double i1 = pass.Number("intensity_below");
+        const double i2 = pass.Number("intensity_above");
+        if (t1 == t2)
+            Line(fmt::format("    i = {} l/(s·ha), {}point ({}; {}) of the curve", N(i),
+                             t == t1 ? "" : "held from the ", N(t1), N(i1)));
+        else
+            Formula(
+                "i",
+                fmt::format("{} + ({} - {}) · ({} - {}) / ({} - {})", N(i1), N(i2), N(i1), N(t), N(t1), N(t2), N(t1)),
+                i, fmt::format("l/(s·ha), points ({}; {}) and ({}; {})", N(t1), N(i1), N(t2), N(i2)));
+    }
+
+    void PrintPipe(const CTraceValues& pass, double q) {
+        const std::string_view source = pass.Text("roughness_source");
+        Line(fmt::format("    k = {} mm ({})", N(pass.Number("roughness")),
+                         source == "section"         ? "PIPE_ROUGHNESS of the section"
+                         : source == "existing_pipe" ? "of the pipe that stands on the section"
+                         : source == "pass_before"   ? "of the pipe of the pass before"
+                                                     : "of the smallest pipe of the group"));
+        const double asked = pass.Number("min_diameter");
+        Line(fmt::format("    d = {} mm carries Q full{}", N(pass.Number("full_diameter")),
+                         asked > 0.0 ? fmt::format("; asked of the catalogue: {} mm", N(asked))
+                                     : "; the pipe of the section is kept"));
+        const double width = pass.Number("inner_diameter");
+        const double height = pass.Number("inner_height");
+        Line(fmt::format("    pipe {} of \"{}\": {} {} mm", OnOneLine(pass.Text("pipe")),
+                         OnOneLine(pass.Text("pipe_group")), pass.Text("shape"),
+                         width == height ? N(width) : N(width) + " x " + N(height)));
+        Line(fmt::format("    filling = {} % (h = {} m), v = {} m/s, where Q(h) = {} m³/s", N(pass.Number("filling")),
+                         N(pass.Number("filling") * height / 100.0 / 1000.0), N(pass.Number("velocity")), N(q)));
+        const double length = pass.Number("length");
+        const double v = pass.Number("velocity");
+        if (m_basis.Code("calc_standard") == RainChoices::StandardBulgarian)
+            Formula("tf = r · L / v / 60",
+                    fmt::format("{} · {} / {} / 60", N(pass.Number("retention")), N(length), N(v)),
+                    pass.Number("flow_time"), "min, r of the section (FLOW_BLG_RET)");
+        else
+            Formula("tf = L / v / 60", fmt::format("{} / {} / 60", N(length), N(v)), pass.Number("flow_time"), "min");
+    }
+
+    void PrintTimes(const CTraceValues& pass) {
+        if (IsTurkish())
+            return;
+        const double above = pass.Number("upstream_time_above");
+        const double result = pass.Number("upstream_time");
+        const bool isCarrier = m_basis.Code("ignore_carriers") != 0 && pass.Number("own_area") == 0.0;
+        const double carried = pass.Number("carrier_time_above");
+        if (m_basis.Code("time_rule") == RainChoices::TimeToUpperEnd)
+            Formula("T = T above + what the section above adds",
+                    fmt::format("{} + {}", N(above), N(pass.Number("contribution_above"))), result, "min");
+        else if (isCarrier)
+            Line(fmt::format("    T = T above = {} min; a section that only carries flow through adds its {} min below "
+                             "(IGNORE_CARRIER_PIPES)",
+                             N(result), N(pass.Number("carrier_time"))));
+        else if (carried > 0.0)
+            Formula("T = T above + tf + times of carriers above",
+                    fmt::format("{} + {} + {}", N(above), N(pass.Number("flow_time")), N(carried)), result, "min");
+        else
+            Formula("T = T above + tf", fmt::format("{} + {}", N(above), N(pass.Number("flow_time"))), result, "min");
+    }
+
+    void PrintResult() {
+        Line(fmt::format("\nStored on section {}", OnOneLine(m_explanation.m_section->GetName())));
+        for (const auto& [key, box] : m_explanation.m_stored)
+            Line(fmt::format("  {:<30}{}", key, box.IsNotNull() ? N(box.AsDouble()) : std::string()));
+    }
+
+    std::ostream& m_stream;
+    const CRainExplanation& m_explanation;
+    const CTraceValues& m_basis;
+    int m_mode;
+};
+
+} // namespace
+
+void PrintRainSheet(std::ostream& stream, const CRainExplanation& explanation) {
+    CSheet(stream, explanation).Print();
+}
+
+} // namespace Cli
