@@ -8,6 +8,7 @@
 
 #include <boost/shared_ptr.hpp>
 
+#include <functional>
 #include <map>
 #include <string>
 
@@ -78,7 +79,13 @@ private:
     void WriteResults(const OLMGis::Sewage::CSectionList& sections, const std::string& serialized);
 
     boost::shared_ptr<CFlowCalculatorParameters> m_parameters;
-    std::map<boost::shared_ptr<CEntity>, boost::shared_ptr<CSection>> m_savedMainOutlets;
+    /// Entities are made side by side and share their count of holders, by which pointers would compare.
+    struct CByAddress {
+        bool operator()(const boost::shared_ptr<CEntity>& a, const boost::shared_ptr<CEntity>& b) const {
+            return std::less<>()(a.get(), b.get());
+        }
+    };
+    std::map<boost::shared_ptr<CEntity>, boost::shared_ptr<CSection>, CByAddress> m_savedMainOutlets;
     TransitSwitches m_switches{};
     CTransitWalk m_walk; ///< the figures of the last run by row; the maps below are made from them when asked for
     mutable std::map<std::string, TransitSectionFlow> m_sectionFlows;

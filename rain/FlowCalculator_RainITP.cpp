@@ -141,31 +141,30 @@ int CFlowCalculator_RainITP::Calculate(const CSectionList& sections, CFlowCalcul
 
 int CFlowCalculator_RainITP::Run(const CSectionList& sections) {
     BeginRun();
-    if (m_params.m_variationSearch != 0) {
-        if (SearchVariations(sections) == 0)
-            return 0;
-        WriteBestResults();
-        WriteVariationsFile();
-        RainTrace::NoteBest(*this);
-        return 1;
-    }
-    int result = 0;
-    {
-        const CProgress progress(GetCalculatorName(), sections.size());
-        m_showsProgress = true;
-        result = CalculateNetwork(sections);
-        m_showsProgress = false;
-    }
+    const int result = m_params.m_variationSearch != 0 ? SearchVariations(sections) : WalkWithProgress(sections);
     if (result == 0) {
         m_sectionData.Clear();
         m_nodeData.Clear();
-        return 0;
+    } else if (m_params.m_variationSearch != 0) {
+        WriteBestResults();
+        WriteVariationsFile();
+        RainTrace::NoteBest(*this);
+    } else {
+        const auto* const trace = CRunTrace::Active();
+        const int wantsTable = trace != nullptr && trace->IsRequested(RainTrace::IterationTable) ? 1 : 0;
+        WriteResults(1, wantsTable, wantsTable);
+        RainTrace::NoteRun(*this);
     }
-    const auto* const trace = CRunTrace::Active();
-    const int wantsTable = trace != nullptr && trace->IsRequested(RainTrace::IterationTable) ? 1 : 0;
-    WriteResults(1, wantsTable, wantsTable);
-    RainTrace::NoteRun(*this);
-    return 1;
+    BeginRun(); // what was read of the sections is of no more use
+    return result;
+}
+
+int CFlowCalculator_RainITP::WalkWithProgress(const CSectionList& sections) {
+    const CProgress progress(GetCalculatorName(), sections.size());
+    m_showsProgress = true;
+    const int result = CalculateNetwork(sections);
+    m_showsProgress = false;
+    return result;
 }
 
 std::string CFlowCalculator_RainITP::GetCalculatorName() {

@@ -54,7 +54,7 @@ public:
 
     // The steps of a run. They work on the parameters of the last reading.
 
-    /// Forgets what the last run read of the sections.
+    /// Forgets what was read of the sections: attributes and the network may have changed.
     void BeginRun();
 
     /// Walks the sections from the heads down. 1 when the walk came to its end, 0 at the first section that fails or
@@ -119,6 +119,7 @@ private:
     class CResultWriter;
 
     int Run(const CSectionList& sections);
+    int WalkWithProgress(const CSectionList& sections);
     void PrepareWalk(const CSectionList& sections);
     int WalkSection(const CSectionPtr& section);
     bool FitPipe(CSectionDataIDF& record, double diameter);

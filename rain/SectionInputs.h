@@ -33,7 +33,7 @@ public:
     CSectionInputs();
 
     /// Forgets what was read: attributes and catchments may have changed since.
-    void Reset() { m_byRow.clear(); }
+    void Reset() { std::vector<CSectionInput>().swap(m_byRow); }
 
     /// The inputs of a section. Valid until another section is asked for.
     const CSectionInput& Of(const boost::shared_ptr<OLMGis::Topology::CSection>& section);
