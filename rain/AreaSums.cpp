@@ -6,9 +6,7 @@
 
 #include <algorithm>
 
-using OLMGis::Topology::CNode;
 using OLMGis::Topology::CSection;
-using OLMGis::Topology::CTopologyStorage;
 
 namespace {
 
@@ -19,14 +17,6 @@ T& AtRow(std::vector<T>& list, std::uint32_t row) {
     return list[row];
 }
 
-/// Whether flow can part anywhere: only then branches may have something upstream in common.
-bool Divides(const CTopologyStorage& topology) {
-    const auto& nodes = topology.GetNodes();
-    return std::any_of(nodes.begin(), nodes.end(), [](const auto& node) {
-        return node->GetSectionsInCount() > 0 && node->GetSectionsOutCount() > 1;
-    });
-}
-
 } // namespace
 
 void CAreaSums::Reset() {
@@ -34,7 +24,6 @@ void CAreaSums::Reset() {
     m_sums.clear();
     m_marks.clear();
     m_walk = 0;
-    m_isDivisionKnown = false;
 }
 
 void CAreaSums::BeginWalk(const CSectionList& sections, const CSelectedSections& selected) {
@@ -79,10 +68,8 @@ double CAreaSums::Sum(const CSectionPtr& section, const CSelectedSections& selec
         return m_sums[row];
     double sum = inputs.Of(section).m_ownArea;
     bool isSummed = !m_hasGap;
-    if (isSummed) {
+    if (isSummed)
         section->GetSectionsIn(m_in);
-        isSummed = !MayOverlap(m_in);
-    }
     for (std::size_t i = 0; isSummed && i < m_in.size(); ++i) {
         if (!selected.Contains(*m_in[i]))
             continue;
@@ -96,32 +83,6 @@ double CAreaSums::Sum(const CSectionPtr& section, const CSelectedSections& selec
     AtRow(m_walks, row) = m_walk;
     AtRow(m_sums, row) = sum;
     return sum;
-}
-
-bool CAreaSums::MayOverlapAbove(const CSectionPtr& section) {
-    section->GetSectionsIn(m_in);
-    return MayOverlap(m_in);
-}
-
-/// Whether two of the sections that enter a node may have something upstream in common. Selected or not: then the sums
-/// of one section are made in one way, whatever is selected.
-bool CAreaSums::MayOverlap(const CSectionList& in) {
-    if (in.size() < 2)
-        return false;
-    if (!m_isDivisionKnown) {
-        const CTopologyStorage& topology = in.front()->GetTopology();
-        m_isDivisionKnown = true;
-        m_divides = Divides(topology);
-        if (m_divides)
-            m_blocks.Find(topology);
-    }
-    if (!m_divides)
-        return false;
-    m_blocksOfIn.clear();
-    for (const auto& section : in)
-        m_blocksOfIn.push_back(m_blocks.Of(*section));
-    std::sort(m_blocksOfIn.begin(), m_blocksOfIn.end());
-    return std::adjacent_find(m_blocksOfIn.begin(), m_blocksOfIn.end()) != m_blocksOfIn.end();
 }
 
 double CAreaSums::VisitAll(const CSectionPtr& section, const CSelectedSections& selected, CSectionInputs& inputs) {

@@ -41,15 +41,14 @@ public:
 } // namespace
 
 int CFlowCalculator_RainITP::SearchVariations(const CSectionList& sections) {
-    return CVariationSearch(*this, m_variations, m_areaSums, m_inputs, sections).Run();
+    return CVariationSearch(*this, m_variations, m_inputs, sections).Run();
 }
 
 CVariationSearch::CVariationSearch(CFlowCalculator_RainITP& calculator, CGuidMap<CVariationData>& variations,
-                                   CAreaSums& areaSums, CSectionInputs& inputs,
-                                   const CFlowCalculator_RainITP::CSectionList& sections)
-    : m_calculator(calculator), m_params(calculator.GetParams()), m_variations(variations), m_areaSums(areaSums),
-      m_inputs(inputs), m_network(std::make_shared<const CVariationNetwork>(sections)), m_entries(*m_network),
-      m_trees(*m_network), m_forecast(ForecastVariations(*m_network, m_entries, m_trees)),
+                                   CSectionInputs& inputs, const CFlowCalculator_RainITP::CSectionList& sections)
+    : m_calculator(calculator), m_params(calculator.GetParams()), m_variations(variations), m_inputs(inputs),
+      m_network(std::make_shared<const CVariationNetwork>(sections)), m_entries(*m_network), m_trees(*m_network),
+      m_forecast(ForecastVariations(*m_network, m_entries, m_trees)),
       m_table(std::make_shared<CVariationTable>(m_network)), m_outcomes(m_network->GetCount()) {}
 
 int CVariationSearch::Run() {
@@ -99,13 +98,7 @@ bool CVariationSearch::Treat(std::uint32_t place) {
     const std::uint64_t count = m_table->BeginTreatment(place);
     if (IsKept(place))
         m_outcomes[place].reserve(m_outcomes[place].size() + count);
-    return CanExtend(place) ? Extend(place, count) : WalkWhole(place, count);
-}
-
-/// Whether the section's records follow from those of the sections that enter it. Where the areas of some of these are
-/// summed by visiting everything upstream, the same sum is not had from theirs.
-bool CVariationSearch::CanExtend(std::uint32_t place) {
-    return m_trees.IsTreeAbove(place) && !m_areaSums.MayOverlapAbove(m_network->GetSection(place));
+    return m_trees.IsTreeAbove(place) ? Extend(place, count) : WalkWhole(place, count);
 }
 
 /// Every choice at the entering sections, each by computing the one section.

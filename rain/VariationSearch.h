@@ -21,8 +21,8 @@
 class CVariationSearch {
 public:
     /// The maps and inputs belong to the calculator's run; variations is filled anew.
-    CVariationSearch(CFlowCalculator_RainITP& calculator, CGuidMap<CVariationData>& variations, CAreaSums& areaSums,
-                     CSectionInputs& inputs, const CFlowCalculator_RainITP::CSectionList& sections);
+    CVariationSearch(CFlowCalculator_RainITP& calculator, CGuidMap<CVariationData>& variations, CSectionInputs& inputs,
+                     const CFlowCalculator_RainITP::CSectionList& sections);
 
     /// 1 after the whole search; 0 with an alert when a combination can't be calculated or the search is too large,
     /// and without one when the user cancelled.
@@ -58,12 +58,10 @@ private:
     bool IsKept(std::uint32_t place) const;
     void FinishEntry(std::uint32_t place);
     bool Proceed(double computations);
-    bool CanExtend(std::uint32_t place);
 
     CFlowCalculator_RainITP& m_calculator;
     const CRainITPParameters& m_params;
     CGuidMap<CVariationData>& m_variations;
-    CAreaSums& m_areaSums;
     CSectionInputs& m_inputs;
 
     std::shared_ptr<const CVariationNetwork> m_network;
