@@ -52,7 +52,7 @@ public:
         const double inner = m_manholes->GetManholeInnerDiameter(manhole);
         node->GetConnectedSections(m_connected);
         m_hasLimit = false;
-        for (const auto& section : m_connected) {
+        for (const CSection* section : m_connected) {
             const CItemPtr pipe = m_pipes->GetPipe(section->GetPipeReference());
             if (!pipe)
                 continue;
@@ -110,7 +110,7 @@ private:
     Analysis::CRowSet m_reportedSections;
 
     // Of the present node and section; kept for their memory.
-    std::vector<boost::shared_ptr<CSection>> m_connected;
+    std::vector<const CSection*> m_connected;
     CDataBox m_box;
     CDataBox m_level;
     double m_limit = 0.0;

@@ -53,7 +53,7 @@ void CFAI_MultipleOutletSections::RunAnalysis(boost::shared_ptr<CPropertiesEx> /
     if (network == nullptr)
         return;
     Analysis::CFindingList list(Key, findings);
-    std::vector<boost::shared_ptr<CSection>> below;
+    std::vector<const CSection*> below;
     Analysis::WalkWithProgress(GetItemName(), network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
         section->GetSectionsOut(below);
         if (below.size() >= 2)

@@ -61,7 +61,7 @@ void CFAI_NegativeCascade::RunAnalysis(boost::shared_ptr<CPropertiesEx> /*proper
     const auto* const startLevel = CDataConfiguration::Instance()->GetDataDefinitionByID("LEVEL_LINE_0");
     const auto* const endLevel = CDataConfiguration::Instance()->GetDataDefinitionByID("LEVEL_LINE_1");
     Analysis::CFindingList list(Key, findings);
-    std::vector<boost::shared_ptr<CSection>> below;
+    std::vector<const CSection*> below;
     CDataBox upper;
     CDataBox lower;
     Analysis::WalkWithProgress(GetItemName(), network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
@@ -69,7 +69,7 @@ void CFAI_NegativeCascade::RunAnalysis(boost::shared_ptr<CPropertiesEx> /*proper
         if (!upper.IsNotNull())
             return;
         section->GetSectionsOut(below);
-        for (const auto& next : below) {
+        for (const CSection* next : below) {
             CDataRW::Read(startLevel, next, lower, 0, nullptr);
             if (!lower.IsNotNull())
                 continue;

@@ -56,7 +56,7 @@ void CFAI_SmallerDiametersDownflow::RunAnalysis(boost::shared_ptr<CPropertiesEx>
         return;
     CPipeManager* const pipes = CPipeManager::Instance();
     Analysis::CFindingList list(Key, findings);
-    std::vector<boost::shared_ptr<CSection>> below;
+    std::vector<const CSection*> below;
     const std::string caption = CModuleConfiguration::Instance()->GetMsg(Message);
     Analysis::WalkWithProgress(caption, network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
         const auto pipe = section->GetPipe();
@@ -64,7 +64,7 @@ void CFAI_SmallerDiametersDownflow::RunAnalysis(boost::shared_ptr<CPropertiesEx>
             return;
         const double diameter = pipes->GetInnerDiameter(pipe);
         section->GetSectionsOut(below);
-        for (const auto& next : below) {
+        for (const CSection* next : below) {
             const auto nextPipe = next->GetPipe();
             if (!nextPipe)
                 continue;

@@ -116,8 +116,9 @@ void PrintFindingsAsTable(std::ostream& stream, const CFindingsByItem& items) {
     table.AddColumn("unit");
     for (const CItemFindings& item : items)
         for (const CFinding& finding : item.m_findings)
-            table.AddRow({item.m_item, finding.m_name.empty() ? finding.m_guid : finding.m_name, finding.m_text,
-                          ShowNumber(finding.m_value), ShowNumber(finding.m_limit), finding.m_unit});
+            table.AddRow({item.m_item, std::string(finding.m_name.empty() ? finding.m_guid : finding.m_name),
+                          std::string(finding.m_text), ShowNumber(finding.m_value), ShowNumber(finding.m_limit),
+                          std::string(finding.m_unit)});
     if (!table.IsEmpty())
         table.Print(stream);
 }
@@ -129,8 +130,8 @@ Status PrintFindingsAsCsv(std::ostream& stream, const CFindingsByItem& items) {
     writer.EndRow();
     for (const CItemFindings& item : items)
         for (const CFinding& finding : item.m_findings) {
-            for (const std::string_view field : {std::string_view(item.m_item), std::string_view(finding.m_guid),
-                                                 std::string_view(finding.m_name), std::string_view(finding.m_text)})
+            for (const std::string_view field :
+                 {std::string_view(item.m_item), finding.m_guid, finding.m_name, finding.m_text})
                 writer.Write(field);
             writer.Write(TextOf(finding.m_value));
             writer.Write(TextOf(finding.m_limit));

@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/gis_core/TextPool.h"
 #include "host/network_core/Geometry.h"
 
 #include <optional>
@@ -11,24 +12,28 @@
 
 namespace OLMGis::Topology {
 
-/// One finding as the project keeps it.
+/// One finding as the project keeps it. Its texts live as long as the findings of its item.
 struct CFinding {
-    std::string m_guid; ///< of the node or section
-    std::string m_name; ///< its name at the time of the run
-    std::string m_text;
-    std::optional<double> m_value; ///< what was found; nothing where the item told no number
-    std::optional<double> m_limit; ///< what it was held against
-    std::string m_unit;            ///< of both; empty for a count
-    CPoint m_point;                ///< of the node, or the middle of the section's line; unknown where nothing is drawn
+    std::string_view m_guid; ///< of the node or section
+    std::string_view m_name; ///< its name at the time of the run
+    std::string_view m_text;
+    std::optional<double> m_value{}; ///< what was found; nothing where the item told no number
+    std::optional<double> m_limit{}; ///< what it was held against
+    std::string_view m_unit{};       ///< of both; empty for a count
+    CPoint m_point{}; ///< of the node, or the middle of the section's line; unknown where nothing is drawn
 };
 
-/// What one item found in one run, in the item's own order.
+/// What one item found in one run, in the item's own order. Moved, never copied.
 struct CItemFindings {
-    std::string m_item;       ///< key
-    std::string m_time;       ///< of the run, UTC, as "2026-01-31T08:15:00.000Z"
-    std::string m_parameters; ///< serialised form; empty for findings of an opened file
-    std::string m_error;      ///< why the item stopped before its end, for the user; empty for one that did not
-    std::vector<CFinding> m_findings;
+    std::string m_item{};       ///< key
+    std::string m_time{};       ///< of the run, UTC, as "2026-01-31T08:15:00.000Z"
+    std::string m_parameters{}; ///< serialised form; empty for findings of an opened file
+    std::string m_error{};      ///< why the item stopped before its end, for the user; empty for one that did not
+    std::vector<CFinding> m_findings{};
+    Data::CTextArena m_texts{}; ///< those of the findings, end to end: there may be a million
+
+    /// A text for a finding of this item.
+    std::string_view Keep(std::string_view text) { return m_texts.Keep(text).View(); }
 };
 
 /// The table of a run trace (CRunTrace) in which items tell, in the order of their findings, what they measured: a row

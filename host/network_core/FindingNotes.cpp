@@ -2,6 +2,8 @@
 // Copyright (C) the Drenova authors
 #include "host/network_core/FindingNotes.h"
 
+#include <utility>
+
 namespace OLMGis::Topology {
 
 namespace {
@@ -13,7 +15,7 @@ CFindingNotes*& Open() {
 
 } // namespace
 
-CFindingNotes::CFindingNotes() : m_former(Open()) {
+CFindingNotes::CFindingNotes(std::function<void()> onBatch) : m_onBatch(std::move(onBatch)), m_former(Open()) {
     Open() = this;
 }
 

@@ -37,53 +37,69 @@ std::string TimeOfNow() {
                        time.minutes().count(), time.seconds().count());
 }
 
-void PlaceAt(CFinding& finding, const CSection& section) {
-    finding.m_name = section.GetName();
-    finding.m_point = MiddleOfLine(section.GetGeometry());
-}
+/// Brings the messages of one item and its notes together into its findings.
+class CFindingCollector {
+public:
+    CFindingCollector(CItemFindings& item, const CTopologyStorage& topology) : m_item(item), m_topology(topology) {}
 
-void PlaceAt(CFinding& finding, const CNode& node) {
-    finding.m_name = node.GetName();
-    finding.m_point = node.GetPoint();
-}
-
-/// The culprit of a finding of which the item noted nothing.
-void PlaceByGuid(CFinding& finding, const CTopologyStorage& topology) {
-    if (const auto section = topology.GetSectionByGuid(finding.m_guid))
-        PlaceAt(finding, *section);
-    else if (const auto node = topology.GetNodeByGuid(finding.m_guid))
-        PlaceAt(finding, *node);
-}
-
-void Take(CFinding& finding, const CFindingNote& note) {
-    finding.m_value = note.m_value;
-    finding.m_limit = note.m_limit;
-    finding.m_unit = note.m_unit;
-    if (note.m_culprit->GetEntityKind() == Data::enmEntityKind::Section)
-        PlaceAt(finding, static_cast<const CSection&>(*note.m_culprit));
-    else
-        PlaceAt(finding, static_cast<const CNode&>(*note.m_culprit));
-}
-
-/// Brings the messages of one item and its notes together. Takes the texts out of the messages.
-std::vector<CFinding> Collect(const std::vector<boost::shared_ptr<CFAMsg>>& messages, const CFindingNotes& notes,
-                              const CTopologyStorage& topology) {
-    std::vector<CFinding> findings;
-    findings.reserve(messages.size());
-    auto note = notes.Get().begin();
-    for (const auto& message : messages) {
-        if (!message)
-            continue;
-        CFinding& finding = findings.emplace_back();
-        finding.m_guid = std::move(message->m_guid);
-        finding.m_text = std::move(message->m_text);
-        if (note != notes.Get().end() && note->m_culprit->GetGuid() == finding.m_guid)
-            Take(finding, *note++);
-        else
-            PlaceByGuid(finding, topology);
+    /// Takes over what the item has found since the last time. Nobody but the item and this one sees the messages, and
+    /// the item never reads them: they may go while it runs.
+    void TakeOver() {
+        std::erase(m_messages, nullptr);
+        // As many notes as messages go together by their place, without a look at a million culprits.
+        const bool isPaired = m_notes.Get().size() == m_messages.size();
+        auto note = m_notes.Get().begin();
+        for (const auto& message : m_messages) {
+            CFinding& finding = m_item.m_findings.emplace_back();
+            finding.m_guid = m_item.Keep(message->m_guid);
+            finding.m_text = m_item.Keep(message->m_text);
+            if (isPaired || (note != m_notes.Get().end() && note->m_culprit->GetGuid() == finding.m_guid))
+                Take(finding, *note++);
+            else
+                PlaceByGuid(finding);
+        }
+        m_messages.clear();
+        m_notes.Clear();
     }
-    return findings;
-}
+
+    std::vector<boost::shared_ptr<CFAMsg>> m_messages; ///< where the item puts its findings
+
+private:
+    void Take(CFinding& finding, const CFindingNote& note) {
+        finding.m_value = note.m_value;
+        finding.m_limit = note.m_limit;
+        if (note.m_unit != m_unit)
+            m_unit = m_item.Keep(note.m_unit);
+        finding.m_unit = m_unit;
+        if (note.m_culprit->GetEntityKind() == Data::enmEntityKind::Section)
+            PlaceAt(finding, static_cast<const CSection&>(*note.m_culprit));
+        else
+            PlaceAt(finding, static_cast<const CNode&>(*note.m_culprit));
+    }
+
+    /// For a finding of which the item noted nothing.
+    void PlaceByGuid(CFinding& finding) {
+        if (const auto section = m_topology.GetSectionByGuid(finding.m_guid))
+            PlaceAt(finding, *section);
+        else if (const auto node = m_topology.GetNodeByGuid(finding.m_guid))
+            PlaceAt(finding, *node);
+    }
+
+    void PlaceAt(CFinding& finding, const CSection& section) {
+        finding.m_name = m_item.Keep(section.GetName());
+        finding.m_point = MiddleOfLine(section.GetGeometry());
+    }
+
+    void PlaceAt(CFinding& finding, const CNode& node) {
+        finding.m_name = m_item.Keep(node.GetName());
+        finding.m_point = node.GetPoint();
+    }
+
+    CItemFindings& m_item;
+    const CTopologyStorage& m_topology;
+    CFindingNotes m_notes{[this] { TakeOver(); }};
+    std::string_view m_unit; ///< of the last note: mostly that of all
+};
 
 /// Gives the progress display back as it was, however its scope is left.
 class CProgressGuard {
@@ -129,10 +145,9 @@ CItemFindings RunItem(const CFunctionalAnalysisManager::CRequest& request, CAnal
     CItemFindings result;
     result.m_item = item.GetItemKey();
     result.m_parameters = properties->Serialize();
-    const CFindingNotes notes;
-    std::vector<boost::shared_ptr<CFAMsg>> messages;
-    result.m_error = RunGuarded(item, properties, network, messages);
-    result.m_findings = Collect(messages, notes, topology);
+    CFindingCollector collector(result, topology);
+    result.m_error = RunGuarded(item, properties, network, collector.m_messages);
+    collector.TakeOver();
     return result;
 }
 

@@ -33,6 +33,8 @@ double PolylineLength(std::span<const CPoint> points) {
 CPoint MiddleOfLine(std::span<const CPoint> points) {
     if (points.empty())
         return {};
+    if (points.size() == 2)
+        return {(points[0].m_x + points[1].m_x) / 2.0, (points[0].m_y + points[1].m_y) / 2.0};
     double left = PolylineLength(points) / 2.0;
     for (std::size_t i = 1; i < points.size(); ++i) {
         const CPoint& from = points[i - 1];

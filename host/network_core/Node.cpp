@@ -27,6 +27,15 @@ CTerrainDefinitions FindTerrainDefinitions() {
 } // namespace
 
 int CNode::GetConnectedSections(std::vector<boost::shared_ptr<CSection>>& list) const {
+    return ListConnectedSections(list, [](const CSection* section) { return section->GetShared(); });
+}
+
+int CNode::GetConnectedSections(std::vector<const CSection*>& list) const {
+    return ListConnectedSections(list, [](const CSection* section) { return section; });
+}
+
+template <class List, class ToEntry>
+int CNode::ListConnectedSections(List& list, ToEntry toEntry) const {
     list.clear();
     auto in = m_in.begin();
     auto out = m_out.begin();
@@ -35,7 +44,7 @@ int CNode::GetConnectedSections(std::vector<boost::shared_ptr<CSection>>& list) 
         const CSection* const section = takeIn ? *in : *out;
         // A section that returns to its own start stands in both lists.
         if (!takeIn || out == m_out.end() || *out != section)
-            list.push_back(section->GetShared());
+            list.push_back(toEntry(section));
         ++(takeIn ? in : out);
     }
     return static_cast<int>(list.size());

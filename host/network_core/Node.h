@@ -27,6 +27,9 @@ public:
     /// returns their number. No nulls.
     int GetConnectedSections(std::vector<boost::shared_ptr<CSection>>& list) const;
 
+    /// The same without a share in their lives, for loops over whole networks that change none.
+    int GetConnectedSections(std::vector<const CSection*>& list) const;
+
     /// Fills list with the sections that start here, in network order; returns their number. No nulls.
     int GetSectionsOut(std::vector<boost::shared_ptr<CSection>>& list) const;
 
@@ -43,6 +46,9 @@ public:
 private:
     friend class CTopologyStorage;
     friend class CSection;
+
+    template <class List, class ToEntry>
+    int ListConnectedSections(List& list, ToEntry toEntry) const;
 
     /// Most nodes join few sections: these stand inside the node.
     using CSectionRefs = boost::container::small_vector<CSection*, 2>;

@@ -71,15 +71,24 @@ int CSection::GetSectionsIn(std::vector<boost::shared_ptr<CSection>>& list) cons
 }
 
 int CSection::GetSectionsOut(std::vector<boost::shared_ptr<CSection>>& list) const {
+    return ListSectionsOut(list, [](const CSection* section) { return section->GetShared(); });
+}
+
+int CSection::GetSectionsOut(std::vector<const CSection*>& list) const {
+    return ListSectionsOut(list, [](const CSection* section) { return section; });
+}
+
+template <class List, class ToEntry>
+int CSection::ListSectionsOut(List& list, ToEntry toEntry) const {
     list.clear();
     if (m_end == NoRow)
         return 0;
     const CSection* const main = End()->m_out.size() > 1 ? GetTopology().GetSettledMainOutlet(*End()) : nullptr;
     if (main != nullptr)
-        list.push_back(main->GetShared());
+        list.push_back(toEntry(main));
     for (const CSection* section : End()->m_out)
         if (section != main)
-            list.push_back(section->GetShared());
+            list.push_back(toEntry(section));
     return static_cast<int>(list.size());
 }
 

@@ -53,6 +53,9 @@ public:
     /// settled, the others in network order; returns their number. No nulls.
     int GetSectionsOut(std::vector<boost::shared_ptr<CSection>>& list) const;
 
+    /// The same without a share in their lives, for loops over whole networks that change none.
+    int GetSectionsOut(std::vector<const CSection*>& list) const;
+
     /// Fills list with every section upstream, nearest first (breadth first over GetSectionsIn), each once, without the
     /// section itself; returns their number. Cost: the size of the upstream network, no recursion.
     int GetPreviousSections(std::vector<boost::shared_ptr<CSection>>& list) const;
@@ -87,6 +90,8 @@ public:
 private:
     friend class CTopologyStorage;
     /// The nodes themselves, null without one; kept alive by the topology, like every entity.
+    template <class List, class ToEntry>
+    int ListSectionsOut(List& list, ToEntry toEntry) const;
     CNode* Start() const;
     CNode* End() const;
 

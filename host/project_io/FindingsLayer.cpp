@@ -59,7 +59,7 @@ private:
         m_progress.Advance();
     }
 
-    void BindText(int column, const std::string& text) { m_insert.Bind(column + 1, std::string_view(text)); }
+    void BindText(int column, std::string_view text) { m_insert.Bind(column + 1, text); }
 
     void BindNumber(int column, const std::optional<double>& number) {
         if (number)
@@ -82,17 +82,16 @@ std::optional<double> NumberOf(const CTableReader& reader, int column) {
     return reader.IsNull(column) ? std::nullopt : std::optional(reader.GetReal(column));
 }
 
-CFinding ReadRow(CTableReader& reader) {
-    CFinding finding;
-    finding.m_guid = reader.GetText(Layout::FindingGuid);
-    finding.m_name = reader.GetText(Layout::FindingName);
-    finding.m_text = reader.GetText(Layout::FindingText);
+void ReadRow(CTableReader& reader, CItemFindings& item) {
+    CFinding& finding = item.m_findings.emplace_back();
+    finding.m_guid = item.Keep(reader.GetText(Layout::FindingGuid));
+    finding.m_name = item.Keep(reader.GetText(Layout::FindingName));
+    finding.m_text = item.Keep(reader.GetText(Layout::FindingText));
     finding.m_value = NumberOf(reader, Layout::FindingValue);
     finding.m_limit = NumberOf(reader, Layout::FindingLimit);
-    finding.m_unit = reader.GetText(Layout::FindingUnit);
+    finding.m_unit = item.Keep(reader.GetText(Layout::FindingUnit));
     if (const Utility::Status decoded = DecodePoint(reader.GetBlob(Layout::FindingGeometry), finding.m_point); !decoded)
         reader.Fail(decoded.GetError().message);
-    return finding;
 }
 
 std::vector<CItemFindings> ReadItems(const CSqliteDatabase& database, const CFileTables& tables, CWarnings& warnings) {
@@ -108,8 +107,8 @@ std::vector<CItemFindings> ReadItems(const CSqliteDatabase& database, const CFil
         const std::string_view item = reader.GetText(Layout::FindingItem);
         const std::string_view time = reader.GetText(Layout::FindingTime);
         if (items.empty() || items.back().m_item != item || items.back().m_time != time)
-            items.push_back({std::string(item), std::string(time), {}, {}, {}});
-        items.back().m_findings.push_back(ReadRow(reader));
+            items.push_back({std::string(item), std::string(time)});
+        ReadRow(reader, items.back());
     }
     return items;
 }

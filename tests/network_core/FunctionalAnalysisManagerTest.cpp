@@ -81,7 +81,7 @@ struct CStage {
         for (const auto& item : *manager.GetFindings()) {
             text += item.m_item + ":";
             for (const auto& finding : item.m_findings)
-                text += " " + finding.m_name + "=" + show(finding.m_value).substr(0, 3);
+                text += " " + std::string(finding.m_name) + "=" + show(finding.m_value).substr(0, 3);
             text += ";";
         }
         return text;

@@ -23,14 +23,13 @@ constexpr const char* Time = "2026-01-31T08:15:00.000Z";
 
 std::vector<CItemFindings> SomeFindings() {
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    return {{"0004_MIN_SLOPE",
-             Time,
-             "{\"VALUE_MIN\":5.0}",
-             {},
-             {{"guid-1", "S 1", "Slope, \"quoted\" (-0.10)", -0.1, 0.0, "1/1000", {10.5, 20.25}},
-              {"guid-2", "", "Without numbers, drawn nowhere", {}, {}, {}, {nan, nan}}}},
-            {"0006_NEGATIVE_CASCADE", Time, "{}", {}, {}},
-            {"0005_MANHOLE_PIPE", Time, "{}", {}, {{"guid-3", "Ж", "too wide", 1.25, 1.0, "m", {-3.0, 4.0}}}}};
+    std::vector<CItemFindings> items;
+    for (const char* key : {"0004_MIN_SLOPE", "0006_NEGATIVE_CASCADE", "0005_MANHOLE_PIPE"})
+        items.push_back({key, Time, "{}"});
+    items[0].m_findings = {{"guid-1", "S 1", "Slope, \"quoted\" (-0.10)", -0.1, 0.0, "1/1000", {10.5, 20.25}},
+                           {"guid-2", "", "Without numbers, drawn nowhere", {}, {}, {}, {nan, nan}}};
+    items[2].m_findings = {{"guid-3", "Ж", "too wide", 1.25, 1.0, "m", {-3.0, 4.0}}};
+    return items;
 }
 
 std::string DescribeFindings() {
@@ -48,10 +47,10 @@ std::string DescribeFindings() {
 }
 
 /// A file with the small network and the findings given; none for a project that was never checked.
-std::string FileWith(const CTestFolder& folder, const std::optional<std::vector<CItemFindings>>& findings) {
+std::string FileWith(const CTestFolder& folder, std::optional<std::vector<CItemFindings>> findings) {
     CTestProject project;
     FillSmall();
-    CFunctionalAnalysisManager::Instance()->SetFindings(findings);
+    CFunctionalAnalysisManager::Instance()->SetFindings(std::move(findings));
     std::string path = folder.File("checked.gpkg");
     EXPECT_TRUE(CProjectFile::Create(path, true));
     return path;
