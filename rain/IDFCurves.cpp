@@ -5,6 +5,7 @@
 #include "host/gis_core/HostServices.h"
 #include "host/gis_core/InstallationPaths.h"
 #include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/Result.h"
 #include "host/gis_core/Utility.h"
 
 #include <algorithm>
@@ -143,7 +144,7 @@ private:
 
     void Note(std::size_t line, std::string text) {
         if (m_target.m_problems.size() < MostProblems)
-            m_target.m_problems.push_back({line, std::move(text)});
+            m_target.m_problems.push_back({line, OLMGis::Utility::ToShown(std::move(text))});
     }
 
     CIDFCurves& m_target;

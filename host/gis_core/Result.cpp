@@ -32,6 +32,8 @@ std::size_t ShownLength(std::string_view text) {
     return 0;
 }
 
+} // namespace
+
 std::string ToShown(std::string message) {
     const auto isPlain = [](char c) { return !IsControl(c) && static_cast<unsigned char>(c) < 0x80; };
     if (message.size() <= LongestMessage && std::all_of(message.begin(), message.end(), isPlain))
@@ -45,8 +47,6 @@ std::string ToShown(std::string message) {
     }
     return rest.empty() ? shown : shown + "...";
 }
-
-} // namespace
 
 Error BadInput(std::string message) {
     return {enmErrorKind::BadInput, ToShown(std::move(message))};

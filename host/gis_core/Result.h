@@ -23,6 +23,10 @@ struct Error {
     std::string message;
 };
 
+/// A text of unknown origin as messages may hold it: bytes that are no characters, and control characters, become "?";
+/// at most 2000 bytes, then "...".
+std::string ToShown(std::string message);
+
 /// Pieces of the file or of names stand in most messages of these two kinds, and the file may hold anything: control
 /// characters and what is no UTF-8 come out as "?", and what is longer than a screen is cut.
 Error BadInput(std::string message);

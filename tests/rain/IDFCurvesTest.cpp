@@ -50,6 +50,15 @@ const std::string Fifty = "5" + std::string(44, ' ') + "310.5"; // 50 characters
 
 } // namespace
 
+TEST(IDFCurves, ProblemsAreShownWithoutWhatIsNoText) {
+    const CTestProject project;
+    CIDFCurves curves;
+    std::istringstream file("#1\n5 \xFF\x01\n");
+    EXPECT_EQ(curves.Load(file, "curves"), 1);
+    ASSERT_EQ(curves.GetProblems().size(), 1U);
+    EXPECT_THAT(curves.GetProblems()[0].m_text, ::testing::HasSubstr("??"));
+}
+
 TEST(IDFCurves, FilesLoadAsTheirLinesSay) {
     const std::vector<CFile> files{
         {"the example", "* a comment\n#2\n5 310.5\n10 228\n20 162.25\n", 1, "2: 5/310.5 10/228 20/162.25", {}, true},
