@@ -25,6 +25,9 @@ namespace {
 const std::array<std::string, 3> PipeGuids{"bench-pipe-300", "bench-pipe-400", "bench-pipe-500"};
 const std::string ManholeGuid = "bench-manhole";
 
+/// Sections in a row with one size of pipe.
+constexpr std::size_t SameSize = 40;
+
 void AddCatalogItems() {
     CCatalogManager& catalogs = *CCatalogManager::Instance();
     CCatalog& pipes = *catalogs.GetCatalog(CCatalogManager::PipeCatalog, 1);
@@ -41,8 +44,8 @@ void AddCatalogItems() {
     static_cast<void>(manholes.AddManhole(*manholeGroup, ManholeGuid, ManholeGuid, {1.0, 0.25, 0.8, 2.0}));
 }
 
-/// A generated network whose sections have pipes of three sizes in turn and a second slope, its nodes manholes: every
-/// check reads all that it can, and a quarter of the slopes and many of the diameters offend.
+/// A generated network whose sections have pipes of three sizes, the same over some length, and a second slope, its
+/// nodes manholes: every check reads all that it can, and a quarter of the slopes offend.
 Result<CBenchProjectPtr> MakeCheckedNetwork(const CSize& size) {
     auto project = MakeGeneratedNetwork(size);
     if (!project)
@@ -52,7 +55,7 @@ Result<CBenchProjectPtr> MakeCheckedNetwork(const CSize& size) {
     CDataBox slope;
     std::size_t count = 0;
     for (const auto& section : project.Value()->Topology().GetSections()) {
-        CDataRW::Write(find("PIPE_REF"), section, CDataBox(PipeGuids[++count % PipeGuids.size()]), nullptr);
+        CDataRW::Write(find("PIPE_REF"), section, CDataBox(PipeGuids[++count / SameSize % PipeGuids.size()]), nullptr);
         CDataRW::Read(find("SECTION_SLOPE"), section, slope, 0, nullptr);
         CDataRW::Write(find("SECTION_SLOPE_CAL"), section, slope, nullptr);
     }
