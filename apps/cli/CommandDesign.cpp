@@ -4,16 +4,22 @@
 
 #include "apps/cli/Calculators.h"
 #include "apps/cli/Checks.h"
+#include "apps/cli/DesignSummary.h"
+#include "apps/cli/FindingListing.h"
+#include "apps/cli/NetworkHydraulics.h"
 #include "apps/cli/ParameterFile.h"
 #include "apps/cli/Project.h"
+#include "apps/cli/RainListing.h"
 #include "apps/cli/RunOutcome.h"
 #include "apps/cli/ShownText.h"
 #include "apps/cli/Table.h"
 #include "apps/cli/TerminalDirectionEditor.h"
+#include "host/gis_core/RunTrace.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <optional>
 
 namespace Cli {
 
@@ -27,6 +33,8 @@ using OLMGis::Utility::Status;
 
 namespace {
 
+constexpr double WaterViscosity = 1e-6; ///< m²/s, as "hydraulics" takes it
+
 /// One calculator with the values of the parameter file; what it stored is printed.
 Result<CCalculationOutcome> RunOne(const std::string& key, const std::vector<CFormWord>& words, CTerminal& terminal,
                                    std::ostream& results) {
@@ -35,17 +43,25 @@ Result<CCalculationOutcome> RunOne(const std::string& key, const std::vector<CFo
         return calculator.GetError();
     CWordFormEditor editor(words);
     const OLMGis::Topology::CFormEditorScope formScope(editor);
+    OLMGis::Utility::CRunTrace trace;
+    std::optional<OLMGis::Utility::CRunTraceScope> traceScope;
+    if (key == RainCalculator)
+        traceScope.emplace(trace);
     auto outcome = OLMGis::Sewage::RunCalculation({key, {}, {}});
+    traceScope.reset();
+    TellOfRain(terminal, trace);
     if (!outcome)
         return outcome.GetError();
     if (const Status ended = CheckEnd(outcome.Value(), editor); !ended)
         return Error{ended.GetError().kind, fmt::format("{}: {}", key, ended.GetError().message)};
     for (const std::string& tag : editor.GetOutOfForce())
         terminal.Note(fmt::format("{}: {} is out of force with these values; it was set all the same", key, tag));
-    if (outcome->HasStored())
+    if (outcome->HasStored()) {
         PrintOutcome(results, *calculator.Value(), outcome.Value());
-    else
+        results << '\n';
+    } else {
         terminal.Note(fmt::format("{}: nothing was stored", key));
+    }
     return outcome;
 }
 
@@ -64,18 +80,27 @@ Result<std::vector<CCheckRequest>> PlanChecks(const CParameterFile& file) {
     return requests;
 }
 
-/// The number of findings of each check; the findings themselves are a matter of "check".
-void PrintFindingCounts(std::ostream& results) {
+/// The number of findings of each check, and the findings themselves unless they are many.
+void PrintFindings(std::ostream& results) {
+    constexpr std::size_t MostFindings = 50;
     CTable table;
     table.AddColumn("check");
     table.AddColumn("findings", CTable::enmAlign::Right);
     table.AddColumn("");
     const auto* const manager = CFunctionalAnalysisManager::Instance();
-    for (const auto& item : *manager->GetFindings())
+    const CFindingsByItem& findings = *manager->GetFindings();
+    for (const auto& item : findings)
         table.AddRow({item.m_item, fmt::format("{}", item.m_findings.size()),
                       OnOneLine(manager->GetItem(item.m_item)->GetItemName())});
-    if (!table.IsEmpty())
-        table.Print(results);
+    if (table.IsEmpty())
+        return;
+    results << '\n';
+    table.Print(results);
+    const std::size_t count = CountFindings(findings);
+    if (count > 0 && count <= MostFindings) {
+        results << '\n';
+        PrintFindingsAsTable(results, findings);
+    }
 }
 
 } // namespace
@@ -110,9 +135,13 @@ CVerbResult RunDesign(const CDesignOptions& options, CTerminal& terminal, std::o
     }
     if (count == 0)
         return BadInput(fmt::format("{}: found no calculator, expected one or more", options.m_parameterFile));
+    const CNetworkHydraulics hydraulics = CalculateNetworkHydraulics(WaterViscosity, terminal);
+    hasStored = hasStored || hydraulics.m_hasStored;
+    hasChanges = hasChanges || hydraulics.m_hasStored;
     if (const Status checked = RunChecks(checks.Value(), terminal); !checked)
         return checked.GetError();
-    PrintFindingCounts(results);
+    PrintHydraulicsSummary(results, hydraulics.m_rows);
+    PrintFindings(results);
     results.flush();
     if (hasChanges) {
         if (const Status saved = project.Value()->Save(options.m_output); !saved)

@@ -15,8 +15,9 @@ struct CDesignOptions {
     std::string m_output; ///< project to write; empty for the one read
 };
 
-/// "design": every calculator that the parameter file names, in ascending order of key, then all checks. The project is
-/// saved once, at the end: a calculation or check that stops, or is interrupted, leaves it as it was.
+/// "design": every calculator that the parameter file names, in ascending order of key, then the hydraulics of all
+/// pipes, then all checks; a summary at the end. The project is saved once, then: a calculation or check that stops, or
+/// is interrupted, leaves it as it was.
 CVerbResult RunDesign(const CDesignOptions& options, CTerminal& terminal, std::ostream& results);
 
 } // namespace Cli

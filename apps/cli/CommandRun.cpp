@@ -84,6 +84,12 @@ void PrintReport(std::ostream& results, const CReport& report) {
     table.Print(results);
 }
 
+/// An error of a choice of sections, under the option that made the choice.
+Error InPlaceOf(const std::string& usual, const std::string& option, const Error& error) {
+    const bool isNamed = error.message.compare(0, usual.size(), usual) == 0;
+    return Error{error.kind, isNamed ? option + error.message.substr(usual.size()) : option + ": " + error.message};
+}
+
 /// What is told of a rain run section by section; idle with other calculators.
 class CRainReport {
 public:
@@ -105,7 +111,7 @@ public:
                 return BadWords("--format: found csv with --explain, expected table or json: a sheet is no table");
             const auto sections = ChooseSections({m_options.m_explain});
             if (!sections)
-                return Error{sections.GetError().kind, "--explain: " + sections.GetError().message};
+                return InPlaceOf("--names", "--explain", sections.GetError());
             if (sections->size() != 1)
                 return BadWords(fmt::format("--explain: found {}, expected one", Count(sections->size(), "section")));
             m_section = sections->front();

@@ -307,10 +307,11 @@ void AddDesign(CLI::App& program, CParsedWords& parsed) {
         .Word("PROJECT", options->m_project, "project file")
         .Option("--params", options->m_parameterFile, "FILE.json", "calculators and their values", true)
         .SaveAs(options->m_output)
-        .Runs(
-            "drenova design town.gpkg --params design.json -o designed.gpkg\n\n"
-            "Calculators run in ascending order of key, then all checks. One that stops leaves the project as it was.",
-            [options](CTerminal& terminal, std::ostream& results) { return RunDesign(*options, terminal, results); });
+        .Runs("drenova design town.gpkg --params design.json -o designed.gpkg\n\n"
+              "Calculators run in ascending order of key; then the hydraulics are reckoned, and all checks run with "
+              "the limits\n"
+              "that the file has for them. One that stops leaves the project as it was.",
+              [options](CTerminal& terminal, std::ostream& results) { return RunDesign(*options, terminal, results); });
 }
 
 void AddCheck(CLI::App& program, CParsedWords& parsed) {

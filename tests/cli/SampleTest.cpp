@@ -13,6 +13,7 @@
 using nlohmann::json;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::SizeIs;
 
 namespace {
 
@@ -28,11 +29,14 @@ protected:
     }
     void PutRight() const {
         const std::vector<std::vector<std::string>> repairs = {
-            {"LEVEL_LINE_1=116.51", "SECTION_SLOPE=5.5306", "POPL-02"},
-            {"LEVEL_LINE_0=120.20", "SECTION_SLOPE=7.6319", "WEIR-01"},
-            {"LEVEL_LINE_0=118.51", "SECTION_SLOPE=10.5196", "GARD-02"}};
-        for (const auto& each : repairs)
-            ASSERT_EQ(Drenova({"set", m_project, each[0], each[1], "--names", each[2]}).m_code, 0);
+            {"LEVEL_LINE_1=116.51", "--names", "POPL-02"},
+            {"LEVEL_LINE_0=120.20", "SECTION_SLOPE=7.6319", "--names", "WEIR-01"},
+            {"LEVEL_LINE_0=118.51", "SECTION_SLOPE=10.5196", "--names", "GARD-02"}};
+        for (const auto& each : repairs) {
+            std::vector<std::string> words{"set", m_project};
+            words.insert(words.end(), each.begin(), each.end());
+            ASSERT_EQ(Drenova(words).m_code, 0);
+        }
         ASSERT_EQ(Drenova({"slopes", m_project}).m_code, 0);
     }
 
@@ -44,9 +48,28 @@ protected:
 
 TEST_F(Sample, HasThePlantedFaultsAndNoOthers) {
     EXPECT_THAT(Findings(), ElementsAre("0002_MIN_PIPE_DEPTH WEIR-01", "0003_MIN_LL_SLOPE POPL-02",
-                                        "0004_MIN_SLOPE POPL-02", "0006_NEGATIVE_CASCADE GARD-01"));
+                                        "0006_NEGATIVE_CASCADE GARD-01"));
     PutRight();
     EXPECT_THAT(Findings(), ElementsAre());
+}
+
+/// The delivered parameters take the town, faults and all, through the whole design.
+TEST_F(Sample, IsDesignedByItsParameterFile) {
+    const std::string parameters = SampleNetwork().substr(0, SampleNetwork().rfind('/')) + "/design.json";
+    const CEnded ended = Drenova({"design", m_project, "--params", parameters});
+    ASSERT_EQ(ended.m_code, 0) << ended.m_err;
+    for (const char* part :
+         {"001_RAIN_ITP", "01_WASTE_PERCENT", "03_FC_TRANSIT", "04_FC_TOTAL", "hydraulics: 121 ",
+          "0002_MIN_PIPE_DEPTH    WEIR-01", "0003_MIN_LL_SLOPE      POPL-02", "0006_NEGATIVE_CASCADE  GARD-01"})
+        EXPECT_THAT(ended.m_out, HasSubstr(part));
+    EXPECT_THAT(Findings(), SizeIs(3)) << "by the default limits";
+    const json rows = json::parse(
+        Drenova({"get", m_project, "FLOW_TOTAL", "FLOW_RAIN_IDF", "HYD_FILLING", "--format", "json"}).m_out);
+    ASSERT_EQ(rows.size(), 121U);
+    for (const json& row : rows) {
+        EXPECT_GT(row.at("FLOW_TOTAL"), row.at("FLOW_RAIN_IDF")) << row;
+        EXPECT_LT(row.at("HYD_FILLING"), 60.0) << row;
+    }
 }
 
 /// The pipes carry what the two-year curve brings, with room to spare.
