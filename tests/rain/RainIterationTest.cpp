@@ -121,7 +121,7 @@ TEST(RainIteration, FinishedRunsAreConsistent) {
         SCOPED_TRACE(name);
         const CSectionDataIDF& r = run.Record(name.c_str());
         const auto value = [&](const char* key) { return run.Value(name.c_str(), key); };
-        double area = areas.contains(name.c_str()) ? 0.0 : 0.0;
+        double area = 0.0;
         for (const auto& [other, own] : areas)
             area += name == other ? own : 0.0;
         double base = 0.0;

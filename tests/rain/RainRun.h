@@ -49,7 +49,7 @@ struct CRainRun {
             pipe.m_roughness = roughness;
             pipe.m_type = "type-" + name;
             const std::string number = std::to_string(static_cast<int>(width));
-            EXPECT_TRUE(catalog.AddPipe(*group, name + "-" + number, "DN" + number, pipe));
+            EXPECT_TRUE(catalog.AddPipe(*group, std::string(name).append("-").append(number), "DN" + number, pipe));
         }
     }
 

@@ -169,6 +169,7 @@ TEST(RainWalk, SelectionsCountOnlyWhatIsSelected) {
     run.Rain("AB", 1.0).Rain("BC", 2.0).Rain("CD", 4.0).Rain("EC", 8.0);
     const auto area = [&](const std::vector<const char*>& names) {
         std::vector<boost::shared_ptr<Topology::CSection>> sections;
+        sections.reserve(names.size());
         for (const char* name : names)
             sections.push_back(run.net.Section(name));
         EXPECT_EQ(run.calculator.Calculate(sections, run.parameters.get(), 1, nullptr, nullptr), 1);
