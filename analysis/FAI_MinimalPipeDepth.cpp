@@ -79,9 +79,9 @@ std::string CFAI_MinimalPipeDepth::GetAnalysisTag() {
 boost::shared_ptr<CPropertiesEx> CFAI_MinimalPipeDepth::CreateProperties() {
     auto form = boost::make_shared<CPropertiesEx>();
     const auto category = Analysis::AddCategory(*form, NameMessage);
-    Analysis::AddNumberChoice(*category, "TERRAIN", TerrainTypes, 4597);
-    Analysis::AddLimit(*category, "VALUE_MIN", 1.0, 9066);
-    Analysis::AddLimit(*category, "VALUE_MAX", 3.5, 9067);
+    Analysis::AddNumberChoice(*category, "TERRAIN", 4597, TerrainTypes);
+    Analysis::AddLimit(*category, "VALUE_MIN", 9066, 1.0);
+    Analysis::AddLimit(*category, "VALUE_MAX", 9067, 3.5);
     return form;
 }
 

@@ -41,14 +41,14 @@ boost::shared_ptr<CCategory> AddCategory(CPropertiesEx& form, int nameMessage) {
     return category;
 }
 
-void AddLimit(CCategory& category, std::string_view tag, double value, int message) {
+void AddLimit(CCategory& category, std::string_view tag, int message, double value) {
     const auto property = MakeProperty(category, tag, value, enmPropertyEditorType::Edit, message);
     property->SetDefaultValue(value);
     property->SetDefaultHiddenValue(value);
     category.AddPropertyEx(property);
 }
 
-void AddNumberChoice(CCategory& category, std::string_view tag, int count, int message) {
+void AddNumberChoice(CCategory& category, std::string_view tag, int message, int count) {
     const auto property = MakeProperty(category, tag, 1, enmPropertyEditorType::ComboBox, message);
     category.AddPropertyEx(property);
     const auto constraints = boost::make_shared<CConstraints>();

@@ -15,9 +15,9 @@ namespace Analysis {
 boost::shared_ptr<OLMGis::Topology::CCategory> AddCategory(OLMGis::Topology::CPropertiesEx& form, int nameMessage);
 
 /// Adds a required limit: a plain field, one number in all four boxes, one message for name and description.
-void AddLimit(OLMGis::Topology::CCategory& category, std::string_view tag, double value, int message);
+void AddLimit(OLMGis::Topology::CCategory& category, std::string_view tag, int message, double value);
 
 /// Adds a required choice of the whole numbers from 1 to count, shown as they are, that stands on 1 and has no default.
-void AddNumberChoice(OLMGis::Topology::CCategory& category, std::string_view tag, int count, int message);
+void AddNumberChoice(OLMGis::Topology::CCategory& category, std::string_view tag, int message, int count);
 
 } // namespace Analysis

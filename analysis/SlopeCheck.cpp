@@ -36,8 +36,8 @@ void TestSlope(const CSection& section, double slope, double least, double great
 boost::shared_ptr<CPropertiesEx> CreateSlopeForm(int nameMessage) {
     auto form = boost::make_shared<CPropertiesEx>();
     const auto category = AddCategory(*form, nameMessage);
-    AddLimit(*category, "VALUE_MIN", 5.0, 8695);
-    AddLimit(*category, "VALUE_MAX", 30.0, 10349);
+    AddLimit(*category, "VALUE_MIN", 8695, 5.0);
+    AddLimit(*category, "VALUE_MAX", 10349, 30.0);
     return form;
 }
 

@@ -9,7 +9,7 @@ namespace Cli {
 /// How the program ends. Scripts rely on these numbers.
 enum class enmExitCode : int {
     Done = 0,          ///< done; for a run: values were stored
-    NothingStored = 1, ///< ran to its end and stored nothing
+    NothingStored = 1, ///< ran to its end and stored nothing; of a strict check, found something
     BadWords = 2,      ///< wrong words on the command line; nothing was touched
     BadInput = 3,      ///< an input file or value is bad
     Refused = 4,       ///< the system refused; the old project file is intact

@@ -149,6 +149,8 @@ const std::vector<std::regex>& MessageUses() {
         std::regex(R"(\bAddCategory\([^;"]{0,80}, ?([0-9]{1,6})\))"),
         // a property of a form: AddProperty(category, "TAG", Edit, 2067, 4.0), add("TAG", 2066, 150), {"TAG", 2147, …}
         std::regex(R"re((?:\b[Aa]dd\w*\([^;"]{0,80}|\{)"[A-Z][A-Z0-9_]*",\s*(?:[A-Za-z_:]+,\s*)?([0-9]{2,6})\b)re"),
+        // a finding: findings.AddWithValue(section, 10360, {slope, 0.0, Unit})
+        std::regex(R"(\bAdd(?:WithValue)?\(\*?\w+, ([0-9]{3,6}), \{)"),
         // the choices of a combo box: {{2137, 0}, {2138, 1}}
         std::regex(R"([{,]\s*\{([0-9]{3,5}), ?[A-Za-z0-9_:]+\})"),
         // a named number: constexpr int FlowsStored = 2050; ///< message
@@ -186,7 +188,7 @@ std::map<int, std::set<std::string>> MessagesAskedFor() {
 TEST(Messages, EveryNumberThatTheCodeAsksForHasAText) {
     const Catalogue english = ReadCatalogue("en");
     const auto asked = MessagesAskedFor();
-    for (const int known : {2313, 2066, 464, 70001})
+    for (const int known : {2313, 2066, 464, 70001, 9067, 10362, 3239})
         EXPECT_EQ(asked.count(known), 1U) << known << ": the search no longer sees how the code names messages";
     for (const auto& [number, places] : asked)
         EXPECT_EQ(english.count(number), 1U) << number << " is asked for by " << testing::PrintToString(places);
