@@ -14,6 +14,7 @@ namespace OLMGis::Topology {
 
 /// Makes entities of one kind side by side in memory, so that a loop over a network reads memory in a row and an entity
 /// carries no count of its own. A slab lives until the topology and the last pointer to any of its entities let it go.
+/// The pointers of a slab share one owner: order and hash them by address, never by boost::shared_ptr's own "<".
 template <class Entity>
 class CEntitySlabs {
 public:
