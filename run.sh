@@ -45,30 +45,13 @@ PATH=$top/build/release/bin:$PATH
 step "importing the sample network"
 show drenova import "$samples/rivertown.geojson" -o "$project" --replace
 
-step "deriving the waste-water flows"
-show drenova run "$project" 01_WASTE_PERCENT --params "$samples/design.json"
-
 step "telling what the project holds"
 show drenova info "$project"
 
-step "summing up"
-# The values of KEY over the sections: the last column of its table, empty where a section has none.
-summarise() { # KEY UNIT
-    drenova get "$project" "$1" --format csv | LC_ALL=C awk -F, -v key="$1" -v unit="$2" '
-        NR > 1 && $NF != "" {
-            value = $NF + 0
-            if (!count++) least = greatest = value
-            if (value < least) least = value
-            if (value > greatest) greatest = value
-            sum += value
-        }
-        END {
-            if (!count) exit 1
-            printf "%-15s %8d %12.6g %12.6g %12.6g  %s\n", key, count, least, greatest, sum / count, unit
-        }'
-}
-printf '%-15s %8s %12s %12s %12s  %s\n' "" sections least greatest mean unit
-summarise FLOW_WASTE_PER m³/s
-summarise SPECIFIC_FLOW 'm³/(s·m)'
+step "dimensioning for the two-year rain, one section as an example"
+show drenova run "$project" 001_RAIN_ITP --params "$samples/design.json" --explain POPL-02
+
+step "designing: rain, waste water, transit, total, hydraulics, checks"
+show drenova design "$project" --params "$samples/design.json"
 
 printf '\nThe project file, which opens in any GIS: %s\n' "$project"
