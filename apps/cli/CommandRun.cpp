@@ -20,6 +20,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <optional>
 
 namespace Cli {
@@ -127,8 +128,12 @@ public:
     void End(CTerminal& terminal, bool isFinished) {
         m_scope.reset();
         TellOfRain(terminal, m_trace);
-        if (m_options.m_wantsIdfTable && isFinished && m_trace.FindTable(RainTrace::Files) == nullptr)
-            terminal.Warn("IDFOut.txt was not written: the folder of the user's files does not take it");
+        if (!m_options.m_wantsIdfTable || !isFinished || HasWritten(RainTrace::IterationTable))
+            return;
+        terminal.Warn(HasWritten("variations.txt")
+                          ? "IDFOut.txt was not written: a search computes each section many times; variations.txt "
+                            "tells of all of them"
+                          : "IDFOut.txt was not written: the folder of the user's files does not take it");
     }
 
     /// The results; false where the usual summary is to follow.
@@ -155,6 +160,13 @@ public:
     }
 
 private:
+    /// Whether the run wrote a file of that name.
+    bool HasWritten(std::string_view name) const {
+        const auto* const files = m_trace.FindTable(RainTrace::Files);
+        return files != nullptr && std::any_of(files->m_rows.begin(), files->m_rows.end(),
+                                               [name](const auto& row) { return row.m_name.ends_with(name); });
+    }
+
     const CRunOptions& m_options;
     bool m_isRain;
     boost::shared_ptr<OLMGis::Topology::CSection> m_section;
