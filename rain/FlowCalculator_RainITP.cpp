@@ -116,18 +116,19 @@ int CFlowCalculator_RainITP::Calculate(const CSectionList& sections, CFlowCalcul
     const int includesSubsystem = selector->GetIncludeSubsystemIntoSelection();
     selector->SetIncludeSubsystemIntoSelection(0);
     CRunForecast forecast = ForecastRun(sections, params->m_properties->GetIntProperty("PARTIAL_AREA_EFFECT", 0, 1));
-    if (!forecast.m_refusal.empty()) {
-        acedAlert(forecast.m_refusal);
-        return 0;
-    }
     m_params.m_forecastText = std::move(forecast.m_text);
     // Where the run ends before the walk the switch stays cleared: a form that was refused is edited again, and the
-    // selections made meanwhile are for the same run.
-    const int isRead = m_params.ReadParameters(params, 1);
+    // selections made meanwhile are for the same run. What can't be started is not asked about; what is wrong with the
+    // form is told all the same.
+    const int isRead = m_params.ReadParameters(params, forecast.m_refusal.empty() ? 1 : 0);
     ExplainCurves(m_params);
     if (isRead == 0) {
         if (!m_params.m_errors.empty())
             acedAlert(m_params.BuildParameterErrorText());
+        return 0;
+    }
+    if (!forecast.m_refusal.empty()) {
+        acedAlert(forecast.m_refusal);
         return 0;
     }
     if (MainOutlets::Settle(MainOutlets::CollectStartingNodes(sections), interaction) == 0) {
@@ -141,6 +142,9 @@ int CFlowCalculator_RainITP::Calculate(const CSectionList& sections, CFlowCalcul
 
 int CFlowCalculator_RainITP::Run(const CSectionList& sections) {
     BeginRun();
+    m_sectionData.Clear();
+    m_nodeData.Clear();
+    m_variations.Clear();
     const int result = m_params.m_variationSearch != 0 ? SearchVariations(sections) : WalkWithProgress(sections);
     if (result == 0) {
         m_sectionData.Clear();

@@ -5,20 +5,23 @@
 #include "host/gis_core/Utility.h"
 
 #include <charconv>
+#include <limits>
 #include <string>
+#include <system_error>
 #include <vector>
 
 using OLMGis::Utility::CUtility;
 
 namespace {
 
-/// The whole number that a text begins with; 0 without one or beyond the range.
+/// The whole number that a text begins with, held at the ends of the range; 0 without one.
 int ToInt(std::string_view text) {
     text = CUtility::Trim(text);
     if (text.starts_with('+'))
         text.remove_prefix(1);
     int number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
+    if (std::from_chars(text.data(), text.data() + text.size(), number).ec == std::errc::result_out_of_range)
+        return text.front() == '-' ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max();
     return number;
 }
 

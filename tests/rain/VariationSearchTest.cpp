@@ -73,6 +73,9 @@ struct CSearchRun {
         host.m_words = words;
         m_calculator.InputParameters({}, m_parameters.get(), 0, nullptr);
     }
+    void Type(const char* tag, const char* text) {
+        EXPECT_TRUE(Topology::SetPropertyText(*m_parameters->m_properties->GetPropertyExByTag(tag), text));
+    }
     int Calculate(const CPlainSearch::CSectionList& sections) {
         return m_calculator.Calculate(sections, m_parameters.get(), 1, nullptr, nullptr);
     }
@@ -346,6 +349,10 @@ TEST_F(VariationSearch, TwoRunsLeaveTwoBlocks) {
     EXPECT_THAT(block, HasSubstr("\r\nBC  - 2\r\n1 : BC AB\r\n2 : BC"));
     ASSERT_EQ(run.Calculate(network.Sections()), 1);
     EXPECT_EQ(ReadReport(), block + block);
+    EXPECT_EQ(run.m_calculator.GetVariations().GetCount(), 2U);
+    run.Type("PARTIAL_AREA_EFFECT", "0");
+    ASSERT_EQ(run.Calculate(network.Sections()), 1);
+    EXPECT_EQ(run.m_calculator.GetVariations().GetCount(), 0U) << "of the run before";
 }
 
 TEST_F(VariationSearch, CancelledSearchStoresNothingAndTellsNothing) {
@@ -386,7 +393,13 @@ TEST_F(VariationSearch, IsRefusedBeforeTheQuestionWhenItDoesNotFit) {
     EXPECT_EQ(run.Calculate(network.Sections()), 0);
     EXPECT_THAT(host.m_alerts, ElementsAre(HasSubstr("of memory for 6 combinations, and 1.0 kB is free"),
                                            HasSubstr("with 6 combinations; in the folder " + m_folder.string())));
+    host.m_alerts.clear();
+    run.Type("PIPE_FILL", "120");
+    EXPECT_EQ(run.Calculate(network.Sections()), 0);
+    EXPECT_THAT(host.m_alerts, ElementsAre(HasSubstr(Utility::CModuleConfiguration::Instance()->GetMsg(11047))))
+        << "a faulty form comes first";
     EXPECT_THAT(host.m_questions, IsEmpty());
+    run.Type("PIPE_FILL", "100");
     machine.m_disk = 1.0e9;
     EXPECT_EQ(run.Calculate(network.Sections()), 1);
     CSearchRun chains(host, {{"RAINFALL_MODE", "2484"}, {"PARTIAL_AREA_EFFECT", "1"}, {"PIPE_GROUP", "Search pipes"}});
