@@ -3,8 +3,8 @@
 #include "host/network_core/Section.h"
 
 #include "host/gis_core/DataConfiguration.h"
-#include "host/network_core/CatalogManager.h"
 #include "host/network_core/Node.h"
+#include "host/network_core/PipeManager.h"
 #include "host/network_core/TopologyStorage.h"
 
 #include <array>
@@ -100,7 +100,7 @@ boost::shared_ptr<CCatalogItem> CSection::GetPipe() const {
     static const Data::CDataDefinition* const reference = Definition("PIPE_REF");
     const Data::CAttributeColumn* column = reference == nullptr ? nullptr : GetStore().FindColumn(*reference);
     const std::string_view guid = column == nullptr ? std::string_view() : column->ReadText(GetRow());
-    return guid.empty() ? nullptr : CCatalogManager::Instance()->GetItemByGuid(CCatalogManager::PipeCatalog, guid);
+    return guid.empty() ? nullptr : CPipeManager::Instance()->GetPipe(guid);
 }
 
 std::string CSection::GetPipeReference() const {

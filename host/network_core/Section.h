@@ -60,7 +60,7 @@ public:
     /// section itself; returns their number. Cost: the size of the upstream network, no recursion.
     int GetPreviousSections(std::vector<boost::shared_ptr<CSection>>& list) const;
 
-    /// The pipe that PIPE_REF names in the catalogues, null when there is none.
+    /// The pipe that PIPE_REF names in the catalogue, null when there is none; a group is no pipe.
     boost::shared_ptr<CCatalogItem> GetPipe() const;
 
     /// The text of PIPE_REF, empty when there is none: what CPipeManager::GetPipe takes.

@@ -45,7 +45,8 @@ TEST(DiameterCheck, AnySmallerPipeOffendsAndSectionsWithoutAreSkipped) {
     stage.Lay("AB", 300.0);
     stage.Lay("BC", 299.999);
     stage.Lay("CD", 299.999);
-    stage.Lay("DE", 400.0); // EF has none
+    stage.Lay("DE", 400.0);
+    stage.net.Set("EF", "PIPE_REF", "group-of-the-test"); // no pipe
     stage.Lay("FG", 100.0);
     stage.Lay("BH", 300.0);
     stage.Lay("BI", 200.0);
