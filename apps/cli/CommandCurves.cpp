@@ -61,9 +61,14 @@ OLMGis::Utility::Error Invalid(const std::string& file, const CIDFCurves& curves
 Status CheckFrequency(const CQuestion& question, const CIDFCurves& curves, const std::string& file) {
     if (!question.m_frequency || curves.GetCurves().count(*question.m_frequency) != 0)
         return Done{};
+    constexpr std::size_t MostNamed = 20;
     std::string known;
+    std::size_t count = 0;
     for (const auto& [frequency, curve] : curves.GetCurves())
-        known += (known.empty() ? "" : ", ") + CUtility::ToText(frequency);
+        if (++count <= MostNamed)
+            known += (known.empty() ? "" : ", ") + CUtility::ToText(frequency);
+    if (count > MostNamed)
+        known += ", ...";
     return BadWords(fmt::format("--frequency: found {}, expected one that {} has: {}",
                                 CUtility::ToText(*question.m_frequency), file, known));
 }

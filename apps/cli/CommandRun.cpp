@@ -149,10 +149,12 @@ public:
             return !isTable;
         }
         const CRainExplanation explanation = ExplainRain(m_trace, m_section);
-        if (explanation.IsEmpty())
+        if (explanation.IsEmpty()) {
             terminal.Warn(
                 OnOneLine(fmt::format("section {} got no results: there is nothing to explain", m_section->GetName())));
-        else if (isJson)
+            if (isJson)
+                results << "null\n";
+        } else if (isJson)
             PrintRainExplanationAsJson(results, explanation);
         else
             PrintRainSheet(results, explanation);
@@ -216,16 +218,20 @@ CVerbResult RunCalculator(const CRunOptions& options, CTerminal& terminal, std::
     for (const std::string& tag : editor.GetOutOfForce())
         terminal.Note(fmt::format("{} is out of force with these values; it was set all the same", tag));
     const bool hasResults = options.m_isPreview || outcome->HasStored();
+    // What reads a list finds one, be it empty.
+    const bool wantsList = options.m_format == "json" || options.m_format == "csv";
     // A run without results still leaves the parameters that were entered on the sections.
     if (!hasResults && !outcome->m_hasChanges) {
         terminal.Tell("nothing was stored");
+        if (wantsList)
+            rain.Print(results, terminal);
         return enmExitCode::NothingStored;
     }
     if (const Status saved = project.Value()->Save(options.m_output); !saved)
         return saved.GetError();
     if (options.m_isPreview)
         PrintReport(results, report);
-    else if (hasResults && !rain.Print(results, terminal))
+    else if ((hasResults || wantsList) && !rain.Print(results, terminal))
         PrintOutcome(results, *calculator.Value(), outcome.Value());
     results.flush();
     terminal.Tell(fmt::format("{}: {}", project.Value()->GetTarget(options.m_output),

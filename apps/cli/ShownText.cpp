@@ -154,7 +154,7 @@ std::string Suggest(std::string_view word, const std::vector<std::string>& candi
             nearest = &candidate;
         }
     }
-    return nearest == nullptr ? std::string() : fmt::format(", did you mean {}?", *nearest);
+    return nearest == nullptr ? std::string() : fmt::format(", did you mean {}?", OnOneLine(*nearest));
 }
 
 } // namespace Cli

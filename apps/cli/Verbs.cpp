@@ -56,7 +56,14 @@ public:
     }
     CVerb& Option(const std::string& name, std::string& value, const std::string& shape, const std::string& help,
                   bool isRequired = false) {
-        m_app->add_option(name, value, help)->required(isRequired)->option_text(shape);
+        m_app->add_option(name, value, help)
+            ->required(isRequired)
+            ->option_text(shape)
+            // An empty value, as of a variable that a script forgot to set, is not the same as no option: without its
+            // OUT.gpkg a run would overwrite the project.
+            ->check([shape](const std::string& word) {
+                return word.empty() ? fmt::format("found \"\", expected {}", shape) : std::string();
+            });
         return *this;
     }
     CVerb& Choice(const std::string& name, std::string& value, const std::vector<std::string>& choices,

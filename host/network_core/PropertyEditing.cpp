@@ -24,6 +24,8 @@ using Utility::Status;
 
 namespace {
 
+constexpr std::size_t MostNamed = 20; ///< choices of a message; a curve file may offer very many
+
 bool SameValue(const CDataBox& a, const CDataBox& b) {
     const bool areNumbers = a.GetKind() != CDataBox::enmKind::Text && b.GetKind() != CDataBox::enmKind::Text;
     if (!a.IsNotNull() || !b.IsNotNull())
@@ -66,8 +68,11 @@ Status SetChoice(CPropertyEx& property, std::string_view text) {
             property.SetValue(choice->GetValue());
             return Done{};
         }
-        offered.push_back(fmt::format("{} ({})", hidden.AsText(), choice->GetValue().AsText()));
+        if (offered.size() < MostNamed)
+            offered.push_back(fmt::format("{} ({})", hidden.AsText(), choice->GetValue().AsText()));
     }
+    if (choices.size() > MostNamed)
+        offered.emplace_back("...");
     return NotTaken(property, text, fmt::format("one of {}", fmt::join(offered, ", ")));
 }
 

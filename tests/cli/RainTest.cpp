@@ -360,6 +360,13 @@ TEST_F(RainProject, RefusesWhatItCannotTell) {
     EXPECT_THAT(Run({"--explain", "G6"}).m_err, HasSubstr("nothing to explain"));
 }
 
+TEST_F(RainProject, PrintsJsonAlsoWithoutResults) {
+    const CEnded none = Run({"PRECISION=-1", "--format", "json"});
+    EXPECT_EQ(none.m_code, 1);
+    EXPECT_EQ(json::parse(none.m_out), json::array());
+    EXPECT_TRUE(json::parse(Run({"--explain", "G6", "--format", "json"}).m_out).is_null());
+}
+
 TEST(Curves, AreShownLookedUpAndRefused) {
     const CFolder folder;
     const std::string good = folder.Write("good.txt", "* comment\r\n#5\r\n10\t100\r\n5 150\r\n#2\r\n5 90\r\n5 91\r\n");

@@ -80,6 +80,7 @@ const CCase Cases[] = {
 
     {"nobody named to set", {"set", "P", "FLOW_USER=1"}, 2, "", "--names nor --all"},
     {"all and some to set", {"set", "P", "FLOW_USER=1", "--all", "--names", "one"}, 2, "", "excludes"},
+    {"an empty place to write", {"set", "P", "FLOW_USER=1", "--all", "-o", ""}, 2, "", "expected OUT.gpkg"},
     {"no number", {"set", "P", "FLOW_USER=1,5", "--all"}, 2, "", "found \"1,5\""},
     {"not a number", {"set", "P", "FLOW_USER=NaN", "--all"}, 2, "", "expected a number"},
     {"no value", {"set", "P", "FLOW_USER", "--all"}, 2, "", "expected KEY=VALUE"},
@@ -158,7 +159,7 @@ TEST(Words, EndWithTheirExitCode) {
         SCOPED_TRACE(test.m_about);
         std::vector<std::string> words;
         for (const std::string& word : test.m_words)
-            words.push_back(word == "P" ? project : word.front() == '/' ? folder / word.substr(1) : word);
+            words.push_back(word == "P" ? project : word.starts_with('/') ? folder / word.substr(1) : word);
         const CEnded ended = Drenova(words);
         EXPECT_EQ(ended.m_code, test.m_code) << ended.m_err;
         EXPECT_THAT(ended.m_out, HasSubstr(test.m_out));
