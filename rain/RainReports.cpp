@@ -92,13 +92,15 @@ std::string RainReports::MakeIterationTable(const CGuidMap<CRecordList>& section
     return table.Take();
 }
 
-void RainReports::WriteVariations(const CGuidMap<CVariationData>& variations,
-                                  const std::function<void(std::string_view text)>& append) {
+bool RainReports::WriteVariations(const CGuidMap<CVariationData>& variations,
+                                  const std::function<bool(std::string_view text, std::uint64_t told)>& append) {
     std::string text = CUtility::Format("%sBest variations: ", Break);
+    std::uint64_t told = 0;
+    bool goesOn = true;
     const auto pass = [&](bool isLast) {
-        if (!isLast && text.size() < PieceLength)
+        if (!goesOn || (!isLast && text.size() < PieceLength))
             return;
-        append(text);
+        goesOn = append(text, told);
         text.clear();
     };
     variations.ForEach([&](std::string_view /*guid*/, const CVariationData& data) {
@@ -120,14 +122,17 @@ void RainReports::WriteVariations(const CGuidMap<CVariationData>& variations,
     });
     const auto* const topology = CTopologyMultiStorage::Instance()->GetActiveTopology();
     variations.ForEach([&](std::string_view guid, const CVariationData& data) {
+        if (!goesOn)
+            return;
         const auto section = topology->GetSectionByGuid(guid);
         const std::size_t count = data.m_combinations.size();
         text += CUtility::Format("%s%s  - %d", Break, section ? section->GetName() : std::string_view(), count);
-        for (std::size_t i = 0; i < count; ++i) {
+        for (std::size_t i = 0; i < count && goesOn; ++i, ++told) {
             text += CUtility::Format("%s%d :", Break, i + 1);
             data.m_combinations.AppendNames(i, text);
             pass(false);
         }
     });
     pass(true);
+    return goesOn;
 }

@@ -6,6 +6,7 @@
 #include "rain/SectionDataIDF.h"
 #include "rain/VariationData.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -18,8 +19,10 @@ namespace RainReports {
 /// first record; sections that were not reached are left out. Iteration 1 begins with what doesn't change.
 std::string MakeIterationTable(const CGuidMap<CRecordList>& sections, int iteration);
 
-/// The account of a search, given in pieces: best combinations, their results, and all combinations that were tried.
-void WriteVariations(const CGuidMap<CVariationData>& variations,
-                     const std::function<void(std::string_view text)>& append);
+/// The account of a search, given in pieces: best combinations, their results, and all combinations that were tried, of
+/// which so many are told already. It can be as long as a disk is large: append says whether to go on. False when it
+/// said no.
+bool WriteVariations(const CGuidMap<CVariationData>& variations,
+                     const std::function<bool(std::string_view text, std::uint64_t told)>& append);
 
 } // namespace RainReports

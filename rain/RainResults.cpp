@@ -3,6 +3,7 @@
 // What a finished rain calculation leaves: values of sections, and two text files beside the user's settings.
 #include "flow/FlowKeys.h"
 #include "flow/FlowValue.h"
+#include "host/gis_core/CoreProgressBar.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/ReportFile.h"
@@ -15,6 +16,7 @@
 using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;
+using OLMGis::Utility::CCoreProgressBar;
 using OLMGis::Utility::CModuleConfiguration;
 using OLMGis::Utility::CReportFile;
 using OLMGis::Utility::CUtility;
@@ -106,6 +108,22 @@ void CFlowCalculator_RainITP::WriteVariationsFile() {
     CReportFile file(path);
     if (!file.IsOpen())
         return;
-    RainReports::WriteVariations(m_variations, [&file](std::string_view text) { file.Append(text); });
-    RainTrace::NoteFile(path);
+    constexpr int Range = 1000;
+    double count = 1.0;
+    m_variations.ForEach([&count](std::string_view /*guid*/, const CVariationData& data) {
+        count += static_cast<double>(data.m_combinations.size());
+    });
+    auto* const bar = CCoreProgressBar::Instance();
+    bar->SaveState();
+    bar->Show("variations.txt", 0, Range);
+    const bool isWhole = RainReports::WriteVariations(m_variations, [&](std::string_view text, std::uint64_t told) {
+        file.Append(text);
+        return bar->SetPosition(static_cast<int>(static_cast<double>(told) / count * Range)) != 0;
+    });
+    bar->RestoreState();
+    // Who stops here gets no results: then there is no account of them either.
+    if (isWhole)
+        RainTrace::NoteFile(path);
+    else
+        file.TakeBack();
 }

@@ -7,18 +7,30 @@
 
 namespace OLMGis::Utility {
 
-CReportFile::CReportFile(const std::string& path) {
+CReportFile::CReportFile(const std::string& path) : m_path(path) {
     std::error_code ignored;
     if (const auto folder = std::filesystem::path(path).parent_path(); !folder.empty())
         std::filesystem::create_directories(folder, ignored);
     m_file.reset(std::fopen(path.c_str(), "ab"));
+    if (const auto size = std::filesystem::file_size(path, ignored); m_file && !ignored)
+        m_before = size;
 }
 
 CReportFile::~CReportFile() = default;
 
 void CReportFile::Append(std::string_view text) {
     if (m_file)
-        std::fwrite(text.data(), 1, text.size(), m_file.get());
+        m_appended += std::fwrite(text.data(), 1, text.size(), m_file.get());
+}
+
+void CReportFile::TakeBack() {
+    if (!m_file)
+        return;
+    m_file.reset();
+    std::error_code ignored;
+    if (std::filesystem::is_regular_file(m_path, ignored) &&
+        std::filesystem::file_size(m_path, ignored) == m_before + m_appended)
+        std::filesystem::resize_file(m_path, m_before, ignored);
 }
 
 void CReportFile::Remove(const std::string& path) {

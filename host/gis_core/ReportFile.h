@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -22,6 +23,9 @@ public:
     bool IsOpen() const { return m_file != nullptr; }
     void Append(std::string_view text);
 
+    /// Cuts off again what was appended, and takes no more; nothing where others wrote meanwhile.
+    void TakeBack();
+
     /// Removes a report; none there is fine.
     static void Remove(const std::string& path);
 
@@ -29,6 +33,9 @@ private:
     struct CClose {
         void operator()(std::FILE* file) const;
     };
+    std::string m_path;
+    std::uintmax_t m_before = 0; ///< bytes of the file when it was opened
+    std::uintmax_t m_appended = 0;
     std::unique_ptr<std::FILE, CClose> m_file;
 };
 

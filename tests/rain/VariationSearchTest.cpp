@@ -370,6 +370,26 @@ TEST_F(VariationSearch, CancelledSearchStoresNothingAndTellsNothing) {
     EXPECT_EQ(ReadReport(), "");
 }
 
+/// Wherever a run is cancelled, also while it writes, the account keeps whole blocks only.
+TEST_F(VariationSearch, CancelledRunLeavesNoPieceOfAnAccount) {
+    CTestProject project;
+    const CTextNetwork network("A-Z-Y B-Z C-Z D-Z E-Z F-Z G-Z H-Z I-Z J-Z K-Z L-Z");
+    Prepare(network);
+    CScriptedHost host;
+    host.m_answer = 1;
+    constexpr int Never = 1000000;
+    host.m_progressCallsUntilCancel = Never;
+    ASSERT_EQ(CSearchRun(host, FormulaWords()).Calculate(network.Sections()), 1);
+    const int calls = Never - host.m_progressCallsUntilCancel;
+    const std::string before = ReadReport();
+    ASSERT_GT(before.size(), std::size_t{1} << 16U) << "more than one piece";
+    for (const int call : {calls - 1, calls - 2, calls - 3, calls / 2}) {
+        host.m_progressCallsUntilCancel = call;
+        CSearchRun(host, FormulaWords()).Calculate(network.Sections());
+        EXPECT_TRUE(ReadReport() == before) << call << " of " << calls;
+    }
+}
+
 TEST_F(VariationSearch, IsRefusedBeforeTheQuestionWhenItDoesNotFit) {
     class CSmallMachine final : public System::IAvailableResources {
     public:
