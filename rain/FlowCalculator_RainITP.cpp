@@ -37,6 +37,7 @@ constexpr int NameMessage = 11164;
 constexpr int GroupNameMessage = 11166;
 constexpr int CurveProblem = 70120;
 constexpr int CurveFileProblem = 70132;
+constexpr int UnreadText = 70133;
 
 /// The progress bar for one run, given back as it was found.
 class CProgress {
@@ -82,25 +83,29 @@ void CFlowCalculator_RainITP::OnPropertiesUpdated(CPropertyEx* property, CFlowCa
         return;
     CRainITPParameters typed;
     typed.ReadParameters(parameters, 0);
-    ExplainCurves(typed);
+    ExplainInput(typed);
     if (const auto frequency = parameters->m_properties->GetPropertyExByTag("FREQUENCY"))
         RainITPForm::OfferFrequencies(*frequency, typed.m_curves);
 }
 
-/// Tells the log what of a curve file doesn't count; the same story once per form.
-void CFlowCalculator_RainITP::ExplainCurves(const CRainITPParameters& params) {
-    if (params.m_rainfallMode != RainChoices::CurveFile || params.m_curves.GetPath().empty())
-        return;
+/// Tells the log what of a curve file and of texts doesn't count; the same story once per form.
+void CFlowCalculator_RainITP::ExplainInput(const CRainITPParameters& params) {
     std::vector<std::string> lines;
-    std::string story;
+    for (const std::string& name : params.m_unread)
+        lines.push_back(CUtility::Format(CModuleConfiguration::Instance()->GetMsg(UnreadText), name));
+    const bool hasFile = params.m_rainfallMode == RainChoices::CurveFile && !params.m_curves.GetPath().empty();
     for (const CIDFCurves::CProblem& problem : params.m_curves.GetProblems()) {
+        if (!hasFile)
+            break;
         const auto& format =
             CModuleConfiguration::Instance()->GetMsg(problem.m_line == 0 ? CurveFileProblem : CurveProblem);
         lines.push_back(problem.m_line == 0
                             ? CUtility::Format(format, params.m_curves.GetPath(), problem.m_text)
                             : CUtility::Format(format, params.m_curves.GetPath(), problem.m_line, problem.m_text));
-        story += lines.back() + '\n';
     }
+    std::string story;
+    for (const std::string& line : lines)
+        story += line + '\n';
     if (story == m_explained)
         return;
     m_explained = std::move(story);
@@ -121,7 +126,7 @@ int CFlowCalculator_RainITP::Calculate(const CSectionList& sections, CFlowCalcul
     // selections made meanwhile are for the same run. What can't be started is not asked about; what is wrong with the
     // form is told all the same.
     const int isRead = m_params.ReadParameters(params, forecast.m_refusal.empty() ? 1 : 0);
-    ExplainCurves(m_params);
+    ExplainInput(m_params);
     if (isRead == 0) {
         if (!m_params.m_errors.empty())
             acedAlert(m_params.BuildParameterErrorText());

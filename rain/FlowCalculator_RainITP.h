@@ -123,7 +123,7 @@ private:
     void PrepareWalk(const CSectionList& sections);
     int WalkSection(const CSectionPtr& section);
     bool FitPipe(CSectionDataIDF& record, double diameter);
-    void ExplainCurves(const CRainITPParameters& params);
+    void ExplainInput(const CRainITPParameters& params);
     bool GoOn();
 
     boost::shared_ptr<OLMGis::Sewage::CFlowCalculatorParameters> m_parameters;
@@ -140,7 +140,7 @@ private:
     CSectionList m_buffer;                 ///< for questions to the network
     CRainPassTrace* m_passTrace = nullptr; ///< notes each pass while it is set
 
-    std::string m_explained; ///< what the log was last told about the curve file
+    std::string m_explained; ///< what the log was last told about the curve file and texts
     int m_done = 0;          ///< sections of the walk at hand
     bool m_showsProgress = false;
 };

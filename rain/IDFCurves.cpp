@@ -163,7 +163,11 @@ int CIDFCurves::LoadFromFile(const std::string& path) {
     m_path = path;
     auto content = OLMGis::Utility::InstallationPaths::ReadWholeFile(path);
     if (!content) {
-        m_problems.push_back({0, content.GetError().message});
+        // The path stands in front of the problem already.
+        std::string_view reason = content.GetError().message;
+        if (reason.starts_with(path + ": "))
+            reason.remove_prefix(path.size() + 2);
+        m_problems.push_back({0, std::string(reason)});
         return 0;
     }
     std::istringstream input(std::move(content.Value()));

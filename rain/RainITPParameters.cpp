@@ -31,6 +31,7 @@ const std::string& Msg(int number) {
 int CRainITPParameters::ReadParameters(CFlowCalculatorParameters* parameters, int interactive) {
     const CForm& form = *parameters->m_properties;
     m_errors.clear();
+    m_unread.clear();
     ReadRain(form);
     m_useExistingPipe = form.GetIntProperty("USE_EXISTING_PIPE", 0, 1) == RainChoices::KeepExistingPipe ? 1 : 0;
     m_existingPipeGroup = form.GetIntProperty("USE_EXISTING_PIPE", 0, 1) == RainChoices::ExistingPipeGroup ? 1 : 0;
@@ -52,7 +53,9 @@ int CRainITPParameters::ReadParameters(CFlowCalculatorParameters* parameters, in
     if (m_calcStandard == RainChoices::StandardRomanian) {
         // A text that doesn't parse means the usual coefficients, and not those of an earlier run.
         m_roCoefficients = {};
-        m_roCoefficients.ParseValue(form.GetStrProperty("RO", "", 1));
+        const std::string text = form.GetStrProperty("RO", "", 1);
+        if (m_roCoefficients.ParseValue(text) == 0 && !text.empty())
+            m_unread.push_back(NameOf(form, "RO"));
     }
     m_pipeFill = form.GetDblProperty("PIPE_FILL", 0.0, 1);
     if (m_pipeFill > 100.0 || m_pipeFill < 0.0) {
@@ -84,7 +87,8 @@ void CRainITPParameters::ReadRain(const CForm& form) {
     case RainChoices::TurkishParameters: {
         const std::string text = form.GetStrProperty("TURKISH", "", 1);
         m_turkParams.Load();
-        m_turkParams.setValue(text);
+        if (m_turkParams.setValue(text) == 0 && !text.empty())
+            m_unread.push_back(NameOf(form, "TURKISH"));
         break;
     }
     default:
@@ -111,9 +115,13 @@ void CRainITPParameters::ReadPipeGroup(const CForm& form) {
         m_pipeTypeId = pipes->GetPipeTypeID(m_pipeGroup->GetSubItems().front());
 }
 
-void CRainITPParameters::Complain(const CForm& form, const char* tag) {
+std::string CRainITPParameters::NameOf(const CForm& form, const char* tag) {
     const auto property = form.GetPropertyExByTag(tag);
-    m_errors.push_back(property ? property->GetName() : tag);
+    return property ? property->GetName() : tag;
+}
+
+void CRainITPParameters::Complain(const CForm& form, const char* tag) {
+    m_errors.push_back(NameOf(form, tag));
 }
 
 std::string CRainITPParameters::BuildParameterErrorText() const {

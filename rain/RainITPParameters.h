@@ -51,6 +51,7 @@ public:
     CRORainCoefficients m_roCoefficients;
     std::string m_pipeTypeId; ///< of the group
     std::vector<std::string> m_errors;
+    std::vector<std::string> m_unread; ///< names of properties whose texts are not understood, so that the usual hold
 
     /// What a search may cost, told behind the question whether to start it; empty for nothing.
     std::string m_forecastText;
@@ -60,5 +61,6 @@ private:
 
     void ReadRain(const CForm& form);
     void ReadPipeGroup(const CForm& form);
+    static std::string NameOf(const CForm& form, const char* tag);
     void Complain(const CForm& form, const char* tag);
 };

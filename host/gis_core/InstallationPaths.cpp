@@ -59,13 +59,19 @@ Result<std::string> ReadWholeFile(const std::string& path) {
     std::error_code ignored;
     if (std::filesystem::is_directory(path, ignored))
         return Refused(fmt::format("{}: cannot be read: it is a folder", path));
+    // A pipe gives its bytes once and may wait forever, a device may never end.
+    if (std::filesystem::exists(path, ignored) && !std::filesystem::is_regular_file(path, ignored))
+        return Refused(fmt::format("{}: cannot be read: it is no file but a pipe or a device", path));
     errno = 0;
     std::ifstream stream(path, std::ios::binary);
     if (!stream)
         return Refused(fmt::format("{}: cannot be opened: {}", path, std::generic_category().message(errno)));
     std::string bytes;
     constexpr std::size_t Step = std::size_t{1} << 16;
+    constexpr std::size_t Most = std::size_t{1} << 30; // far above any data file
     for (std::size_t size = 0; stream; bytes.resize(size)) {
+        if (size > Most)
+            return Refused(fmt::format("{}: cannot be read: it holds more than {} bytes", path, Most));
         bytes.resize(size + Step);
         stream.read(bytes.data() + size, static_cast<std::streamsize>(Step));
         size += static_cast<std::size_t>(stream.gcount());

@@ -20,7 +20,8 @@ std::string DataFile(std::string_view name);
 /// drenova in the user's data folder (XDG_DATA_HOME, else .local/share in the home folder). Not created here.
 std::string HomeFolder();
 
-/// The bytes of a file. Refused when it cannot be opened or read, naming the file and the system's reason.
+/// The bytes of a file of at most 1 GiB; no folder, pipe or device. Refused when it cannot be opened or read, naming
+/// the file and the reason.
 Result<std::string> ReadWholeFile(const std::string& path);
 
 } // namespace OLMGis::Utility::InstallationPaths

@@ -13,6 +13,8 @@
 
 #include <filesystem>
 #include <sstream>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -122,6 +124,18 @@ TEST(IDFCurves, AMissingFileIsNoCurve) {
     EXPECT_EQ(curves.GetPath(), "no/such/file.txt");
     EXPECT_THAT(ProblemLines(curves), ElementsAre(0U));
     EXPECT_EQ(curves.GetCurveIntensity(1, 5), -1.0);
+}
+
+/// A pipe that nobody writes to would wait forever, and a second reading would find it empty.
+TEST(IDFCurves, APipeIsNoCurveFile) {
+    const CTestProject project;
+    const std::string path = testing::TempDir() + "drenova-curves-" + std::to_string(getpid());
+    ASSERT_EQ(mkfifo(path.c_str(), S_IRUSR | S_IWUSR), 0);
+    CIDFCurves curves;
+    EXPECT_EQ(curves.LoadFromFile(path), 0);
+    unlink(path.c_str());
+    ASSERT_THAT(ProblemLines(curves), ElementsAre(0U));
+    EXPECT_EQ(curves.GetProblems().front().m_text, "cannot be read: it is no file but a pipe or a device");
 }
 
 TEST(IDFCurves, ALargeFileInAnyOrderLoadsInShortTime) {

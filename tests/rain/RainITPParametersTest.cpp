@@ -164,6 +164,16 @@ TEST(RainITPParameters, WhatIsMissingIsNamedInTheOrderOfReading) {
     EXPECT_EQ(params.m_pipeGroup->GetName(), "Test");
 }
 
+TEST(RainITPParameters, TextsThatAreNotUnderstoodAreTold) {
+    CRainRun run;
+    run.Type("RAINFALL_MODE", "9455").Type("CALC_STANDARD", "2").Type("TURKISH", "0;10:1700:8").Type("RO", "1;2;3");
+    EXPECT_EQ(run.Calculate(), 1);
+    EXPECT_THAT(Workspace::CWsManager::Instance()->GetLog(), SizeIs(2));
+    run.Type("TURKISH", "0;10:1700:8:0.72").Type("RO", "");
+    EXPECT_EQ(run.Calculate(), 1);
+    EXPECT_THAT(Workspace::CWsManager::Instance()->GetLog(), SizeIs(2)) << "nothing to tell of";
+}
+
 TEST(RainITPParameters, ANoEndsTheReadingOfASearch) {
     CRainRun run;
     run.Type("PARTIAL_AREA_EFFECT", "2").Type("PIPE_GROUP", "").Type("PRECISION", "3");
