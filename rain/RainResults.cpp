@@ -83,7 +83,10 @@ void CFlowCalculator_RainITP::WriteResults(int write, int report, int iteration)
         CReportFile file(path);
         if (file.IsOpen()) {
             file.Append(RainReports::MakeIterationTable(m_sectionData, iteration));
-            RainTrace::NoteFile(path);
+            if (file.Close())
+                RainTrace::NoteFile(path);
+            else
+                file.TakeBack();
         }
     }
     if (write == 0)
@@ -121,8 +124,9 @@ void CFlowCalculator_RainITP::WriteVariationsFile() {
         return bar->SetPosition(static_cast<int>(static_cast<double>(told) / count * Range)) != 0;
     });
     bar->RestoreState();
-    // Who stops here gets no results: then there is no account of them either.
-    if (isWhole)
+    // Who stops here gets no results, and then there is no account of them either; nor is there half of one where the
+    // disk is full.
+    if (isWhole && file.Close())
         RainTrace::NoteFile(path);
     else
         file.TakeBack();

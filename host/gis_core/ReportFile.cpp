@@ -19,17 +19,27 @@ CReportFile::CReportFile(const std::string& path) : m_path(path) {
 CReportFile::~CReportFile() = default;
 
 void CReportFile::Append(std::string_view text) {
-    if (m_file)
-        m_appended += std::fwrite(text.data(), 1, text.size(), m_file.get());
+    if (!m_file)
+        return;
+    const std::size_t count = std::fwrite(text.data(), 1, text.size(), m_file.get());
+    m_appended += count;
+    m_isWhole = m_isWhole && count == text.size();
+}
+
+bool CReportFile::Close() {
+    if (!m_file)
+        return false;
+    m_isWhole = std::fclose(m_file.release()) == 0 && m_isWhole;
+    return m_isWhole;
 }
 
 void CReportFile::TakeBack() {
-    if (!m_file)
-        return;
     m_file.reset();
     std::error_code ignored;
-    if (std::filesystem::is_regular_file(m_path, ignored) &&
-        std::filesystem::file_size(m_path, ignored) == m_before + m_appended)
+    if (!std::filesystem::is_regular_file(m_path, ignored))
+        return;
+    const auto size = std::filesystem::file_size(m_path, ignored);
+    if (!ignored && size > m_before && size <= m_before + m_appended)
         std::filesystem::resize_file(m_path, m_before, ignored);
 }
 

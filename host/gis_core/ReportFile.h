@@ -23,6 +23,9 @@ public:
     bool IsOpen() const { return m_file != nullptr; }
     void Append(std::string_view text);
 
+    /// Ends the report. Whether all that was appended is in the file: a disk may have filled up.
+    bool Close();
+
     /// Cuts off again what was appended, and takes no more; nothing where others wrote meanwhile.
     void TakeBack();
 
@@ -36,6 +39,7 @@ private:
     std::string m_path;
     std::uintmax_t m_before = 0; ///< bytes of the file when it was opened
     std::uintmax_t m_appended = 0;
+    bool m_isWhole = true;
     std::unique_ptr<std::FILE, CClose> m_file;
 };
 

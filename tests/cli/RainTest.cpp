@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <map>
 #include <numbers>
 #include <sstream>
@@ -337,6 +338,12 @@ TEST_F(RainProject, TellsOfTheFilesItWrote) {
     EXPECT_THAT(ReadFile(m_folder / "home/IDFOut.txt"), HasSubstr(" ITERATION 1\r\n"));
     EXPECT_THAT(Run({"PARTIAL_AREA_EFFECT=2", "--yes"}).m_err, HasSubstr(m_folder / "home/variations.txt"));
     EXPECT_THAT(Run({}).m_err, Not(HasSubstr(".txt: written")));
+    // On a full disk a report is neither written nor a reason to fail.
+    std::filesystem::remove(m_folder / "home/variations.txt");
+    std::filesystem::create_symlink("/dev/full", m_folder / "home/variations.txt");
+    const CEnded full = Run({"PARTIAL_AREA_EFFECT=2", "--yes"});
+    EXPECT_EQ(full.m_code, 0);
+    EXPECT_THAT(full.m_err, Not(HasSubstr(".txt: written")));
 }
 
 TEST_F(RainProject, RefusesWhatItCannotTell) {
