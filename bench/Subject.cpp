@@ -123,9 +123,11 @@ void RegisterOnShape(const std::string& name, enmNetworkShape shape, const char*
 
 } // namespace
 
-void RegisterOnNetworks(const std::string& name, enmPace pace, const CSubjectMaker& maker) {
+void RegisterOnNetworks(const std::string& name, enmPace pace, const CSubjectMaker& maker,
+                        std::optional<enmNetworkShape> leftOut) {
     for (const auto& [shape, shapeName] : Shapes)
-        RegisterOnShape(name, shape, shapeName, pace, maker);
+        if (shape != leftOut)
+            RegisterOnShape(name, shape, shapeName, pace, maker);
 }
 
 void RegisterWithoutNetwork(const std::string& name, enmPace pace, const CSubjectMaker& maker) {

@@ -136,8 +136,9 @@ private:
 
     CSectionInputs m_inputs;
     CAreaSums m_areaSums;
-    std::vector<CSectionPtr> m_queue;      ///< of the walk at hand
-    CSectionList m_buffer;                 ///< for questions to the network
+    std::vector<CSectionPtr> m_queue; ///< of the walk at hand
+    CSectionList m_buffer;            ///< for questions to the network
+    std::vector<const OLMGis::Topology::CSection*> m_out;
     CRainPassTrace* m_passTrace = nullptr; ///< notes each pass while it is set
 
     std::string m_explained; ///< what the log was last told about the curve file and texts

@@ -70,6 +70,9 @@ public:
             use(m_entries[place.m_entry].m_guid, m_entries[place.m_entry].m_value);
     }
 
+    /// The entry that was entered as the given one, from 0; for loops whose order nobody sees, without sorting.
+    const CEntry& GetEntered(std::size_t index) const { return m_entries[index]; }
+
 private:
     static constexpr std::uint32_t None = std::numeric_limits<std::uint32_t>::max();
 

@@ -47,7 +47,7 @@ public:
     explicit CReader(CIDFCurves& curves) : m_target(curves) {}
 
     void Read(std::istream& input) {
-        for (std::string line; std::getline(input, line);) {
+        for (std::string line; ReadLine(input, line);) {
             std::string_view text = line;
             if (m_line++ == 0 && text.starts_with(ByteOrderMark))
                 text.remove_prefix(ByteOrderMark.size());
@@ -78,6 +78,25 @@ public:
     }
 
 private:
+    /// The next line, without its end; false behind the last. Of a line longer than any that was ever written the
+    /// beginning, and with it the file ends: a device without lines would fill the memory.
+    static bool ReadLine(std::istream& input, std::string& line) {
+        constexpr std::size_t Most = std::size_t{1} << 20;
+        line.clear();
+        if (!input.good())
+            return false;
+        std::streambuf& bytes = *input.rdbuf();
+        constexpr int End = std::char_traits<char>::eof();
+        for (int byte = bytes.sbumpc(); byte != '\n'; byte = bytes.sbumpc()) {
+            if (byte == End || line.size() == Most) {
+                input.setstate(std::ios::eofbit);
+                return !line.empty();
+            }
+            line += static_cast<char>(byte);
+        }
+        return true;
+    }
+
     struct CPoint {
         double m_duration;
         double m_intensity;

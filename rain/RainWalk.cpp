@@ -22,6 +22,12 @@ int CFlowCalculator_RainITP::CalculateNetwork(const CSectionList& sections) {
     PrepareWalk(sections);
     m_done = 0;
     for (std::size_t front = 0; front < m_queue.size(); ++front) {
+        constexpr std::size_t Far = 16;
+        constexpr std::size_t Near = 8;
+        if (front + Far < m_queue.size())
+            __builtin_prefetch(m_queue[front + Far].get());
+        if (front + Near < m_queue.size())
+            m_inputs.Prefetch(*m_queue[front + Near]);
         const CSectionPtr section = m_queue[front]; // the queue grows meanwhile
         if (WalkSection(section) == 0 || !GoOn())
             return 0;
@@ -77,9 +83,11 @@ int CFlowCalculator_RainITP::WalkSection(const CSectionPtr& section) {
     }
     if (end == nullptr || end->m_deliveredCount != end->m_inputCount)
         return 1;
-    section->GetSectionsOut(m_buffer);
-    if (FilterToSelected(m_buffer) > 0)
-        m_queue.push_back(m_buffer.front());
+    section->GetSectionsOut(m_out);
+    const auto next = std::find_if(m_out.begin(), m_out.end(),
+                                   [this](const CSection* out) { return m_params.m_selectedSections.Contains(*out); });
+    if (next != m_out.end())
+        m_queue.push_back((*next)->GetShared());
     return 1;
 }
 

@@ -48,3 +48,9 @@ const CSectionInput& CSectionInputs::Of(const boost::shared_ptr<CSection>& secti
     input.m_existingPipe = section->GetPipe();
     return input;
 }
+
+void CSectionInputs::Gather(const std::vector<boost::shared_ptr<CSection>>& sections) {
+    for (const auto& section : sections)
+        if (section)
+            Of(section);
+}

@@ -38,6 +38,16 @@ public:
     /// The inputs of a section. Valid until another section is asked for.
     const CSectionInput& Of(const boost::shared_ptr<OLMGis::Topology::CSection>& section);
 
+    /// Reads the inputs of all sections (nulls are left out) in their order, which is that of the memory: a walk jumps
+    /// about in it.
+    void Gather(const std::vector<boost::shared_ptr<OLMGis::Topology::CSection>>& sections);
+
+    /// Has the inputs of a section fetched that is soon asked for.
+    void Prefetch(const OLMGis::Topology::CSection& section) const {
+        if (section.GetRow() < m_byRow.size())
+            __builtin_prefetch(&m_byRow[section.GetRow()]);
+    }
+
 private:
     const OLMGis::Data::CDataDefinition* m_slope;
     const OLMGis::Data::CDataDefinition* m_inletTime;
