@@ -54,7 +54,7 @@ CGridFrame FrameOver(const OLMGis::Topology::CTopologyStorage& topology) {
 }
 
 Result<CBenchProjectPtr> MakeHillyNetwork(const CSize& size) {
-    const auto project = MakeBareNetwork(size);
+    auto project = MakeBareNetwork(size);
     if (project)
         CTerrainSurfaces::Instance()->Attach(Type, [frame = FrameOver(project.Value()->Topology())] {
             return std::make_shared<CGridSurface>(frame, std::make_unique<CHills>());
