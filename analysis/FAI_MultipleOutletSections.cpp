@@ -54,9 +54,12 @@ void CFAI_MultipleOutletSections::RunAnalysis(boost::shared_ptr<CPropertiesEx> /
         return;
     Analysis::CFindingList list(Key, findings);
     std::vector<const CSection*> below;
-    Analysis::WalkWithProgress(GetItemName(), network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
-        section->GetSectionsOut(below);
-        if (below.size() >= 2)
-            list.Add(*section, Message, {static_cast<double>(below.size()), 1.0, ""});
-    });
+    Analysis::WalkWithProgress(
+        GetItemName(), network->m_sections,
+        [&](const boost::shared_ptr<CSection>& section) {
+            section->GetSectionsOut(below);
+            if (below.size() >= 2)
+                list.Add(*section, Message, {static_cast<double>(below.size()), 1.0, ""});
+        },
+        Analysis::FetchSectionsOut<boost::shared_ptr<CSection>>);
 }

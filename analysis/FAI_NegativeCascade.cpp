@@ -64,18 +64,21 @@ void CFAI_NegativeCascade::RunAnalysis(boost::shared_ptr<CPropertiesEx> /*proper
     std::vector<const CSection*> below;
     CDataBox upper;
     CDataBox lower;
-    Analysis::WalkWithProgress(GetItemName(), network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
-        CDataRW::Read(endLevel, section, upper, 0, nullptr);
-        if (!upper.IsNotNull())
-            return;
-        section->GetSectionsOut(below);
-        for (const CSection* next : below) {
-            CDataRW::Read(startLevel, next, lower, 0, nullptr);
-            if (!lower.IsNotNull())
-                continue;
-            const double drop = upper.AsDouble() - lower.AsDouble();
-            if (Tolerance > drop)
-                list.AddWithValue(*section, Message, {drop, Tolerance, "m"});
-        }
-    });
+    Analysis::WalkWithProgress(
+        GetItemName(), network->m_sections,
+        [&](const boost::shared_ptr<CSection>& section) {
+            CDataRW::Read(endLevel, section, upper, 0, nullptr);
+            if (!upper.IsNotNull())
+                return;
+            section->GetSectionsOut(below);
+            for (const CSection* next : below) {
+                CDataRW::Read(startLevel, next, lower, 0, nullptr);
+                if (!lower.IsNotNull())
+                    continue;
+                const double drop = upper.AsDouble() - lower.AsDouble();
+                if (Tolerance > drop)
+                    list.AddWithValue(*section, Message, {drop, Tolerance, "m"});
+            }
+        },
+        Analysis::FetchSectionsOut<boost::shared_ptr<CSection>>);
 }

@@ -58,19 +58,22 @@ void CFAI_SmallerDiametersDownflow::RunAnalysis(boost::shared_ptr<CPropertiesEx>
     Analysis::CFindingList list(Key, findings);
     std::vector<const CSection*> below;
     const std::string caption = CModuleConfiguration::Instance()->GetMsg(Message);
-    Analysis::WalkWithProgress(caption, network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
-        const auto pipe = section->GetPipe();
-        if (!pipe)
-            return;
-        const double diameter = pipes->GetInnerDiameter(pipe);
-        section->GetSectionsOut(below);
-        for (const CSection* next : below) {
-            const auto nextPipe = next->GetPipe();
-            if (!nextPipe)
-                continue;
-            const double nextDiameter = pipes->GetInnerDiameter(nextPipe);
-            if (diameter > nextDiameter)
-                list.Add(*section, Message, {nextDiameter, diameter, "mm"});
-        }
-    });
+    Analysis::WalkWithProgress(
+        caption, network->m_sections,
+        [&](const boost::shared_ptr<CSection>& section) {
+            const auto pipe = section->GetPipe();
+            if (!pipe)
+                return;
+            const double diameter = pipes->GetInnerDiameter(pipe);
+            section->GetSectionsOut(below);
+            for (const CSection* next : below) {
+                const auto nextPipe = next->GetPipe();
+                if (!nextPipe)
+                    continue;
+                const double nextDiameter = pipes->GetInnerDiameter(nextPipe);
+                if (diameter > nextDiameter)
+                    list.Add(*section, Message, {nextDiameter, diameter, "mm"});
+            }
+        },
+        Analysis::FetchSectionsOut<boost::shared_ptr<CSection>>);
 }

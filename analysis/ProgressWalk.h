@@ -11,18 +11,35 @@ namespace Analysis {
 
 /// The frame of every run: shows the caption with the number of entities, then for each in order its place and its
 /// test. A user who gives up ends the walk. An exception leaves the display as it is: whoever runs items puts it right.
-template <class Entity, class Test>
-void WalkWithProgress(std::string_view caption, const std::vector<Entity>& entities, Test test) {
+/// fetch(entity, step) is told of entities that come later, in steps 0 to 2, so that what they need is at hand by then.
+template <class Entity, class Test, class Fetch>
+void WalkWithProgress(std::string_view caption, const std::vector<Entity>& entities, Test test, Fetch fetch) {
     auto* const progress = OLMGis::Utility::CCoreProgressBar::Instance();
     progress->SaveState();
     progress->Show(caption, 0, static_cast<int>(entities.size()));
     for (std::size_t i = 0; i < entities.size(); ++i) {
         if (progress->SetPosition(static_cast<int>(i)) == 0)
             break;
+        constexpr std::size_t Ahead[] = {32, 20, 8};
+        for (int step = 0; step < 3; ++step)
+            if (i + Ahead[step] < entities.size())
+                fetch(entities[i + Ahead[step]], step);
         test(entities[i]);
     }
     progress->Hide();
     progress->RestoreState();
+}
+
+template <class Entity, class Test>
+void WalkWithProgress(std::string_view caption, const std::vector<Entity>& entities, Test test) {
+    WalkWithProgress(caption, entities, test, [](const Entity& /*entity*/, int /*step*/) {});
+}
+
+/// For tests of a section against those that follow it.
+template <class Section>
+void FetchSectionsOut(const Section& section, int step) {
+    if (section)
+        section->FetchSectionsOut(step);
 }
 
 } // namespace Analysis

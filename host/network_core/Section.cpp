@@ -78,6 +78,20 @@ int CSection::GetSectionsOut(std::vector<const CSection*>& list) const {
     return ListSectionsOut(list, [](const CSection* section) { return section; });
 }
 
+void CSection::FetchSectionsOut(int step) const {
+    if (m_end == NoRow)
+        return;
+    if (step == 0) {
+        __builtin_prefetch(&GetTopology().GetNodeAt(m_end));
+    } else if (step == 1) {
+        __builtin_prefetch(End());
+        __builtin_prefetch(reinterpret_cast<const char*>(End() + 1) - 1);
+    } else {
+        for (const CSection* section : End()->m_out)
+            __builtin_prefetch(section);
+    }
+}
+
 template <class List, class ToEntry>
 int CSection::ListSectionsOut(List& list, ToEntry toEntry) const {
     list.clear();
