@@ -14,8 +14,6 @@
 
 namespace Cli {
 
-using OLMGis::Topology::CCatalogItem;
-
 namespace {
 
 /// Least and greatest of some numbers.

@@ -16,7 +16,7 @@ public:
 
     /// Null for an unknown column. Cost: the columns.
     const OLMGis::Data::CDataBox& operator[](std::string_view column) const {
-        static const OLMGis::Data::CDataBox null;
+        static const OLMGis::Data::CDataBox null{};
         for (std::size_t i = 0; i < m_table->m_columns.size() && i < m_row->m_values.size(); ++i)
             if (m_table->m_columns[i].m_name == column)
                 return m_row->m_values[i];

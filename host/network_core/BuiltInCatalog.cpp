@@ -39,8 +39,8 @@ constexpr std::array ShapeNames = {CShapeName{"circle", enmPipeShape::Circle}, C
                                    CShapeName{"box", enmPipeShape::Box}};
 
 /// Thrown and caught in this file: a value may be bad in many places of one nested text.
-[[noreturn]] void Fail(std::string message) {
-    throw std::invalid_argument(std::move(message));
+[[noreturn]] void Fail(const std::string& message) {
+    throw std::invalid_argument(message);
 }
 
 void CheckMembers(const json& object, const std::string& what, const std::set<std::string_view>& members) {

@@ -19,7 +19,6 @@ using Utility::BadWords;
 using Utility::CUtility;
 using Utility::Done;
 using Utility::Error;
-using Utility::Result;
 using Utility::Status;
 
 namespace {
@@ -79,7 +78,7 @@ Status SetChoice(CPropertyEx& property, std::string_view text) {
 boost::shared_ptr<CCatalogItem> FindEntry(const CPropertyEx& property, const CCatalog& catalog, std::string_view text) {
     if (const auto item = catalog.GetItembyGuid(text))
         return property.GetCIPicker_GroupsOnly() != 0 && !item->IsGroup() ? nullptr : item;
-    if (const auto group = catalog.GetGroupByName(text))
+    if (auto group = catalog.GetGroupByName(text))
         return group;
     const auto items = catalog.GetItemsByName(text);
     return property.GetCIPicker_GroupsOnly() == 0 && items.size() == 1 ? items.front() : nullptr;

@@ -21,8 +21,6 @@ namespace OLMGis::ProjectIo {
 using Topology::CCatalog;
 using Topology::CCatalogItem;
 using Topology::CCatalogManager;
-using Utility::BadInput;
-using Utility::CUtility;
 using Utility::Done;
 using Utility::Result;
 using Utility::Status;

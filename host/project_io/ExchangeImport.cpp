@@ -112,9 +112,9 @@ Status CExchangeStore::EnterCatchments() {
 Status Enter(CExchangeRecords& records, CTopologyStorage& topology) {
     topology.Reserve(records.m_nodes.size(), records.m_sections.size(), records.m_catchments.size());
     CExchangeStore store(records, topology);
-    if (const Status status = store.EnterNodes(); !status)
+    if (Status status = store.EnterNodes(); !status)
         return status;
-    if (const Status status = store.EnterSections(); !status)
+    if (Status status = store.EnterSections(); !status)
         return status;
     return store.EnterCatchments();
 }

@@ -48,13 +48,13 @@ struct CAnalysisStage {
         data.m_innerHeight = diameter;
         data.m_wall = wall;
         auto& catalog = Catalog(OLMGis::Topology::CCatalogManager::PipeCatalog);
-        const std::string guid = "test-pipe-" + std::to_string(Group(catalog).GetSubItems().size());
+        std::string guid = "test-pipe-" + std::to_string(Group(catalog).GetSubItems().size());
         EXPECT_TRUE(catalog.AddPipe(Group(catalog), guid, guid, data));
         return guid;
     }
     static std::string AddManhole(const OLMGis::Topology::CManholeData& data) {
         auto& catalog = Catalog(OLMGis::Topology::CCatalogManager::ManholeCatalog);
-        const std::string guid = "test-manhole-" + std::to_string(Group(catalog).GetSubItems().size());
+        std::string guid = "test-manhole-" + std::to_string(Group(catalog).GetSubItems().size());
         EXPECT_TRUE(catalog.AddManhole(Group(catalog), guid, guid, data));
         return guid;
     }

@@ -35,7 +35,7 @@ std::vector<CItemRow> ItemTable() {
     const auto slopes = [](int name) {
         return std::vector<CFormCategory>{{name, 0, {{"VALUE_MIN", 0, 8695, 5.0}, {"VALUE_MAX", 0, 10349, 30.0}}}};
     };
-    const Data::CDataBox unset;
+    const Data::CDataBox unset{};
     const std::vector<CFormCategory> depths{
         {878, 0, {{"TERRAIN", 1, 4597, 1, 1, unset, unset}, {"VALUE_MIN", 0, 9066, 1.0}, {"VALUE_MAX", 0, 9067, 3.5}}}};
     return {
