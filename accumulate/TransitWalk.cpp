@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "accumulate/TransitWalk.h"
 
+#include "host/gis_core/FetchAhead.h"
 #include "host/network_core/TopologyStorage.h"
 #include "host/sewage_core/FlowDirection.h"
 
@@ -10,6 +11,7 @@
 using OLMGis::Sewage::CFlowDirection;
 using OLMGis::Topology::CNode;
 using OLMGis::Topology::CSection;
+using OLMGis::Utility::FetchAhead;
 
 namespace {
 
@@ -21,9 +23,11 @@ Record& AtRow(std::vector<Record>& records, std::uint32_t row) {
 }
 
 /// Where the flow goes on from the node at which a section of the run starts.
-std::uint32_t OutletOf(const CNode& start, const CSection& section) {
-    if (start.GetSectionsOutCount() > 1)
-        return CTransitWalk::Divides;
+std::uint32_t OutletOf(const boost::shared_ptr<CNode>& start, const CSection& section) {
+    if (start->GetSectionsOutCount() > 1) {
+        const auto main = CFlowDirection::GetMainOutSection(start);
+        return main ? main->GetRow() : CTransitWalk::LeavesRun;
+    }
     // A section that was taken out of the network still knows its start, but the node doesn't know the section.
     return section.IsDeleted() ? CTransitWalk::LeavesRun : section.GetRow();
 }
@@ -46,9 +50,9 @@ void CTransitWalk::Build(const CSectionList& sections, const COwnFlow& ownFlow) 
         flow.own = ownFlow(*section);
         flow.start = section->GetStartingNodeRow();
         flow.end = section->GetEndingNodeRow();
-        const CNode& start = *m_topology->GetNodeAt(flow.start);
+        const boost::shared_ptr<CNode>& start = m_topology->GetNodeAt(flow.start);
         CNodeFlow& node = AtRow(m_nodes, flow.start);
-        node.sectionsIn = start.GetSectionsInCount();
+        node.sectionsIn = start->GetSectionsInCount();
         if (node.outlet == Outfall || node.outlet == LeavesRun)
             node.outlet = OutletOf(start, *section);
         // A head without both nodes has no record: it carries nothing, so that the walk leaves it out.
@@ -62,11 +66,11 @@ void CTransitWalk::PrefetchFlows(const std::vector<std::uint32_t>& queue, std::s
     constexpr std::size_t Far = 64;
     constexpr std::size_t Near = 32;
     if (front + Far < queue.size())
-        __builtin_prefetch(&m_sections[queue[front + Far]]);
+        FetchAhead(&m_sections[queue[front + Far]]);
     if (front + Near < queue.size()) {
         const CSectionFlow& flow = m_sections[queue[front + Near]];
-        __builtin_prefetch(m_nodes.data() + flow.start);
-        __builtin_prefetch(m_nodes.data() + flow.end);
+        FetchAhead(m_nodes.data() + flow.start);
+        FetchAhead(m_nodes.data() + flow.end);
     }
 }
 
@@ -76,6 +80,8 @@ void CTransitWalk::Run() {
     for (std::size_t front = 0; front < queue.size(); ++front) {
         PrefetchFlows(queue, front);
         CSectionFlow& flow = m_sections[queue[front]];
+        if (flow.start == None)
+            continue; // an outlet that is no section of the run has nowhere to note what reaches it: the branch ends
         flow.transit = m_nodes[flow.start].accumulated;
         if (flow.end >= m_nodes.size() || m_nodes[flow.end].outlet == Outfall)
             continue; // what reached this point leaves the network
@@ -83,16 +89,10 @@ void CTransitWalk::Run() {
         end.accumulated = (flow.own + flow.transit) + end.accumulated;
         if (++end.processedIn != end.sectionsIn)
             continue;
-        // An outlet that is no section of the run has nowhere to note what reaches it: the branch ends there.
-        const std::uint32_t outlet = end.outlet == Divides ? FindMainOutlet(flow.end) : end.outlet;
-        if (HasRecord(outlet))
-            queue.push_back(outlet);
+        // Whether it has a record is seen when its turn comes: by then it was fetched.
+        if (end.outlet < m_sections.size())
+            queue.push_back(end.outlet);
     }
-}
-
-std::uint32_t CTransitWalk::FindMainOutlet(std::uint32_t nodeRow) const {
-    const auto outlet = CFlowDirection::GetMainOutSection(m_topology->GetNodeAt(nodeRow));
-    return outlet ? outlet->GetRow() : LeavesRun;
 }
 
 const CTransitWalk::CSectionFlow* CTransitWalk::Find(const CSection& section) const {

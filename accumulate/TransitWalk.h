@@ -21,14 +21,16 @@ public:
     static constexpr double NotReached = -1.0; ///< transit of a section that the walk did not come to
     static constexpr std::uint32_t None = std::numeric_limits<std::uint32_t>::max();
 
-    struct CSectionFlow {
+    // Records are aligned such that none lies across two lines of the processor's cache: the walk jumps about in them.
+
+    struct alignas(32) CSectionFlow {
         double own = 0.0;            ///< m³/s, of the section itself
         double transit = NotReached; ///< m³/s, arriving at its start
         std::uint32_t start = None;  ///< row of its starting node; None for a section without a record
         std::uint32_t end = None;
     };
 
-    struct CNodeFlow {
+    struct alignas(32) CNodeFlow {
         double accumulated = 0.0;     ///< m³/s that has reached the node
         std::int32_t sectionsIn = 0;  ///< sections of the network that enter the node, also such outside the run
         std::int32_t processedIn = 0; ///< those of them that the walk has finished
@@ -37,8 +39,7 @@ public:
 
     /// Outlets of a node that are no row of a section.
     static constexpr std::uint32_t Outfall = None;       ///< no section of the run starts here: the node has no record
-    static constexpr std::uint32_t LeavesRun = None - 1; ///< the only way out is no section of the run
-    static constexpr std::uint32_t Divides = None - 2;   ///< several ways out: the main one decides
+    static constexpr std::uint32_t LeavesRun = None - 1; ///< no section goes on: the only one is deleted, none is main
 
     using COwnFlow = std::function<double(const OLMGis::Topology::CSection&)>;
 
@@ -63,7 +64,6 @@ public:
 
 private:
     bool HasRecord(std::uint32_t row) const { return row < m_sections.size() && m_sections[row].start != None; }
-    std::uint32_t FindMainOutlet(std::uint32_t nodeRow) const;
     void PrefetchFlows(const std::vector<std::uint32_t>& queue, std::size_t front) const;
 
     std::vector<CSectionFlow> m_sections; ///< by row

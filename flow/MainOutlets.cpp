@@ -4,6 +4,7 @@
 
 #include "host/network_core/TopologyStorage.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -14,10 +15,25 @@ using OLMGis::Topology::CSection;
 
 namespace MainOutlets {
 
+namespace {
+
+/// The nodes of sections further on lie anywhere: has them fetched while this one is looked at.
+void FetchNodesAhead(CSectionList::const_reverse_iterator section, CSectionList::const_reverse_iterator end) {
+    constexpr std::ptrdiff_t far = 16;
+    constexpr std::ptrdiff_t near = 8;
+    if (far < end - section && section[far])
+        section[far]->FetchNodes(0);
+    if (near < end - section && section[near])
+        section[near]->FetchNodes(1);
+}
+
+} // namespace
+
 CNodeList CollectStartingNodes(const CSectionList& sections) {
     CNodeList nodes;
     std::vector<bool> isListed; // by row
     for (auto section = sections.rbegin(); section != sections.rend(); ++section) {
+        FetchNodesAhead(section, sections.rend());
         const std::uint32_t row = *section ? (*section)->GetStartingNodeRow() : CSection::NoRow;
         if (row == CSection::NoRow)
             continue;

@@ -5,6 +5,7 @@
 #include "flow/FlowValue.h"
 #include "host/gis_core/CoreProgressBar.h"
 #include "host/gis_core/DataRW.h"
+#include "host/gis_core/FetchAhead.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/ReportFile.h"
 #include "host/gis_core/Utility.h"
@@ -20,6 +21,7 @@ using OLMGis::Utility::CCoreProgressBar;
 using OLMGis::Utility::CModuleConfiguration;
 using OLMGis::Utility::CReportFile;
 using OLMGis::Utility::CUtility;
+using OLMGis::Utility::FetchObjectAhead;
 
 namespace {
 
@@ -33,15 +35,6 @@ std::string ReportPath(const char* name) {
 
 constexpr const char* IdfOut = "IDFOut.txt";
 constexpr const char* Variations = "variations.txt";
-
-void Prefetch(const CRecordList& list) {
-    constexpr std::size_t Line = 64;
-    if (list.empty())
-        return;
-    const auto* const begin = reinterpret_cast<const char*>(list.front().get());
-    for (std::size_t offset = 0; offset < sizeof(CSectionDataIDF); offset += Line)
-        __builtin_prefetch(begin + offset);
-}
 
 } // namespace
 
@@ -106,7 +99,8 @@ void CFlowCalculator_RainITP::WriteResults(int write, int report, int iteration)
     CResultWriter writer(m_params.m_savePipe);
     for (std::size_t left = m_sectionData.GetCount(); left > 0; --left) {
         if (left > Ahead)
-            Prefetch(m_sectionData.GetEntered(left - 1 - Ahead).m_value);
+            if (const CRecordList& later = m_sectionData.GetEntered(left - 1 - Ahead).m_value; !later.empty())
+                FetchObjectAhead(later.front().get());
         if (const CRecordList& list = m_sectionData.GetEntered(left - 1).m_value; !list.empty())
             writer.Write(*list.front());
     }

@@ -2,6 +2,8 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/gis_core/FetchAhead.h"
+
 #include <tsl/robin_map.h>
 
 #include <cstdint>
@@ -43,6 +45,9 @@ public:
         std::memcpy(&size, m_data, sizeof size);
         return {m_data + sizeof size, size};
     }
+
+    /// Has fetched the beginning of the text into the processor's cache.
+    void Fetch() const { Utility::FetchAhead(m_data); }
 
 private:
     friend class CTextArena;

@@ -33,6 +33,12 @@ public:
 
     CTopologyStorage& GetTopology() const { return *m_topology; }
 
+    /// Has fetched the GUID and the name into the processor's cache: for loops over whole networks that will need them.
+    void FetchTexts() const {
+        m_guid.Fetch();
+        m_name.Fetch();
+    }
+
 protected:
     CEntity(CTopologyStorage& topology, Data::CAttributeStore& store, Data::enmEntityKind kind, Data::CKeptText guid,
             Data::CKeptText name)

@@ -64,6 +64,11 @@ int CNode::GetSectionsIn(std::vector<boost::shared_ptr<CSection>>& list) const {
     return static_cast<int>(list.size());
 }
 
+int CNode::GetSectionsIn(std::vector<const CSection*>& list) const {
+    list.assign(m_in.begin(), m_in.end());
+    return static_cast<int>(list.size());
+}
+
 int CNode::GetTerrainHeight(double& height, int terrainType) const {
     static const CTerrainDefinitions definitions = FindTerrainDefinitions();
     if (terrainType < 1 || terrainType > CTerrainSurfaces::TypeCount)

@@ -36,6 +36,9 @@ public:
     /// The same for the sections that end here.
     int GetSectionsIn(std::vector<boost::shared_ptr<CSection>>& list) const;
 
+    /// The same without a share in their lives, for loops over whole networks that change none.
+    int GetSectionsIn(std::vector<const CSection*>& list) const;
+
     /// Fills height (m) with the terrain of a type here and returns 1: the attribute TERRAIN_n, else the height of the
     /// surface that is attached to the type. Without either, and for a type outside 1 to 10, 0, and height as it was.
     int GetTerrainHeight(double& height, int terrainType) const;

@@ -3,18 +3,31 @@
 #include "host/network_core/Section.h"
 
 #include "host/gis_core/DataConfiguration.h"
+#include "host/gis_core/FetchAhead.h"
 #include "host/network_core/Node.h"
 #include "host/network_core/PipeManager.h"
 #include "host/network_core/TopologyStorage.h"
 
+#include <algorithm>
 #include <array>
 
 namespace OLMGis::Topology {
+
+using Utility::FetchAhead;
+using Utility::FetchObjectAhead;
 
 namespace {
 
 const Data::CDataDefinition* Definition(std::string_view id) {
     return Data::CDataConfiguration::Instance()->GetDataDefinitionByID(id);
+}
+
+/// Nodes that join many sections are few: to fetch all of them for each one would cost their square.
+template <class Refs>
+void FetchFew(const Refs& sections) {
+    constexpr std::size_t Few = 4;
+    for (std::size_t i = 0; i < std::min(sections.size(), Few); ++i)
+        FetchObjectAhead(sections[i]);
 }
 
 } // namespace
@@ -70,6 +83,11 @@ int CSection::GetSectionsIn(std::vector<boost::shared_ptr<CSection>>& list) cons
     return m_start == NoRow ? 0 : Start()->GetSectionsIn(list);
 }
 
+int CSection::GetSectionsIn(std::vector<const CSection*>& list) const {
+    list.clear();
+    return m_start == NoRow ? 0 : Start()->GetSectionsIn(list);
+}
+
 int CSection::GetSectionsOut(std::vector<boost::shared_ptr<CSection>>& list) const {
     return ListSectionsOut(list, [](const CSection* section) { return section->GetShared(); });
 }
@@ -82,13 +100,28 @@ void CSection::FetchSectionsOut(int step) const {
     if (m_end == NoRow)
         return;
     if (step == 0) {
-        __builtin_prefetch(&GetTopology().GetNodeAt(m_end));
+        FetchAhead(&GetTopology().GetNodeAt(m_end));
     } else if (step == 1) {
-        __builtin_prefetch(End());
-        __builtin_prefetch(reinterpret_cast<const char*>(End() + 1) - 1);
+        FetchObjectAhead(End());
     } else {
-        for (const CSection* section : End()->m_out)
-            __builtin_prefetch(section);
+        FetchFew(End()->m_out);
+    }
+}
+
+void CSection::FetchSectionsIn() const {
+    if (m_start != NoRow)
+        FetchFew(Start()->m_in);
+}
+
+void CSection::FetchNodes(int step) const {
+    for (const std::uint32_t row : {m_start, m_end}) {
+        if (row == NoRow)
+            continue;
+        const boost::shared_ptr<CNode>& node = GetTopology().GetNodeAt(row);
+        if (step == 0)
+            FetchAhead(&node);
+        else
+            FetchObjectAhead(node.get());
     }
 }
 

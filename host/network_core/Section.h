@@ -49,6 +49,9 @@ public:
     /// network; returns their number. No nulls.
     int GetSectionsIn(std::vector<boost::shared_ptr<CSection>>& list) const;
 
+    /// The same without a share in their lives, for loops over whole networks that change none.
+    int GetSectionsIn(std::vector<const CSection*>& list) const;
+
     /// Fills list with the sections that start at this section's ending node, the main outlet first when one is
     /// settled, the others in network order; returns their number. No nulls.
     int GetSectionsOut(std::vector<boost::shared_ptr<CSection>>& list) const;
@@ -56,10 +59,16 @@ public:
     /// The same without a share in their lives, for loops over whole networks that change none.
     int GetSectionsOut(std::vector<const CSection*>& list) const;
 
-    /// Has fetched into the processor's cache what GetSectionsOut looks at: for loops over whole networks, where the
-    /// sections out lie anywhere. In three steps, 0 to 2, some sections apart: each follows what the one before
-    /// brought.
+    /// Has fetched into the processor's cache what GetSectionsOut looks at and the first few of the sections
+    /// themselves: for loops over whole networks, where these lie anywhere. In three steps, 0 to 2, some sections
+    /// apart: each follows what the one before brought.
     void FetchSectionsOut(int step) const;
+
+    /// The same for the sections of GetSectionsIn, once the nodes are at hand.
+    void FetchSectionsIn() const;
+
+    /// The same for both nodes, in two steps, 0 and 1.
+    void FetchNodes(int step) const;
 
     /// Fills list with every section upstream, nearest first (breadth first over GetSectionsIn), each once, without the
     /// section itself; returns their number. Cost: the size of the upstream network, no recursion.

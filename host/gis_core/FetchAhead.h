@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+namespace OLMGis::Utility {
+
+/// Has the line of memory at address fetched into the processor's cache, for loops that know some steps ahead what
+/// they will need and jump about in more memory than the caches hold. Any address will do, null too.
+///
+/// GCC takes a function that does nothing but prefetch for one without effect and drops its calls; the empty assembly
+/// keeps it from that.
+inline void FetchAhead(const void* address) {
+    __builtin_prefetch(address);
+    asm volatile("");
+}
+
+/// The same for a whole object, which may lie across lines.
+template <class Object>
+void FetchObjectAhead(const Object* object) {
+    constexpr auto line = 64;
+    const auto* const begin = reinterpret_cast<const char*>(object);
+    for (unsigned long offset = 0; offset < sizeof(Object); offset += line)
+        FetchAhead(begin + offset);
+    FetchAhead(begin + sizeof(Object) - 1);
+}
+
+} // namespace OLMGis::Utility
