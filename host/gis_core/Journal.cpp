@@ -10,8 +10,9 @@ namespace OLMGis::Data {
 void CJournal::Swap(CAttributeStore& store, CAttributeChange& change) {
     CAttributeColumn& column = store.GetColumn(*change.m_definition);
     const CStoredValue present = column.GetStored(change.m_row);
-    column.SetStored(change.m_row, change.m_before);
-    change.m_before = present;
+    column.SetStored(change.m_row, change.GetBefore());
+    change.m_bitsBefore = present.m_bits;
+    change.m_wasNotNull = present.m_isNotNull;
 }
 
 void CJournal::Undo(CAttributeStore& store) {

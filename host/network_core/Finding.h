@@ -5,6 +5,8 @@
 #include "host/gis_core/TextPool.h"
 #include "host/network_core/Geometry.h"
 
+#include <boost/container/deque.hpp>
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,13 +25,17 @@ struct CFinding {
     CPoint m_point{}; ///< of the node, or the middle of the section's line; unknown where nothing is drawn
 };
 
+/// In blocks that stay where they are: there may be a million.
+using CFindings =
+    boost::container::deque<CFinding, void, boost::container::deque_options_t<boost::container::block_bytes<16384U>>>;
+
 /// What one item found in one run, in the item's own order. Moved, never copied.
 struct CItemFindings {
     std::string m_item{};       ///< key
     std::string m_time{};       ///< of the run, UTC, as "2026-01-31T08:15:00.000Z"
     std::string m_parameters{}; ///< serialised form; empty for findings of an opened file
     std::string m_error{};      ///< why the item stopped before its end, for the user; empty for one that did not
-    std::vector<CFinding> m_findings{};
+    CFindings m_findings{};
     Data::CTextArena m_texts{}; ///< those of the findings, end to end: there may be a million
 
     /// A text for a finding of this item.

@@ -58,7 +58,8 @@ public:
     void BeginUserInteraction() override {}
 };
 
-CSectionList GatherSections(const CCalculationRequest& request, IFlowCalculator& calculator) {
+/// Borrowed: of the network itself, which no calculator changes, or of the request.
+const CSectionList& GatherSections(const CCalculationRequest& request, IFlowCalculator& calculator) {
     if (request.m_sections.empty() || calculator.IsWholeNetworkCalculator() != 0)
         return CTopologyMultiStorage::Instance()->GetActiveTopology()->GetSections();
     return request.m_sections;
@@ -138,7 +139,7 @@ Result<CCalculationOutcome> RunCalculation(const CCalculationRequest& request) {
     if (!calculator)
         return BadWords(fmt::format("found the calculator {}, expected one that \"calculators\" lists", request.m_key));
     CCalculationOutcome outcome;
-    const CSectionList sections = GatherSections(request, *calculator);
+    const CSectionList& sections = GatherSections(request, *calculator);
     outcome.m_sectionCount = static_cast<int>(sections.size());
     const auto parameters = calculator->CreateParameters();
     auto& store = System::CProjectContext::Active().GetAttributes();
