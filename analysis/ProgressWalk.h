@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/gis_core/CoreProgressBar.h"
+#include "host/gis_core/FetchAhead.h"
 
 #include <string_view>
 #include <vector>
@@ -22,8 +23,13 @@ void WalkWithProgress(std::string_view caption, const std::vector<Entity>& entit
             break;
         constexpr std::size_t Ahead[] = {32, 20, 8};
         for (int step = 0; step < 3; ++step)
-            if (i + Ahead[step] < entities.size())
+            if (i + Ahead[step] < entities.size()) {
+                if (step == 0)
+                    OLMGis::Utility::FetchObjectAhead(entities[i + Ahead[step]].get());
+                else if (step == 1 && entities[i + Ahead[step]])
+                    entities[i + Ahead[step]]->FetchTexts();
                 fetch(entities[i + Ahead[step]], step);
+            }
         test(entities[i]);
     }
     progress->Hide();

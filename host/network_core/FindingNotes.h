@@ -41,7 +41,7 @@ public:
     void Clear() { m_notes.clear(); }
 
 private:
-    static constexpr std::size_t Batch = 1024; ///< few enough to stay at hand
+    static constexpr std::size_t Batch = 128; ///< few enough that all of them stay at hand
 
     std::function<void()> m_onBatch;
     CFindingNotes* m_former;

@@ -50,6 +50,8 @@ public:
         const bool isPaired = m_notes.Get().size() == m_messages.size();
         auto note = m_notes.Get().begin();
         for (const auto& message : m_messages) {
+            if (isPaired)
+                FetchAhead(static_cast<std::size_t>(note - m_notes.Get().begin()));
             CFinding& finding = m_item.m_findings.emplace_back();
             finding.m_guid = m_item.Keep(message->m_guid);
             finding.m_text = m_item.Keep(message->m_text);
@@ -65,6 +67,16 @@ public:
     std::vector<boost::shared_ptr<CFAMsg>> m_messages; ///< where the item puts its findings
 
 private:
+    /// Has the nodes of sections some notes further on fetched: they lie anywhere.
+    void FetchAhead(std::size_t place) const {
+        constexpr std::size_t ahead[] = {16, 8};
+        for (int step = 0; step < 2; ++step)
+            if (const std::size_t later = place + ahead[step]; later < m_notes.Get().size())
+                if (const CEntity* const culprit = m_notes.Get()[later].m_culprit;
+                    culprit->GetEntityKind() == Data::enmEntityKind::Section)
+                    static_cast<const CSection*>(culprit)->FetchNodes(step);
+    }
+
     void Take(CFinding& finding, const CFindingNote& note) {
         finding.m_value = note.m_value;
         finding.m_limit = note.m_limit;
