@@ -20,7 +20,6 @@ T& AtRow(std::vector<T>& list, std::uint32_t row) {
 } // namespace
 
 void CAreaSums::Reset() {
-    m_walks.clear();
     m_sums.clear();
     m_marks.clear();
     m_walk = 0;
@@ -64,8 +63,8 @@ bool CAreaSums::HasGap(const CSectionList& sections, const CSelectedSections& se
 
 double CAreaSums::Sum(const CSectionPtr& section, const CSelectedSections& selected, CSectionInputs& inputs) {
     const std::uint32_t row = section->GetRow();
-    if (row < m_walks.size() && m_walks[row] == m_walk)
-        return m_sums[row];
+    if (IsSummed(row))
+        return m_sums[row].m_area;
     double sum = inputs.Of(section).m_ownArea;
     bool isSummed = !m_hasGap;
     if (isSummed)
@@ -74,14 +73,13 @@ double CAreaSums::Sum(const CSectionPtr& section, const CSelectedSections& selec
         if (!selected.Contains(*m_in[i]))
             continue;
         const std::uint32_t in = m_in[i]->GetRow();
-        isSummed = in < m_walks.size() && m_walks[in] == m_walk;
+        isSummed = IsSummed(in);
         if (isSummed)
-            sum += m_sums[in];
+            sum += m_sums[in].m_area;
     }
     if (!isSummed)
         sum = VisitAll(section, selected, inputs);
-    AtRow(m_walks, row) = m_walk;
-    AtRow(m_sums, row) = sum;
+    AtRow(m_sums, row) = {sum, m_walk};
     return sum;
 }
 

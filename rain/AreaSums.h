@@ -34,16 +34,24 @@ public:
     /// they were not, everything upstream is visited.
     double Sum(const CSectionPtr& section, const CSelectedSections& selected, CSectionInputs& inputs);
 
+    /// Has fetched what Sum looks at for a section of this row.
+    void Fetch(std::uint32_t row) const { OLMGis::Utility::FetchAhead(m_sums.data() + row); }
+
 private:
     bool HasGap(const CSectionList& sections, const CSelectedSections& selected);
     double VisitAll(const CSectionPtr& section, const CSelectedSections& selected, CSectionInputs& inputs);
 
-    std::vector<std::uint32_t> m_walks; ///< by section row: the walk of its sum
-    std::vector<double> m_sums;         ///< by section row
+    struct CAreaSum {
+        double m_area = 0.0;
+        std::uint32_t m_walk = 0; ///< that it belongs to
+    };
+    bool IsSummed(std::uint32_t row) const { return row < m_sums.size() && m_sums[row].m_walk == m_walk; }
+
+    std::vector<CAreaSum> m_sums; ///< by section row
     std::uint32_t m_walk = 0;
     bool m_hasGap = false; ///< a section between selected ones is not selected
 
     std::vector<std::uint32_t> m_marks; ///< by section row: the walk whose search for gaps saw it
-    CSectionList m_in;
+    std::vector<const OLMGis::Topology::CSection*> m_in;
     CSectionList m_upstream;
 };

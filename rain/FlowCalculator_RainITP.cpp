@@ -171,6 +171,7 @@ int CFlowCalculator_RainITP::Run(const CSectionList& sections) {
 int CFlowCalculator_RainITP::WalkWithProgress(const CSectionList& sections) {
     const CProgress progress(GetCalculatorName(), sections.size());
     m_showsProgress = true;
+    m_inputs.Gather(sections);
     const int result = CalculateNetwork(sections);
     m_showsProgress = false;
     return result;

@@ -27,6 +27,7 @@ class CFlowCalculator_RainITP final : public OLMGis::Sewage::IFlowCalculator {
 public:
     using CSectionList = OLMGis::Sewage::CSectionList;
     using CSectionPtr = boost::shared_ptr<OLMGis::Topology::CSection>;
+    using CBareList = std::vector<const OLMGis::Topology::CSection*>; ///< no nulls
     using CRecordPtr = boost::shared_ptr<CSectionDataIDF>;
 
     CFlowCalculator_RainITP();
@@ -91,6 +92,7 @@ public:
 
     /// Removes what isn't selected, keeps the order, returns the count left.
     int FilterToSelected(CSectionList& list) const;
+    int FilterToSelected(CBareList& list) const;
 
     /// Null when there is none, also for a null node or section.
     boost::shared_ptr<CNodeDataIDF> FindNodeData(const boost::shared_ptr<OLMGis::Topology::CNode>& node) const;
@@ -121,6 +123,9 @@ private:
     int Run(const CSectionList& sections);
     int WalkWithProgress(const CSectionList& sections);
     void PrepareWalk(const CSectionList& sections);
+    void FetchLaterSections(std::size_t front);
+    void FetchSection(const OLMGis::Topology::CSection& section, int step);
+    const CNodeDataIDF::CBranches* FindBranches(std::uint32_t nodeRow) const;
     int WalkSection(const CSectionPtr& section);
     bool FitPipe(CSectionDataIDF& record, double diameter);
     void ExplainInput(const CRainITPParameters& params);
@@ -136,9 +141,8 @@ private:
 
     CSectionInputs m_inputs;
     CAreaSums m_areaSums;
-    std::vector<CSectionPtr> m_queue; ///< of the walk at hand
-    CSectionList m_buffer;            ///< for questions to the network
-    std::vector<const OLMGis::Topology::CSection*> m_out;
+    CBareList m_queue;                     ///< of the walk at hand
+    CBareList m_buffer;                    ///< for questions to the network
     CRainPassTrace* m_passTrace = nullptr; ///< notes each pass while it is set
 
     std::string m_explained; ///< what the log was last told about the curve file and texts

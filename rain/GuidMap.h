@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/gis_core/FetchAhead.h"
 #include "host/network_core/Entity.h"
 #include "host/network_core/Section.h"
 
@@ -46,6 +47,16 @@ public:
         return row < m_places.size() && m_places[row] != None ? &m_entries[m_places[row]].m_value : nullptr;
     }
     const Value* Find(std::uint32_t row) const { return const_cast<CGuidMap*>(this)->Find(row); }
+
+    /// Has fetched what Find looks at for a row, in two steps, 0 and 1: a walk jumps about in it.
+    void Fetch(std::uint32_t row, int step) const {
+        if (row >= m_places.size())
+            return;
+        if (step == 0)
+            OLMGis::Utility::FetchAhead(&m_places[row]);
+        else if (m_places[row] != None)
+            OLMGis::Utility::FetchObjectAhead(&m_entries[m_places[row]]);
+    }
 
     void Clear() {
         for (const CEntry& entry : m_entries)
@@ -108,23 +119,35 @@ private:
     mutable std::vector<COrdered> m_order;
 };
 
-/// A set of sections of one network, compared by identity.
+/// A set of sections of one network, which outlives it, compared by identity. Emptying costs the sections.
 class CSelectedSections {
 public:
     using CSectionPtr = boost::shared_ptr<OLMGis::Topology::CSection>;
 
     /// Nulls are kept out.
     void Insert(const CSectionPtr& section) {
-        if (section)
-            m_sections.Enter(*section, section);
+        if (!section || Contains(*section))
+            return;
+        const std::uint32_t row = section->GetRow();
+        if (row >= m_byRow.size())
+            m_byRow.resize(std::max<std::size_t>(row + 1ULL, m_byRow.size() * 2), nullptr);
+        m_byRow[row] = section.get();
+        m_rows.push_back(row);
     }
     bool Contains(const OLMGis::Topology::CSection& section) const {
-        const CSectionPtr* const found = m_sections.Find(section.GetRow());
-        return found != nullptr && found->get() == &section;
+        return section.GetRow() < m_byRow.size() && m_byRow[section.GetRow()] == &section;
     }
-    void Clear() { m_sections.Clear(); }
-    std::size_t GetCount() const { return m_sections.GetCount(); }
+    void Clear() {
+        for (const std::uint32_t row : m_rows)
+            m_byRow[row] = nullptr;
+        m_rows.clear();
+    }
+    std::size_t GetCount() const { return m_rows.size(); }
+
+    /// Has fetched what Contains looks at for a section of this row.
+    void Fetch(std::uint32_t row) const { OLMGis::Utility::FetchAhead(m_byRow.data() + row); }
 
 private:
-    CGuidMap<CSectionPtr> m_sections;
+    std::vector<const OLMGis::Topology::CSection*> m_byRow;
+    std::vector<std::uint32_t> m_rows;
 };

@@ -13,6 +13,8 @@
 /// What reaches a node at which a selected section starts, in one walk: the results of the sections that end there.
 class CNodeDataIDF {
 public:
+    using CBranches = std::map<std::string_view, CRecordList>; ///< no list is empty
+
     CNodeDataIDF() = default;
     CNodeDataIDF(std::string_view name, int inputCount, const CRainITPParameters& params)
         : m_name(name), m_inputCount(inputCount), m_params(&params) {}
@@ -31,9 +33,9 @@ public:
     /// next AddResult.
     std::span<const boost::shared_ptr<CSectionDataIDF>> ChooseUpstream() const;
 
-    std::string_view m_name;                           ///< belongs to the network, which outlives the record
-    std::map<std::string_view, CRecordList> m_results; ///< by section name
-    int m_inputCount = -1;                             ///< selected sections that enter the node
-    const CRainITPParameters* m_params = nullptr;      ///< not owned
-    int m_deliveredCount = 0;                          ///< keys of m_results
+    std::string_view m_name;                      ///< belongs to the network, which outlives the record
+    CBranches m_results;                          ///< by section name
+    int m_inputCount = -1;                        ///< selected sections that enter the node
+    const CRainITPParameters* m_params = nullptr; ///< not owned
+    int m_deliveredCount = 0;                     ///< keys of m_results
 };

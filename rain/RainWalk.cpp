@@ -22,14 +22,9 @@ int CFlowCalculator_RainITP::CalculateNetwork(const CSectionList& sections) {
     PrepareWalk(sections);
     m_done = 0;
     for (std::size_t front = 0; front < m_queue.size(); ++front) {
-        constexpr std::size_t Far = 16;
-        constexpr std::size_t Near = 8;
-        if (front + Far < m_queue.size())
-            __builtin_prefetch(m_queue[front + Far].get());
-        if (front + Near < m_queue.size())
-            m_inputs.Prefetch(*m_queue[front + Near]);
-        const CSectionPtr section = m_queue[front]; // the queue grows meanwhile
-        if (WalkSection(section) == 0 || !GoOn())
+        FetchLaterSections(front);
+        const CSection& section = *m_queue[front];
+        if (WalkSection(section.GetTopology().GetSectionAt(section.GetRow())) == 0 || !GoOn())
             return 0;
     }
     return 1;
@@ -59,7 +54,7 @@ void CFlowCalculator_RainITP::PrepareWalk(const CSectionList& sections) {
     for (const auto& section : sections)
         if (FindSectionDataList(section) != nullptr &&
             (*m_nodeData.Find(section->GetStartingNodeRow()))->m_inputCount == 0)
-            m_queue.push_back(section);
+            m_queue.push_back(section.get());
 }
 
 int CFlowCalculator_RainITP::WalkSection(const CSectionPtr& section) {
@@ -83,11 +78,11 @@ int CFlowCalculator_RainITP::WalkSection(const CSectionPtr& section) {
     }
     if (end == nullptr || end->m_deliveredCount != end->m_inputCount)
         return 1;
-    section->GetSectionsOut(m_out);
-    const auto next = std::find_if(m_out.begin(), m_out.end(),
+    section->GetSectionsOut(m_buffer);
+    const auto next = std::find_if(m_buffer.begin(), m_buffer.end(),
                                    [this](const CSection* out) { return m_params.m_selectedSections.Contains(*out); });
-    if (next != m_out.end())
-        m_queue.push_back((*next)->GetShared());
+    if (next != m_buffer.end())
+        m_queue.push_back(*next);
     return 1;
 }
 
@@ -103,6 +98,11 @@ bool CFlowCalculator_RainITP::IsSelected(const CSectionPtr& section) const {
 int CFlowCalculator_RainITP::FilterToSelected(CSectionList& list) const {
     list.erase(std::remove_if(list.begin(), list.end(), [this](const auto& section) { return !IsSelected(section); }),
                list.end());
+    return static_cast<int>(list.size());
+}
+
+int CFlowCalculator_RainITP::FilterToSelected(CBareList& list) const {
+    std::erase_if(list, [this](const CSection* section) { return !m_params.m_selectedSections.Contains(*section); });
     return static_cast<int>(list.size());
 }
 

@@ -43,7 +43,7 @@ boost::shared_ptr<CCatalogItem> GroupAbove(const CCatalogItem& item) {
 
 CSectionDataIDF::CSectionDataIDF(const boost::shared_ptr<CSection>& section, const CRainITPParameters& params,
                                  const CSectionInput& input)
-    : m_name(section->GetName()), m_section(section), m_existingPipe(input.m_existingPipe), m_params(&params),
+    : m_name(input.m_name), m_section(section), m_existingPipe(input.m_existingPipe), m_params(&params),
       m_length(input.m_length) {
     if (params.m_pipeGroup)
         m_pipeGroupName = params.m_pipeGroup->GetName();

@@ -39,6 +39,7 @@ const CSectionInput& CSectionInputs::Of(const boost::shared_ptr<CSection>& secti
     if (input.m_isGathered)
         return input;
     input.m_isGathered = true;
+    input.m_name = section->GetName();
     input.m_hasSlope = ReadNumber(*section, m_slope, input.m_slope);
     input.m_hasInletTime = ReadNumber(*section, m_inletTime, input.m_inletTime);
     input.m_hasRoughness = ReadNumber(*section, m_roughness, input.m_roughness);

@@ -3,16 +3,19 @@
 #pragma once
 
 #include "host/gis_core/DataDefinition.h"
+#include "host/gis_core/FetchAhead.h"
 #include "host/network_core/Catalog.h"
 #include "host/network_core/Section.h"
 
 #include <boost/shared_ptr.hpp>
 
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 /// What a rain calculation reads of a section.
 struct CSectionInput {
+    std::string_view m_name;  ///< belongs to the network, which outlives the run
     double m_slope = 0.0;     ///< 1/1000
     double m_inletTime = 0.0; ///< min
     double m_roughness = 0.0; ///< stored on the section, mm
@@ -42,11 +45,8 @@ public:
     /// about in it.
     void Gather(const std::vector<boost::shared_ptr<OLMGis::Topology::CSection>>& sections);
 
-    /// Has the inputs of a section fetched that is soon asked for.
-    void Prefetch(const OLMGis::Topology::CSection& section) const {
-        if (section.GetRow() < m_byRow.size())
-            __builtin_prefetch(&m_byRow[section.GetRow()]);
-    }
+    /// Has fetched what Of looks at for a section of this row.
+    void Fetch(std::uint32_t row) const { OLMGis::Utility::FetchObjectAhead(m_byRow.data() + row); }
 
 private:
     const OLMGis::Data::CDataDefinition* m_slope;
