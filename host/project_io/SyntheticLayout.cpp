@@ -113,12 +113,13 @@ void CLayoutMaker::MakeCity(std::size_t sections) {
 }
 
 void CLayoutMaker::MakeStar(std::size_t sections) {
-    const std::size_t width = WidthOf(sections + 1);
-    const double middle = std::floor(static_cast<double>(width) / 2.0) + 0.5; // between places of the grid
+    // However many sections there are, they stay as long as real ones: heads may share a place of the grid.
+    constexpr std::size_t width = 4;
+    constexpr double middle = 1.5; // between places of the grid
     const std::uint32_t outfall = Add(-2.0, middle, CSyntheticLayout::Nowhere);
     const std::uint32_t hub = Add(middle, middle, outfall);
     for (std::size_t i = 1; i < sections; ++i)
-        Add(static_cast<double>(i % width), static_cast<double>(i / width), hub);
+        Add(static_cast<double>(i % width), static_cast<double>(i / width % width), hub);
 }
 
 } // namespace
