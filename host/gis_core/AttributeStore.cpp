@@ -22,9 +22,19 @@ CAttributeColumn& CAttributeStore::GetColumn(const CDataDefinition& definition) 
     if (definition.m_index >= m_columns.size())
         m_columns.resize(definition.m_index + 1);
     auto& column = m_columns[definition.m_index];
-    if (!column)
+    if (!column) {
         column = std::make_unique<CAttributeColumn>(definition.m_type, m_texts);
+        column->Reserve(m_expectedCounts[static_cast<std::size_t>(definition.m_entityKind)]);
+    }
     return *column;
+}
+
+void CAttributeStore::Expect(enmEntityKind kind, std::uint32_t rows) {
+    m_expectedCounts[static_cast<std::size_t>(kind)] = rows;
+    for (const auto& definition : CDataConfiguration::Instance()->GetDataDefinitions())
+        if (definition->m_entityKind == kind && definition->m_index < m_columns.size() &&
+            m_columns[definition->m_index])
+            m_columns[definition->m_index]->Reserve(rows);
 }
 
 std::vector<const CDataDefinition*> CAttributeStore::GetUsedDefinitions(enmEntityKind kind) const {

@@ -31,6 +31,8 @@ public:
 
     /// A new row for an entity of the kind; all its attributes are null.
     std::uint32_t AddRow(enmEntityKind kind) { return m_rowCounts[static_cast<std::size_t>(kind)]++; }
+    /// Tells how many entities of the kind there will be: its columns get room for them in one step each.
+    void Expect(enmEntityKind kind, std::uint32_t rows);
     std::uint32_t GetRowCount(enmEntityKind kind) const { return m_rowCounts[static_cast<std::size_t>(kind)]; }
 
     /// Fills the box and answers true, or answers false and leaves the box for a null. No search.
@@ -67,6 +69,7 @@ private:
     CTextPool m_texts;
     std::vector<std::unique_ptr<CAttributeColumn>> m_columns;
     std::array<std::uint32_t, EntityKindCount> m_rowCounts{};
+    std::array<std::uint32_t, EntityKindCount> m_expectedCounts{};
     CJournal* m_journal = nullptr;
     IWriteGuard* m_guard = nullptr;
     bool m_isWatched = false; ///< a journal or a guard is set: the one branch that an ordinary write pays

@@ -9,6 +9,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 
 namespace OLMGis::Utility {
@@ -232,12 +233,20 @@ std::string CUtility::MakeGuid(std::string_view layer, std::string_view name, st
 }
 
 std::size_t GuidHash::operator()(std::string_view guid) const {
-    std::uint64_t hash = 14695981039346656037ULL;
-    for (const char c : WithoutBraces(guid)) {
-        hash ^= static_cast<unsigned char>(Lower(c));
-        hash *= 1099511628211ULL;
+    // Eight characters at a time. One bit is all that small and capital letters differ in; that it makes a few other
+    // characters alike as well does no harm to a hash.
+    constexpr std::uint64_t smallLetters = 0x2020202020202020ULL;
+    std::string_view rest = WithoutBraces(guid);
+    std::uint64_t hash = rest.size();
+    while (!rest.empty()) {
+        std::uint64_t word = 0;
+        const std::size_t count = std::min(rest.size(), sizeof word);
+        std::memcpy(&word, rest.data(), count);
+        rest.remove_prefix(count);
+        hash = (hash ^ (word | smallLetters)) * 0x9FB21C651E98DF25ULL;
+        hash ^= hash >> 32;
     }
-    return hash ^ (hash >> 32);
+    return hash;
 }
 
 bool GuidEqual::operator()(std::string_view a, std::string_view b) const {

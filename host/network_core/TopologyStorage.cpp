@@ -13,6 +13,7 @@
 namespace OLMGis::Topology {
 
 using Utility::BadInput;
+using Utility::NoPlace;
 using Utility::Result;
 
 namespace {
@@ -116,9 +117,9 @@ void CTopologyStorage::SetExists(Entity& entity, bool exists) {
 
 Result<boost::shared_ptr<CNode>> CTopologyStorage::AddNode(std::string_view guid, std::string_view name,
                                                            const CPoint& point) {
-    if (guid.empty() || m_nodes.m_byGuid.Find(guid) != nullptr)
+    if (guid.empty() || m_nodes.m_byGuid.Find(guid) != NoPlace)
         return BadInput(fmt::format("node {}: the GUID \"{}\" occurs twice or is empty", name, guid));
-    if (m_nodes.m_byName.Find(name) != nullptr)
+    if (m_nodes.m_byName.Find(name) != NoPlace)
         return BadInput(fmt::format("node {}: the name occurs twice, expected unique names of nodes", name));
     return Enter(m_nodes, guid, name, point);
 }
@@ -126,7 +127,7 @@ Result<boost::shared_ptr<CNode>> CTopologyStorage::AddNode(std::string_view guid
 Result<boost::shared_ptr<CSection>> CTopologyStorage::AddSection(std::string_view guid, std::string_view name,
                                                                  CNode* start, CNode* end,
                                                                  std::span<const CPoint> line) {
-    if (guid.empty() || m_sections.m_byGuid.Find(guid) != nullptr)
+    if (guid.empty() || m_sections.m_byGuid.Find(guid) != NoPlace)
         return BadInput(fmt::format("section {}: the GUID \"{}\" occurs twice or is empty", name, guid));
     const auto rowOf = [](const CNode* node) { return node == nullptr ? CSection::NoRow : node->GetRow(); };
     auto section = Enter(m_sections, guid, name, rowOf(start), rowOf(end));
@@ -139,7 +140,7 @@ Result<boost::shared_ptr<CSection>> CTopologyStorage::AddSection(std::string_vie
 
 Result<boost::shared_ptr<CCatchment>> CTopologyStorage::AddCatchment(std::string_view guid, std::string_view name,
                                                                      CSection* section, CRings rings) {
-    if (guid.empty() || m_catchments.m_byGuid.Find(guid) != nullptr)
+    if (guid.empty() || m_catchments.m_byGuid.Find(guid) != NoPlace)
         return BadInput(fmt::format("catchment {}: the GUID \"{}\" occurs twice or is empty", name, guid));
     if (section == nullptr)
         return BadInput(fmt::format("catchment {}: found no section, expected the section that it drains to", name));
@@ -175,6 +176,16 @@ int CTopologyStorage::RemoveCatchment(CCatchment& catchment) {
     return 1;
 }
 
+void CTopologyStorage::FetchNode(std::string_view guid, std::string_view name) const {
+    m_nodes.m_byGuid.Fetch(guid);
+    m_nodes.m_byName.Fetch(name);
+}
+
+void CTopologyStorage::FetchSection(std::string_view guid, std::string_view name) const {
+    m_sections.m_byGuid.Fetch(guid);
+    m_sections.m_byName.Fetch(name);
+}
+
 void CTopologyStorage::Attach(CNode& node) {
     m_nodes.m_byGuid.Insert(node.GetRow());
     m_nodes.m_byName.Insert(node.GetRow());
@@ -205,7 +216,7 @@ void CTopologyStorage::Detach(CSection& section) {
         std::vector<std::uint32_t>& rows = repeated.value();
         std::erase(rows, section.GetRow());
         // The first of the name went: the next one takes its place in the index.
-        if (!rows.empty() && m_sections.m_byName.Find(section.GetName()) == nullptr) {
+        if (!rows.empty() && m_sections.m_byName.Find(section.GetName()) == NoPlace) {
             m_sections.m_byName.Insert(rows.front());
             rows.erase(rows.begin());
         }
@@ -247,8 +258,8 @@ void CTopologyStorage::Detach(CCatchment& catchment) {
 
 template <class Entity>
 boost::shared_ptr<Entity> CTopologyStorage::FindByGuid(const CEntityList<Entity>& list, std::string_view guid) {
-    const auto* found = list.m_byGuid.Find(guid);
-    return found == nullptr ? nullptr : *found;
+    const std::uint32_t row = list.m_byGuid.Find(guid);
+    return row == NoPlace ? nullptr : list.m_rows[row];
 }
 
 boost::shared_ptr<CNode> CTopologyStorage::GetNodeByGuid(std::string_view guid) const {
@@ -264,14 +275,14 @@ boost::shared_ptr<CCatchment> CTopologyStorage::GetCatchmentByGuid(std::string_v
 }
 
 boost::shared_ptr<CNode> CTopologyStorage::GetNodeByName(std::string_view name) const {
-    const auto* found = m_nodes.m_byName.Find(name);
-    return found == nullptr ? nullptr : *found;
+    const std::uint32_t row = m_nodes.m_byName.Find(name);
+    return row == NoPlace ? nullptr : m_nodes.m_rows[row];
 }
 
 std::vector<boost::shared_ptr<CSection>> CTopologyStorage::GetSectionsByName(std::string_view name) const {
     std::vector<boost::shared_ptr<CSection>> sections;
-    if (const auto* found = m_sections.m_byName.Find(name); found != nullptr)
-        sections.push_back(*found);
+    if (const std::uint32_t row = m_sections.m_byName.Find(name); row != NoPlace)
+        sections.push_back(m_sections.m_rows[row]);
     if (const auto repeated = m_repeatedNames.find(name); repeated != m_repeatedNames.end())
         for (const std::uint32_t row : repeated->second)
             sections.push_back(m_sections.m_rows[row]);
@@ -299,8 +310,9 @@ CSection* CTopologyStorage::GetSettledMainOutlet(const CNode& node) const {
         });
         return named == node.m_out.end() ? nullptr : *named;
     }
-    const auto* found = m_sections.m_byGuid.Find(guid);
-    return found != nullptr && (*found)->m_start == node.GetRow() ? found->get() : nullptr;
+    const std::uint32_t row = m_sections.m_byGuid.Find(guid);
+    CSection* const found = row == NoPlace ? nullptr : m_sections.m_rows[row].get();
+    return found != nullptr && found->m_start == node.GetRow() ? found : nullptr;
 }
 
 int CTopologyStorage::CollectUpstream(const CSection& section, std::vector<boost::shared_ptr<CSection>>& list) const {
@@ -325,16 +337,17 @@ int CTopologyStorage::CollectUpstream(const CSection& section, std::vector<boost
 }
 
 void CTopologyStorage::Reserve(std::size_t nodes, std::size_t sections, std::size_t catchments) {
-    const auto reserve = [](auto& list, std::size_t count) {
+    const auto reserve = [this](auto& list, Data::enmEntityKind kind, std::size_t count) {
         list.m_rows.reserve(count);
         list.m_byGuid.Reserve(count);
+        m_store.Expect(kind, static_cast<std::uint32_t>(count));
     };
-    reserve(m_nodes, nodes);
+    reserve(m_nodes, Data::enmEntityKind::Node, nodes);
     m_nodes.m_byName.Reserve(nodes);
-    reserve(m_sections, sections);
+    reserve(m_sections, Data::enmEntityKind::Section, sections);
     m_sections.m_byName.Reserve(sections);
     m_catchmentsOf.reserve(sections);
-    reserve(m_catchments, catchments);
+    reserve(m_catchments, Data::enmEntityKind::Catchment, catchments);
 }
 
 } // namespace OLMGis::Topology

@@ -2,11 +2,11 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/gis_core/PlaceIndex.h"
 #include "host/gis_core/Result.h"
 #include "host/gis_core/TextPool.h"
 #include "host/gis_core/Utility.h"
 #include "host/network_core/Catchment.h"
-#include "host/network_core/EntityIndex.h"
 #include "host/network_core/EntitySlab.h"
 #include "host/network_core/Node.h"
 #include "host/network_core/Section.h"
@@ -45,6 +45,12 @@ public:
                                                             CNode* end, std::span<const CPoint> line);
     Utility::Result<boost::shared_ptr<CCatchment>> AddCatchment(std::string_view guid, std::string_view name,
                                                                 CSection* section, CRings rings);
+
+    /// Has fetched into the processor's cache what adding an entity with these texts will look at: for importers, which
+    /// know some of those that come next. Texts may be empty.
+    void FetchNode(std::string_view guid, std::string_view name) const;
+    void FetchSection(std::string_view guid, std::string_view name) const;
+    void FetchCatchment(std::string_view guid) const { m_catchments.m_byGuid.Fetch(guid); }
 
     /// Takes an entity out of the network: it becomes a tombstone. A node in use stays (0); a section takes its
     /// catchments with it. 1 when taken out.
@@ -89,11 +95,17 @@ public:
     Data::CAttributeStore& GetStore() const { return m_store; }
 
 private:
+    /// A text of the entity in a row.
+    template <class Entity, std::string_view (CEntity::*Text)() const>
+    struct CTextOfRow {
+        const std::vector<boost::shared_ptr<Entity>>* m_rows;
+        std::string_view operator()(std::uint32_t row) const { return ((*m_rows)[row].get()->*Text)(); }
+    };
     template <class Entity>
-    using CByGuid = CEntityIndex<Entity, &Entity::GetGuid, Utility::GuidHash, Utility::GuidEqual>;
+    using CByGuid = Utility::CPlaceIndex<CTextOfRow<Entity, &CEntity::GetGuid>, Utility::GuidHash, Utility::GuidEqual>;
     template <class Entity>
-    using CByName =
-        CEntityIndex<Entity, &Entity::GetName, std::hash<std::string_view>, std::equal_to<std::string_view>>;
+    using CByName = Utility::CPlaceIndex<CTextOfRow<Entity, &CEntity::GetName>, std::hash<std::string_view>,
+                                         std::equal_to<std::string_view>>;
 
     /// One kind of entity: by row, tombstones included, and the live ones where tombstones make a difference.
     template <class Entity>
@@ -103,8 +115,8 @@ private:
         mutable std::vector<boost::shared_ptr<Entity>> m_live;
         mutable bool m_isLiveStale = false;
         std::uint32_t m_deletedCount = 0;
-        CByGuid<Entity> m_byGuid{m_rows};
-        CByName<Entity> m_byName{m_rows};
+        CByGuid<Entity> m_byGuid{{&m_rows}};
+        CByName<Entity> m_byName{{&m_rows}};
     };
 
     template <class Entity>

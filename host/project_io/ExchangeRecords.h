@@ -50,25 +50,25 @@ struct CExchangeRecords {
 
     Data::CTextArena m_texts;
     std::vector<Data::CKeptText> m_nodeNames; ///< by name id; names of nodes and names that refer to nodes
-    CNameIndex m_nameIds{m_nodeNames};
+    CNameIndex m_nameIds{{&m_nodeNames}};
     std::vector<std::uint32_t> m_nodeOfName; ///< by name id, NoRecord while no node has the name
 
     std::vector<CNode> m_nodes;
     std::vector<Topology::CPoint> m_nodePoints;
     std::vector<Data::CKeptText> m_nodeGuids;
-    CGuidIndex m_nodesByGuid{m_nodeGuids};
+    CGuidIndex m_nodesByGuid{{&m_nodeGuids}};
 
     std::vector<CSection> m_sections;
     std::vector<Data::CKeptText> m_sectionNames;
     std::vector<Data::CKeptText> m_sectionGuids;
-    CNameIndex m_sectionsByName{m_sectionNames}; ///< the first one of each name
-    CGuidIndex m_sectionsByGuid{m_sectionGuids};
+    CNameIndex m_sectionsByName{{&m_sectionNames}}; ///< the first one of each name
+    CGuidIndex m_sectionsByGuid{{&m_sectionGuids}};
     std::vector<bool> m_isNameRepeated; ///< by section, true at the first one of a name that others have, too
 
     std::vector<CCatchment> m_catchments;
     std::vector<Data::CKeptText> m_catchmentNames; ///< empty for none
     std::vector<Data::CKeptText> m_catchmentGuids;
-    CGuidIndex m_catchmentsByGuid{m_catchmentGuids};
+    CGuidIndex m_catchmentsByGuid{{&m_catchmentGuids}};
 
     std::vector<CMainOutlet> m_mainOutlets;
     std::vector<Topology::CPoint> m_points; ///< of lines and rings

@@ -26,17 +26,13 @@ char ToUpper(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
-std::uint32_t FindInIndex(const CInpIndex& index, std::string_view name) {
-    const auto found = index.find(name);
-    return found == index.end() ? InpNone : found->second;
-}
-
 /// Finds records by name, where the names mostly come in the order of the records: looks first at the record found last
 /// and at the one behind it, which memory has at hand, and asks the index only then.
 template <class Record>
 class CInpLookUp {
 public:
-    CInpLookUp(const std::vector<Record>& records, const CInpIndex& index) : m_records(records), m_index(index) {}
+    CInpLookUp(const std::vector<Record>& records, const CInpNames<Record>& index)
+        : m_records(records), m_index(index) {}
 
     std::uint32_t Find(std::string_view name) {
         for (std::size_t place = m_last; place < std::min(m_last + 2, m_records.size()); ++place) {
@@ -45,7 +41,7 @@ public:
                 return static_cast<std::uint32_t>(place);
             }
         }
-        const std::uint32_t found = FindInIndex(m_index, name);
+        const std::uint32_t found = m_index.Find(name);
         if (found != InpNone)
             m_last = found;
         return found;
@@ -53,12 +49,40 @@ public:
 
 private:
     const std::vector<Record>& m_records;
-    const CInpIndex& m_index;
+    const CInpNames<Record>& m_index;
     std::size_t m_last = 0;
 };
 
 Error AtLine(const std::string& fileName, std::size_t line, const std::string& found, std::string_view expected) {
     return BadInput(fmt::format("{}, line {}: found {}, expected {}", fileName, line, found, expected));
+}
+
+/// Enters the names of one kind of record, of which none may repeat.
+template <class Record>
+std::optional<Error> IndexNames(CInpNames<Record>& index, const std::vector<Record>& records, std::string_view kind,
+                                const std::string& fileName) {
+    constexpr std::size_t Ahead = 16;
+    index.Reserve(records.size());
+    for (std::uint32_t place = 0; place < records.size(); ++place) {
+        if (place + Ahead < records.size())
+            index.Fetch(records[place + Ahead].m_name);
+        if (index.Insert(place))
+            continue;
+        const Record& record = records[place];
+        return AtLine(fileName, record.m_line,
+                      fmt::format("the {} \"{}\" again (first in line {})", kind, record.m_name,
+                                  records[index.Find(record.m_name)].m_line),
+                      fmt::format("each {} once", kind));
+    }
+    return std::nullopt;
+}
+
+std::optional<Error> IndexAllNames(CInpNetwork& network, const std::string& fileName) {
+    if (auto error = IndexNames(network.m_nodesByName, network.m_nodes, "node", fileName))
+        return error;
+    if (auto error = IndexNames(network.m_linksByName, network.m_links, "link", fileName))
+        return error;
+    return IndexNames(network.m_subcatchmentsByName, network.m_subcatchments, "subcatchment", fileName);
 }
 
 void PlaceNodes(CInpNetwork& network) {
@@ -109,7 +133,11 @@ void JoinPointRows(CInpNetwork& network) {
 std::optional<Error> JoinLinks(CInpNetwork& network, const std::string& fileName) {
     CInpLookUp starts(network.m_nodes, network.m_nodesByName);
     CInpLookUp ends(network.m_nodes, network.m_nodesByName);
+    constexpr std::size_t Ahead = 16;
     for (CInpLink& link : network.m_links) {
+        if (const auto place = static_cast<std::size_t>(&link - network.m_links.data());
+            place + Ahead < network.m_links.size())
+            network.m_nodesByName.Fetch(network.m_links[place + Ahead].m_toName);
         link.m_from = starts.Find(link.m_fromName);
         link.m_to = ends.Find(link.m_toName);
         if (link.m_from == InpNone || link.m_to == InpNone) {
@@ -238,8 +266,8 @@ bool InpNameEqual::operator()(std::string_view a, std::string_view b) const {
 const CInpTransect* FindInpTransect(const CInpNetwork& network, const CInpCrossSection& section) {
     if (section.m_shape != enmInpShape::Irregular)
         return nullptr;
-    const std::uint32_t transect = FindInIndex(network.m_transectsByName, section.m_text);
-    return transect == InpNone ? nullptr : &network.m_transects[transect];
+    const auto transect = network.m_transectsByName.find(section.m_text);
+    return transect == network.m_transectsByName.end() ? nullptr : &network.m_transects[transect->second];
 }
 
 double GetInpHeight(const CInpNetwork& network, const CInpCrossSection& section) {
@@ -249,6 +277,8 @@ double GetInpHeight(const CInpNetwork& network, const CInpCrossSection& section)
 }
 
 Status ResolveInpNetwork(CInpNetwork& network, const std::string& fileName) {
+    if (auto error = IndexAllNames(network, fileName))
+        return *error;
     PlaceNodes(network);
     if (auto error = JoinLinks(network, fileName))
         return *error;

@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/gis_core/PlaceIndex.h"
 #include "host/gis_core/Result.h"
 #include "host/gis_core/TextPool.h"
 #include "host/network_core/Geometry.h"
@@ -31,9 +32,18 @@ struct InpNameHash {
 struct InpNameEqual {
     bool operator()(std::string_view a, std::string_view b) const;
 };
-/// Keeps the hashes, so that a look-up touches no text but the one that it finds.
-using CInpIndex = tsl::robin_map<std::string_view, std::uint32_t, InpNameHash, InpNameEqual,
-                                 std::allocator<std::pair<std::string_view, std::uint32_t>>, true>;
+using CInpIndex = tsl::robin_map<std::string_view, std::uint32_t, InpNameHash, InpNameEqual>;
+
+/// The name of the record at a place.
+template <class Record>
+struct CInpNameAt {
+    const std::vector<Record>* m_records;
+    std::string_view operator()(std::uint32_t place) const { return (*m_records)[place].m_name; }
+};
+
+/// Finds records by name.
+template <class Record>
+using CInpNames = Utility::CPlaceIndex<CInpNameAt<Record>, InpNameHash, InpNameEqual>;
 
 struct CInpNode {
     std::string_view m_name;
@@ -106,9 +116,9 @@ struct CInpNetwork {
     std::vector<Topology::CPoint> m_points; ///< map units, never converted
     std::vector<CInpShapeCurve> m_curves;
     std::vector<CInpTransect> m_transects;
-    CInpIndex m_nodesByName;
-    CInpIndex m_linksByName;
-    CInpIndex m_subcatchmentsByName;
+    CInpNames<CInpNode> m_nodesByName{{&m_nodes}}; ///< this and the next two are filled by ResolveInpNetwork
+    CInpNames<CInpLink> m_linksByName{{&m_links}};
+    CInpNames<CInpSubcatchment> m_subcatchmentsByName{{&m_subcatchments}};
     CInpIndex m_curvesByName;
     CInpIndex m_transectsByName;
     Data::CTextArena m_texts;
@@ -122,9 +132,9 @@ const CInpTransect* FindInpTransect(const CInpNetwork& network, const CInpCrossS
 double GetInpHeight(const CInpNetwork& network, const CInpCrossSection& section);
 
 /// Joins the records by their names and converts everything to m and ha, once: after it no record knows feet, offsets
-/// or names of others. BadInput, naming line and object, for what contradicts itself: a link to an unknown node, a
-/// conduit without cross-section, a cross-section without link, a subcatchment with an unknown outlet. fileName is what
-/// messages call the file. Linear.
+/// or names of others. BadInput, naming line and object, for what contradicts itself: a name that repeats, a link to an
+/// unknown node, a conduit without cross-section, a cross-section without link, a subcatchment with an unknown outlet.
+/// fileName is what messages call the file. Linear.
 Utility::Status ResolveInpNetwork(CInpNetwork& network, const std::string& fileName);
 
 } // namespace OLMGis::ProjectIo

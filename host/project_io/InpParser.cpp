@@ -95,16 +95,6 @@ bool CInpParser::RequireTokens(std::size_t count, std::string_view expected) {
     return m_reader.Fail(fmt::format("a line of {} columns", m_reader.GetTokens().size()), expected);
 }
 
-bool CInpParser::Index(CInpIndex& index, std::size_t place, std::string_view kind, std::string_view& name,
-                       const auto& lineOfFirst) {
-    name = Keep(m_reader.GetToken(0));
-    const auto [entry, isNew] = index.emplace(name, static_cast<std::uint32_t>(place));
-    if (isNew)
-        return true;
-    return m_reader.Fail(fmt::format("the {} \"{}\" again (first in line {})", kind, name, lineOfFirst(entry->second)),
-                         fmt::format("each {} once", kind));
-}
-
 bool CInpParser::ReadOption() {
     const std::string_view value = m_reader.GetToken(1);
     if (IsOneOf(m_reader.GetToken(0), {"FLOW_UNITS"})) {
@@ -127,9 +117,7 @@ bool CInpParser::ReadOption() {
 bool CInpParser::ReadNode(std::size_t depthPlace) {
     CInpNode node;
     node.m_line = m_reader.GetLineNumber();
-    if (!Index(m_network.m_nodesByName, m_network.m_nodes.size(), "node", node.m_name,
-               [&](std::uint32_t first) { return m_network.m_nodes[first].m_line; }))
-        return false;
+    node.m_name = Keep(m_reader.GetToken(0));
     if (!m_reader.ReadNumber(1, Elevation, node.m_invert))
         return false;
     if (depthPlace > 0 && !m_reader.ReadOptionalNumber(depthPlace, Depth, node.m_depth))
@@ -157,9 +145,7 @@ bool CInpParser::ReadLink(enmInpLinkKind kind, std::size_t offsetPlace) {
     CInpLink link;
     link.m_line = m_reader.GetLineNumber();
     link.m_kind = kind;
-    if (!Index(m_network.m_linksByName, m_network.m_links.size(), "link", link.m_name,
-               [&](std::uint32_t first) { return m_network.m_links[first].m_line; }))
-        return false;
+    link.m_name = Keep(m_reader.GetToken(0));
     link.m_fromName = Keep(m_reader.GetToken(1));
     link.m_toName = Keep(m_reader.GetToken(2));
     link.m_inlet = link.m_outlet = NoOffset;
@@ -300,9 +286,7 @@ bool CInpParser::ReadSubcatchment() {
         return false;
     CInpSubcatchment area;
     area.m_line = m_reader.GetLineNumber();
-    if (!Index(m_network.m_subcatchmentsByName, m_network.m_subcatchments.size(), "subcatchment", area.m_name,
-               [&](std::uint32_t first) { return m_network.m_subcatchments[first].m_line; }))
-        return false;
+    area.m_name = Keep(m_reader.GetToken(0));
     area.m_outletName = Keep(m_reader.GetToken(2));
     if (!m_reader.ReadNumber(3, Area, area.m_area) || !m_reader.ReadNumber(4, Imperviousness, area.m_impervious))
         return false;

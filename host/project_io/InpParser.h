@@ -35,8 +35,6 @@ private:
     /// A copy of a token that lives as long as the network.
     std::string_view Keep(std::string_view token) { return m_network.m_texts.Keep(token).View(); }
 
-    bool Index(CInpIndex& index, std::size_t place, std::string_view kind, std::string_view& name,
-               const auto& lineOfFirst);
     bool ReadOffset(std::size_t place, double& offset);
     bool ReadPoint(Topology::CPoint& point);
     bool RequireTokens(std::size_t count, std::string_view expected);

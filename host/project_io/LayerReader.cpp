@@ -133,6 +133,7 @@ void CLayerReader::ReadIdentity(bool needsName) {
 
 std::uint32_t CLayerReader::EnterNode() {
     ReadIdentity(true);
+    m_topology.FetchNode(m_guid, m_name);
     CPoint point;
     Expect(DecodePoint(m_reader->GetBlob(Layout::Geometry), point));
     return Entered(m_topology.AddNode(m_guid, m_name, point));
@@ -140,6 +141,9 @@ std::uint32_t CLayerReader::EnterNode() {
 
 std::uint32_t CLayerReader::EnterSection() {
     ReadIdentity(false);
+    m_topology.FetchSection(m_guid, m_name);
+    for (const int node : {Layout::FromGuid, Layout::ToGuid})
+        m_topology.FetchNode(m_reader->GetText(node), {});
     Expect(DecodeLine(m_reader->GetBlob(Layout::Geometry), m_line));
     CNode* const start = FindNode(Layout::FromNode, Layout::FromGuid);
     CNode* const end = FindNode(Layout::ToNode, Layout::ToGuid);
@@ -148,6 +152,7 @@ std::uint32_t CLayerReader::EnterSection() {
 
 std::uint32_t CLayerReader::EnterCatchment() {
     ReadIdentity(false);
+    m_topology.FetchCatchment(m_guid);
     CRings rings;
     Expect(DecodePolygon(m_reader->GetBlob(Layout::Geometry), rings));
     CSection* const section = FindSection();

@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include <absl/container/flat_hash_set.h>
+#include <cstdint>
+#include <limits>
+#include <string_view>
+
+namespace OLMGis::Utility {
+
+/// The place of nothing in a list.
+inline constexpr std::uint32_t NoPlace = std::numeric_limits<std::uint32_t>::max();
+
+/// Finds places of a list by the texts that stand there, keeping only places and hashes: 10 to 20 bytes each.
+/// TextAt(place) gives the text of a place, which must not change while it is entered; Hash and Equal decide what
+/// counts as the same.
+///
+/// Each question looks at two places of memory that no question before it did. Loops that know their texts ahead of
+/// time spare the waiting by Fetch.
+template <class TextAt, class Hash, class Equal>
+class CPlaceIndex {
+public:
+    /// A text and its hash, for several questions about one text.
+    struct CQuestion {
+        std::string_view m_text;
+        std::uint32_t m_hash;
+    };
+
+    explicit CPlaceIndex(TextAt textAt) : m_textAt(textAt), m_places(0, ByHash(), ByText{textAt}) {}
+    CPlaceIndex(const CPlaceIndex&) = delete;
+    CPlaceIndex& operator=(const CPlaceIndex&) = delete;
+
+    static CQuestion Ask(std::string_view text) {
+        const std::uint64_t hash = Hash()(text);
+        return {text, static_cast<std::uint32_t>(hash ^ (hash >> 32U))};
+    }
+
+    /// Enters the text at a place; false when the same text is entered already, which then stays.
+    bool Insert(std::uint32_t place) { return Insert(place, Ask(m_textAt(place))); }
+
+    /// The same with the question about the text at the place.
+    bool Insert(std::uint32_t place, const CQuestion& question) {
+        return m_places.insert(CEntry{place, question.m_hash}).second;
+    }
+
+    /// Takes out the entry of exactly this place.
+    void Erase(std::uint32_t place) {
+        const auto found = m_places.find(Ask(m_textAt(place)));
+        if (found != m_places.end() && found->m_place == place)
+            m_places.erase(found);
+    }
+
+    /// The place of a text, NoPlace when it was never entered.
+    std::uint32_t Find(std::string_view text) const { return Find(Ask(text)); }
+    std::uint32_t Find(const CQuestion& question) const {
+        const auto found = m_places.find(question);
+        return found == m_places.end() ? NoPlace : found->m_place;
+    }
+
+    /// Makes room in one step.
+    void Reserve(std::size_t count) { m_places.reserve(count); }
+
+    /// Has fetched into the processor's cache what Insert and Find look at for this text.
+    void Fetch(std::string_view text) const {
+        m_places.prefetch(Ask(text));
+        asm volatile(""); // see FetchAhead
+    }
+
+private:
+    struct CEntry {
+        std::uint32_t m_place;
+        std::uint32_t m_hash; ///< kept, so that growing looks at no text and a question at none but the one it finds
+    };
+    struct ByHash {
+        using is_transparent = void;
+        std::size_t operator()(const CEntry& entry) const { return Spread(entry.m_hash); }
+        std::size_t operator()(const CQuestion& question) const { return Spread(question.m_hash); }
+
+        /// The table takes its bits from both ends of 64.
+        static std::size_t Spread(std::uint64_t hash) { return (hash * 0x9E3779B97F4A7C15ULL) ^ hash; }
+    };
+    struct ByText {
+        using is_transparent = void;
+        TextAt m_textAt;
+        bool operator()(const CEntry& a, const CEntry& b) const {
+            return a.m_place == b.m_place ||
+                   (a.m_hash == b.m_hash && Equal()(m_textAt(a.m_place), m_textAt(b.m_place)));
+        }
+        bool operator()(const CQuestion& a, const CEntry& b) const {
+            return a.m_hash == b.m_hash && Equal()(a.m_text, m_textAt(b.m_place));
+        }
+        bool operator()(const CEntry& a, const CQuestion& b) const { return (*this)(b, a); }
+    };
+
+    TextAt m_textAt;
+    absl::flat_hash_set<CEntry, ByHash, ByText> m_places;
+};
+
+} // namespace OLMGis::Utility
