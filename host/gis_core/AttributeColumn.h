@@ -4,6 +4,7 @@
 
 #include "host/gis_core/DataBox.h"
 #include "host/gis_core/DataDefinition.h"
+#include "host/gis_core/StaggeredAllocator.h"
 #include "host/gis_core/TextPool.h"
 
 #include <cstdint>
@@ -66,10 +67,13 @@ public:
 private:
     void Grow(std::uint32_t rows);
 
-    std::vector<double> m_doubles;
-    std::vector<int> m_ints;
-    std::vector<std::uint32_t> m_ids;
-    std::vector<std::uint64_t> m_filled;
+    template <class T>
+    using CValues = std::vector<T, CStaggeredAllocator<T>>;
+
+    CValues<double> m_doubles;
+    CValues<int> m_ints;
+    CValues<std::uint32_t> m_ids;
+    CValues<std::uint64_t> m_filled;
     CTextPool* m_texts;
     std::uint32_t m_rows = 0;
     enmDataType m_type;
