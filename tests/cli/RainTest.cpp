@@ -16,6 +16,7 @@
 #include <vector>
 
 using nlohmann::json;
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -407,4 +408,19 @@ TEST(Curves, AreShownLookedUpAndRefused) {
         EXPECT_EQ(ended.m_code, refusal.code) << refusal.message;
         EXPECT_THAT(ended.m_err, HasSubstr(refusal.message));
     }
+}
+
+/// High intensities for long times alone: the flow of the slow pass makes a fast one, that of the fast pass a slow one.
+TEST_F(RainProject, ADesignEndsWhereTheRainComesToNoResult) {
+    const std::string before = ReadFile(m_project);
+    const std::string curves = m_folder.Write("rising.txt", "#2\n5 20\n6.5 20\n6.6 230\n30 230\n");
+    const json parameters = {
+        {"001_RAIN_ITP", {{"PIPE_GROUP", "Round"}, {"FILE_PATH", curves}, {"FREQUENCY", "2"}}},
+        {"03_FC_TRANSIT", {{"FC_USER", 1}}},
+    };
+    const CEnded ended = Drenova({"design", m_project, "--params", m_folder.Write("design.json", parameters.dump())});
+    EXPECT_EQ(ended.m_code, 5);
+    EXPECT_THAT(ended.m_err, AllOf(HasSubstr("section long"), HasSubstr("001_RAIN_ITP: came to no result")));
+    EXPECT_THAT(ended.m_out, Not(HasSubstr("03_FC_TRANSIT"))) << "nothing goes on with the rain of an earlier run";
+    EXPECT_EQ(ReadFile(m_project), before);
 }
