@@ -5,8 +5,11 @@
 #include "host/gis_core/InstallationPaths.h"
 #include "host/gis_core/Utility.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <sys/resource.h>
 #include <system_error>
+#include <unistd.h>
 
 namespace OLMGis::System {
 
@@ -18,9 +21,22 @@ const IAvailableResources*& InForce() {
     return inForce;
 }
 
+/// Bytes that the process may still take before a limit of its own, as "ulimit -v" sets one; none without a limit.
+std::optional<double> RoomBelowOwnLimit() {
+    rlimit limit{};
+    if (getrlimit(RLIMIT_AS, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY)
+        return std::nullopt;
+    // The first number of the kernel's table: pages of address space in use.
+    const auto table = Utility::InstallationPaths::ReadWholeFile("/proc/self/statm");
+    const auto used =
+        table ? Utility::CUtility::ToDouble(table.Value()) * static_cast<double>(sysconf(_SC_PAGESIZE)) : 0.0;
+    return std::max(0.0, static_cast<double>(limit.rlim_cur) - used);
+}
+
 } // namespace
 
 std::optional<double> IAvailableResources::GetFreeMemory() const {
+    const std::optional<double> own = RoomBelowOwnLimit();
     // A line of the kernel's table: "MemAvailable:   12345678 kB".
     constexpr std::string_view Key = "MemAvailable:";
     constexpr double BytesPerUnit = 1024.0;
@@ -28,8 +44,9 @@ std::optional<double> IAvailableResources::GetFreeMemory() const {
     const std::string text = table ? table.Value() : std::string();
     const std::size_t place = text.find(Key);
     if (place == std::string::npos)
-        return std::nullopt;
-    return BytesPerUnit * Utility::CUtility::ToDouble(text.substr(place + Key.size(), 40));
+        return own;
+    const double free = BytesPerUnit * Utility::CUtility::ToDouble(text.substr(place + Key.size(), 40));
+    return std::min(free, own.value_or(free));
 }
 
 std::optional<double> IAvailableResources::GetFreeDisk(const std::string& folder) const {

@@ -13,6 +13,10 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <sys/resource.h>
+#include <unistd.h>
+
 using namespace OLMGis;
 using Utility::CCoreProgressBar;
 using Utility::CModuleConfiguration;
@@ -124,6 +128,22 @@ TEST(AvailableResources, SystemTellsMemoryAndRoomEvenOfFoldersToCome) {
     ASSERT_TRUE(here.has_value() && below.has_value());
     EXPECT_GT(*here, 0.0);
     EXPECT_GT(*below, 0.0);
+}
+
+TEST(AvailableResources, MemoryEndsAtTheLimitOfTheProcess) {
+    constexpr rlim_t room = 300'000'000;
+    std::ifstream table("/proc/self/statm");
+    rlim_t pages = 0;
+    table >> pages;
+    rlimit former{};
+    ASSERT_EQ(getrlimit(RLIMIT_AS, &former), 0);
+    const rlimit limited{pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + room, former.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_AS, &limited), 0);
+    const auto memory = System::AvailableResources().GetFreeMemory();
+    ASSERT_EQ(setrlimit(RLIMIT_AS, &former), 0);
+    ASSERT_TRUE(memory.has_value());
+    EXPECT_LE(*memory, static_cast<double>(room));
+    EXPECT_GT(*memory, 0.5 * static_cast<double>(room));
 }
 
 TEST(PerformanceTimer, ReadsWithDecimalsAndUnknownNumbersAsNought) {
