@@ -78,8 +78,8 @@ public:
     }
 
 private:
-    /// The next line, without its end; false behind the last. Of a line longer than any that was ever written the
-    /// beginning, and with it the file ends: a device without lines would fill the memory.
+    /// The next line, without its end; false behind the last. Of a line longer than any that was ever written only the
+    /// beginning is kept: a device without lines would fill the memory.
     static bool ReadLine(std::istream& input, std::string& line) {
         constexpr std::size_t Most = std::size_t{1} << 20;
         line.clear();
@@ -88,11 +88,12 @@ private:
         std::streambuf& bytes = *input.rdbuf();
         constexpr int End = std::char_traits<char>::eof();
         for (int byte = bytes.sbumpc(); byte != '\n'; byte = bytes.sbumpc()) {
-            if (byte == End || line.size() == Most) {
+            if (byte == End) {
                 input.setstate(std::ios::eofbit);
                 return !line.empty();
             }
-            line += static_cast<char>(byte);
+            if (line.size() < Most)
+                line += static_cast<char>(byte);
         }
         return true;
     }

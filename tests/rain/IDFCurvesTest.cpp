@@ -91,6 +91,7 @@ TEST(IDFCurves, FilesLoadAsTheirLinesSay) {
         {"51 characters", "#1\n5 1\n" + Fifty + " \n", 1, "1: 5/1", {3}, true},
         {"blanks count too", "#1\n5 1" + std::string(48, ' ') + "\n", 0, "", {1, 2, 0}, false},
         {"a long comment", "*" + std::string(500, 'x') + "\n#1\n5 1\n", 1, "1: 5/1", {}, true},
+        {"one beyond all bounds", "*" + std::string(3 << 20, 'x') + "\n#1\n5 1\n", 1, "1: 5/1", {}, true},
     };
     for (const CFile& file : files) {
         SCOPED_TRACE(file.m_case);
