@@ -152,7 +152,7 @@ TEST(VariationForecast, UnsettledDirectionsGiveALowerBound) {
     const CVariationForecast forecast = Forecast(network);
     EXPECT_TRUE(forecast.m_isAtLeast);
     EXPECT_EQ(forecast.m_total, 1.0) << "behind the head nothing is reached";
-    EXPECT_THAT(TellForecast(network, forecast).m_text, HasSubstr("At least 1 combinations"));
+    EXPECT_THAT(TellForecast(network, forecast).m_text, HasSubstr("at least 1 in all"));
     EXPECT_TRUE(ForecastChains(network).m_isAtLeast);
 }
 

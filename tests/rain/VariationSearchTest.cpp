@@ -331,7 +331,7 @@ TEST_F(VariationSearch, AsksWithTheForecastAndANoLeavesEverythingAsItWas) {
     EXPECT_EQ(run.Calculate(network.Sections()), 0);
     ASSERT_EQ(host.m_questions.size(), 1U);
     EXPECT_EQ(host.m_questions.front().find(Utility::CModuleConfiguration::Instance()->GetMsg(11097)), 0U);
-    EXPECT_THAT(host.m_questions.front(), HasSubstr("\n6 combinations in all, 4 of them at section JO"));
+    EXPECT_THAT(host.m_questions.front(), HasSubstr("\nCombinations: 6 in all, 4 of them at section JO"));
     EXPECT_THAT(host.m_alerts, IsEmpty());
     EXPECT_FALSE(network.Get("JO", "FLOW_RAIN_IDF").IsNotNull());
     EXPECT_EQ(ReadReport(), "");
