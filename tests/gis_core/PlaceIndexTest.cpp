@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "host/gis_core/PlaceIndex.h"
+
+#include "host/gis_core/Utility.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <random>
+#include <string>
+#include <vector>
+
+using namespace OLMGis::Utility;
+
+namespace {
+
+struct CTextAt {
+    const std::vector<std::string>* m_texts;
+    std::string_view operator()(std::uint32_t place) const { return (*m_texts)[place]; }
+};
+using CGuidIndex = CPlaceIndex<CTextAt, GuidHash, GuidEqual>;
+
+/// One of few GUIDs of any length up to four words, in capital or small letters, with or without braces; the second is
+/// how all its spellings are known.
+std::pair<std::string, std::string> MakeSpelling(std::mt19937& random) {
+    const auto number = random() % 300;
+    std::string plain = CUtility::MakeGuid("layer", "name", number).substr(0, 4 + number % 33);
+    std::string spelling = random() % 2 == 0 ? plain : CUtility::ToUpper(plain);
+    return {random() % 2 == 0 ? spelling : "{" + spelling + "}", plain};
+}
+
+} // namespace
+
+TEST(PlaceIndex, FindsWhatAMapFindsWhileTextsComeAndGo) {
+    std::mt19937 random(5);
+    std::vector<std::string> texts;
+    CGuidIndex index({&texts});
+    std::map<std::string, std::uint32_t> expected; // by the plain spelling
+    std::vector<std::string> plain;
+    for (std::uint32_t place = 0; place < 3000; ++place) {
+        const auto [spelling, known] = MakeSpelling(random);
+        texts.push_back(spelling);
+        plain.push_back(known);
+        index.Fetch(spelling);
+        EXPECT_EQ(index.Insert(place), expected.try_emplace(known, place).second) << spelling;
+        if (const auto gone = static_cast<std::uint32_t>(random() % texts.size()); random() % 3 == 0) {
+            index.Erase(gone); // an entry of the same text from another place stays
+            if (const auto found = expected.find(plain[gone]); found != expected.end() && found->second == gone)
+                expected.erase(found);
+        }
+        const auto [asked, meant] = MakeSpelling(random);
+        const auto found = expected.find(meant);
+        ASSERT_EQ(index.Find(asked), found == expected.end() ? NoPlace : found->second) << asked;
+    }
+}
