@@ -123,11 +123,9 @@ void RegisterOnShape(const std::string& name, enmNetworkShape shape, const char*
 
 } // namespace
 
-void RegisterOnNetworks(const std::string& name, enmPace pace, const CSubjectMaker& maker,
-                        std::optional<enmNetworkShape> leftOut) {
+void RegisterOnNetworks(const std::string& name, enmPace pace, const CSubjectMaker& maker) {
     for (const auto& [shape, shapeName] : Shapes)
-        if (shape != leftOut)
-            RegisterOnShape(name, shape, shapeName, pace, maker);
+        RegisterOnShape(name, shape, shapeName, pace, maker);
 }
 
 void RegisterWithoutNetwork(const std::string& name, enmPace pace, const CSubjectMaker& maker) {

@@ -7,7 +7,6 @@
 
 #include <cstddef>
 #include <functional>
-#include <optional>
 #include <string>
 
 namespace Bench {
@@ -43,9 +42,7 @@ enum class enmPace { Quick, Slow };
 /// the memory: peak_bytes is the peak of the process during that pass, held_bytes what it holds after it. Each further
 /// pass is a repetition; counters ns_per_section and, where operations are counted, ns_per_operation; work_s is the
 /// time of the processor (s), which is less than that of the clock where a pass waits.
-/// leftOut: a shape on which the operation means something else.
-void RegisterOnNetworks(const std::string& name, enmPace pace, const CSubjectMaker& maker,
-                        std::optional<enmNetworkShape> leftOut = std::nullopt);
+void RegisterOnNetworks(const std::string& name, enmPace pace, const CSubjectMaker& maker);
 
 /// The same for what sees one section after the other and nothing of how they connect: the line alone, whose sizes
 /// count sections.

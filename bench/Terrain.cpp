@@ -110,8 +110,7 @@ Result<CSubject> SamplingSections(const CSize& size) {
 
 void RegisterTerrain() {
     RegisterOnNetworks("terrain/nodes", enmPace::Quick, SamplingNodes);
-    // The arms of a star cross half of the grid each: a million of them take a billion samples.
-    RegisterOnNetworks("terrain/sections", enmPace::Quick, SamplingSections, enmNetworkShape::Star);
+    RegisterOnNetworks("terrain/sections", enmPace::Quick, SamplingSections);
 }
 
 } // namespace Bench
