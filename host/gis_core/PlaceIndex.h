@@ -21,28 +21,17 @@ inline constexpr std::uint32_t NoPlace = std::numeric_limits<std::uint32_t>::max
 template <class TextAt, class Hash, class Equal>
 class CPlaceIndex {
 public:
-    /// A text and its hash, for several questions about one text.
-    struct CQuestion {
-        std::string_view m_text;
-        std::uint32_t m_hash;
-    };
-
     explicit CPlaceIndex(TextAt textAt) : m_textAt(textAt), m_places(0, ByHash(), ByText{textAt}) {}
     CPlaceIndex(const CPlaceIndex&) = delete;
     CPlaceIndex& operator=(const CPlaceIndex&) = delete;
 
-    static CQuestion Ask(std::string_view text) {
-        const std::uint64_t hash = Hash()(text);
-        return {text, static_cast<std::uint32_t>(hash ^ (hash >> 32U))};
+    /// What is kept of a text beside its place.
+    static std::uint32_t HashOf(std::string_view text) {
+        return static_cast<std::uint32_t>((Hash()(text) * Mixer) >> 32U);
     }
 
     /// Enters the text at a place; false when the same text is entered already, which then stays.
-    bool Insert(std::uint32_t place) { return Insert(place, Ask(m_textAt(place))); }
-
-    /// The same with the question about the text at the place.
-    bool Insert(std::uint32_t place, const CQuestion& question) {
-        return m_places.insert(CEntry{place, question.m_hash}).second;
-    }
+    bool Insert(std::uint32_t place) { return m_places.insert(CEntry{place, HashOf(m_textAt(place))}).second; }
 
     /// Takes out the entry of exactly this place.
     void Erase(std::uint32_t place) {
@@ -52,9 +41,8 @@ public:
     }
 
     /// The place of a text, NoPlace when it was never entered.
-    std::uint32_t Find(std::string_view text) const { return Find(Ask(text)); }
-    std::uint32_t Find(const CQuestion& question) const {
-        const auto found = m_places.find(question);
+    std::uint32_t Find(std::string_view text) const {
+        const auto found = m_places.find(Ask(text));
         return found == m_places.end() ? NoPlace : found->m_place;
     }
 
@@ -68,6 +56,14 @@ public:
     }
 
 private:
+    static constexpr std::uint64_t Mixer = 0x9E3779B97F4A7C15ULL; ///< odd, half of its bits set
+
+    struct CQuestion {
+        std::string_view m_text;
+        std::uint32_t m_hash;
+    };
+    static CQuestion Ask(std::string_view text) { return {text, HashOf(text)}; }
+
     struct CEntry {
         std::uint32_t m_place;
         std::uint32_t m_hash; ///< kept, so that growing looks at no text and a question at none but the one it finds
@@ -77,8 +73,11 @@ private:
         std::size_t operator()(const CEntry& entry) const { return Spread(entry.m_hash); }
         std::size_t operator()(const CQuestion& question) const { return Spread(question.m_hash); }
 
-        /// The table takes its bits from both ends of 64.
-        static std::size_t Spread(std::uint64_t hash) { return (hash * 0x9E3779B97F4A7C15ULL) ^ hash; }
+        /// The table takes its bits from both ends of 64, and all of them have to differ.
+        static std::size_t Spread(std::uint64_t hash) {
+            const std::uint64_t product = hash * Mixer;
+            return product ^ (product >> 32U);
+        }
     };
     struct ByText {
         using is_transparent = void;

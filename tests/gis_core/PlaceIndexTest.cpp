@@ -8,6 +8,7 @@
 
 #include <map>
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -52,5 +53,22 @@ TEST(PlaceIndex, FindsWhatAMapFindsWhileTextsComeAndGo) {
         const auto [asked, meant] = MakeSpelling(random);
         const auto found = expected.find(meant);
         ASSERT_EQ(index.Find(asked), found == expected.end() ? NoPlace : found->second) << asked;
+    }
+}
+
+/// Asset numbers are GUIDs, too: no part of a text may be lost on the way to its hash.
+TEST(PlaceIndex, SequentialTextsOfAnyLengthHaveHashesOfTheirOwn) {
+    constexpr std::size_t count = 20000;
+    for (const std::size_t width : {5U, 8U, 13U, 16U, 24U, 32U, 36U}) {
+        std::set<std::uint32_t> hashes;
+        std::set<std::uint32_t> starts; // of a table's rows
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::string number = std::to_string(i);
+            const std::uint32_t hash = CGuidIndex::HashOf(std::string(width - number.size(), '0') + number);
+            hashes.insert(hash);
+            starts.insert(hash % 4096);
+        }
+        EXPECT_GT(hashes.size(), count - 20) << width;
+        EXPECT_GT(starts.size(), 3900U) << width;
     }
 }
