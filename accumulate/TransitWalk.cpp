@@ -11,7 +11,7 @@
 using OLMGis::Sewage::CFlowDirection;
 using OLMGis::Topology::CNode;
 using OLMGis::Topology::CSection;
-using OLMGis::Utility::FetchAhead;
+using OLMGis::Utility::FetchElementAhead;
 
 namespace {
 
@@ -66,11 +66,11 @@ void CTransitWalk::PrefetchFlows(const std::vector<std::uint32_t>& queue, std::s
     constexpr std::size_t Far = 64;
     constexpr std::size_t Near = 32;
     if (front + Far < queue.size())
-        FetchAhead(&m_sections[queue[front + Far]]);
+        FetchElementAhead(m_sections, queue[front + Far]);
     if (front + Near < queue.size()) {
         const CSectionFlow& flow = m_sections[queue[front + Near]];
-        FetchAhead(m_nodes.data() + flow.start);
-        FetchAhead(m_nodes.data() + flow.end);
+        FetchElementAhead(m_nodes, flow.start);
+        FetchElementAhead(m_nodes, flow.end);
     }
 }
 

@@ -35,7 +35,7 @@ public:
     double Sum(const CSectionPtr& section, const CSelectedSections& selected, CSectionInputs& inputs);
 
     /// Has fetched what Sum looks at for a section of this row.
-    void Fetch(std::uint32_t row) const { OLMGis::Utility::FetchAhead(m_sums.data() + row); }
+    void Fetch(std::uint32_t row) const { OLMGis::Utility::FetchElementAhead(m_sums, row); }
 
 private:
     bool HasGap(const CSectionList& sections, const CSelectedSections& selected);

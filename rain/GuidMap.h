@@ -145,7 +145,7 @@ public:
     std::size_t GetCount() const { return m_rows.size(); }
 
     /// Has fetched what Contains looks at for a section of this row.
-    void Fetch(std::uint32_t row) const { OLMGis::Utility::FetchAhead(m_byRow.data() + row); }
+    void Fetch(std::uint32_t row) const { OLMGis::Utility::FetchElementAhead(m_byRow, row); }
 
 private:
     std::vector<const OLMGis::Topology::CSection*> m_byRow;

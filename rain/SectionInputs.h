@@ -46,7 +46,7 @@ public:
     void Gather(const std::vector<boost::shared_ptr<OLMGis::Topology::CSection>>& sections);
 
     /// Has fetched what Of looks at for a section of this row.
-    void Fetch(std::uint32_t row) const { OLMGis::Utility::FetchObjectAhead(m_byRow.data() + row); }
+    void Fetch(std::uint32_t row) const { OLMGis::Utility::FetchElementAhead(m_byRow, row); }
 
 private:
     const OLMGis::Data::CDataDefinition* m_slope;

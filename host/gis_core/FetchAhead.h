@@ -2,6 +2,9 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include <cstddef>
+#include <vector>
+
 namespace OLMGis::Utility {
 
 /// Has the line of memory at address fetched into the processor's cache, for loops that know some steps ahead what
@@ -14,14 +17,23 @@ inline void FetchAhead(const void* address) {
     asm volatile("");
 }
 
-/// The same for a whole object, which may lie across lines.
+/// The same for a whole object, which may lie across lines; null fetches nothing.
 template <class Object>
 void FetchObjectAhead(const Object* object) {
-    constexpr auto line = 64;
+    constexpr std::size_t line = 64;
+    if (object == nullptr)
+        return;
     const auto* const begin = reinterpret_cast<const char*>(object);
-    for (unsigned long offset = 0; offset < sizeof(Object); offset += line)
+    for (std::size_t offset = 0; offset < sizeof(Object); offset += line)
         FetchAhead(begin + offset);
     FetchAhead(begin + sizeof(Object) - 1);
+}
+
+/// The same for an element of a list; a place behind its end fetches nothing.
+template <class Element>
+void FetchElementAhead(const std::vector<Element>& list, std::size_t place) {
+    if (place < list.size())
+        FetchObjectAhead(&list[place]);
 }
 
 } // namespace OLMGis::Utility

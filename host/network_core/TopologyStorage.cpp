@@ -178,7 +178,8 @@ int CTopologyStorage::RemoveCatchment(CCatchment& catchment) {
 
 void CTopologyStorage::FetchNode(std::string_view guid, std::string_view name) const {
     m_nodes.m_byGuid.Fetch(guid);
-    m_nodes.m_byName.Fetch(name);
+    if (!name.empty())
+        m_nodes.m_byName.Fetch(name);
 }
 
 void CTopologyStorage::FetchSection(std::string_view guid, std::string_view name) const {

@@ -47,7 +47,7 @@ public:
                                                                 CSection* section, CRings rings);
 
     /// Has fetched into the processor's cache what adding an entity with these texts will look at: for importers, which
-    /// know some of those that come next. Texts may be empty.
+    /// know some of those that come next. An empty name is left out.
     void FetchNode(std::string_view guid, std::string_view name) const;
     void FetchSection(std::string_view guid, std::string_view name) const;
     void FetchCatchment(std::string_view guid) const { m_catchments.m_byGuid.Fetch(guid); }
