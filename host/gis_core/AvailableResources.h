@@ -13,7 +13,8 @@ class IAvailableResources {
 public:
     virtual ~IAvailableResources() = default;
 
-    /// Memory (bytes) that can be taken without pushing other programs out; nothing where the system does not tell.
+    /// Memory (bytes) that can be taken without pushing other programs out, and within the limit of the process where
+    /// it has one ("ulimit -v"); nothing where the system does not tell.
     virtual std::optional<double> GetFreeMemory() const;
 
     /// Room (bytes) for new files in a folder, which need not exist yet: its nearest existing parent answers. Nothing

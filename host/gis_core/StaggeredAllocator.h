@@ -9,6 +9,9 @@
 
 namespace OLMGis::Data {
 
+/// Counts the large blocks of all types, so that no two in a row begin alike.
+inline std::atomic<std::size_t> staggeredBlocks{0};
+
 /// Memory for long columns that are read side by side, row by row. Large blocks all begin at the same place of a memory
 /// page; the values of one row then compete for the few places that the processor's cache keeps for it. These begin a
 /// cache line further each time.
@@ -22,7 +25,7 @@ public:
     explicit CStaggeredAllocator(const CStaggeredAllocator<Other>& /*other*/) {}
 
     T* allocate(std::size_t count) {
-        const std::size_t offset = Line * (1 + (count * sizeof(T) < Large ? 0 : s_blocks++ % LinesOfPage));
+        const std::size_t offset = Line * (1 + (count * sizeof(T) < Large ? 0 : staggeredBlocks++ % LinesOfPage));
         auto* const block = static_cast<std::byte*>(::operator new(offset + count * sizeof(T)));
         std::byte* const begin = block + offset;
         std::memcpy(begin - sizeof block, &block, sizeof block); // for the release
@@ -37,11 +40,10 @@ public:
     friend bool operator==(const CStaggeredAllocator&, const CStaggeredAllocator&) { return true; }
 
 private:
+    static_assert(alignof(T) <= alignof(std::max_align_t));
     static constexpr std::size_t Line = 64;
     static constexpr std::size_t LinesOfPage = 4096 / Line;
     static constexpr std::size_t Large = 65536; ///< bytes; smaller blocks lie anywhere
-
-    static inline std::atomic<std::size_t> s_blocks{0};
 };
 
 } // namespace OLMGis::Data
