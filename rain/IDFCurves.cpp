@@ -49,6 +49,13 @@ public:
     void Read(std::istream& input) {
         for (std::string line; ReadLine(input, line);) {
             std::string_view text = line;
+            if (m_isEndless) {
+                ++m_line;
+                NoteBadLine(CUtility::Format(Msg(LongLine), static_cast<int>(MostSkipped)));
+                m_target.m_curves.clear();
+                m_target.m_valid = 0;
+                break;
+            }
             if (m_line++ == 0 && text.starts_with(ByteOrderMark))
                 text.remove_prefix(ByteOrderMark.size());
             if (text.ends_with('\r'))
@@ -79,9 +86,10 @@ public:
 
 private:
     /// The next line, without its end; false behind the last. Of a line longer than any that was ever written only the
-    /// beginning is kept: a device without lines would fill the memory.
-    static bool ReadLine(std::istream& input, std::string& line) {
+    /// beginning is kept, and one that will not end ends the reading: a device may have no lines at all.
+    bool ReadLine(std::istream& input, std::string& line) {
         constexpr std::size_t Most = std::size_t{1} << 20;
+        std::size_t skipped = 0;
         line.clear();
         if (!input.good())
             return false;
@@ -92,8 +100,12 @@ private:
                 input.setstate(std::ios::eofbit);
                 return !line.empty();
             }
-            if (line.size() < Most)
+            if (line.size() < Most) {
                 line += static_cast<char>(byte);
+            } else if (++skipped == MostSkipped) {
+                m_isEndless = true;
+                return true;
+            }
         }
         return true;
     }
@@ -168,6 +180,9 @@ private:
     }
 
     CIDFCurves& m_target;
+    static constexpr std::size_t MostSkipped = std::size_t{1} << 26; ///< characters of one line
+
+    bool m_isEndless = false; ///< the line at hand
     std::size_t m_line = 0;
     std::size_t m_headLine = 0; ///< of the curve at hand, 0 before the first
     double m_frequency = 0.0;
