@@ -27,7 +27,6 @@ using OLMGis::Topology::CFunctionalAnalysisManager;
 
 using OLMGis::Sewage::CCalculationOutcome;
 using OLMGis::Utility::BadInput;
-using OLMGis::Utility::enmErrorKind;
 using OLMGis::Utility::Error;
 using OLMGis::Utility::Result;
 using OLMGis::Utility::Status;
@@ -55,11 +54,6 @@ Result<CCalculationOutcome> RunOne(const std::string& key, const std::vector<CFo
         return outcome.GetError();
     if (const Status ended = CheckEnd(outcome.Value(), editor); !ended)
         return Error{ended.GetError().kind, fmt::format("{}: {}", key, ended.GetError().message)};
-    // What an earlier run stored would pass for the result of this one in all that follows.
-    if (key == RainCalculator && outcome->m_result == 0)
-        return Error{enmErrorKind::Stopped, fmt::format("{}: came to no result; the design ends here and nothing of it "
-                                                        "is stored",
-                                                        key)};
     for (const std::string& tag : editor.GetOutOfForce())
         terminal.Note(fmt::format("{}: {} is out of force with these values; it was set all the same", key, tag));
     if (outcome->HasStored()) {
@@ -135,6 +129,11 @@ CVerbResult RunDesign(const CDesignOptions& options, CTerminal& terminal, std::o
         const auto outcome = RunOne(key, *words, terminal, results);
         if (!outcome)
             return outcome.GetError();
+        // What an earlier run stored would pass for the result of this one in all that follows.
+        if (key == RainCalculator && outcome->m_result == 0) {
+            terminal.Note(fmt::format("{}: no result; the design ends here, and nothing of it is stored", key));
+            return enmExitCode::NothingStored;
+        }
         hasStored = hasStored || outcome->HasStored();
         hasChanges = hasChanges || outcome->m_hasChanges;
         ++count;
