@@ -85,8 +85,6 @@ void CLayerReader::Read(COperationProgress& progress) {
     CTableReader reader(m_database, m_layer.m_table, m_columns,
                         m_isInOrder ? key : fmt::format("{0} IS NULL, {0}, {1}", place, key));
     m_reader = &reader;
-    for (const CAttribute& attribute : m_attributes)
-        attribute.m_values->Reserve(static_cast<std::uint32_t>(m_rowCount));
     while (reader.Next()) {
         switch (m_layer.m_kind) {
         case enmEntityKind::Node:
@@ -142,11 +140,13 @@ std::uint32_t CLayerReader::EnterNode() {
 std::uint32_t CLayerReader::EnterSection() {
     ReadIdentity(false);
     m_topology.FetchSection(m_guid, m_name);
-    for (const int node : {Layout::FromGuid, Layout::ToGuid})
-        m_topology.FetchNode(m_reader->GetText(node), {});
+    const std::string_view from = m_reader->GetText(Layout::FromGuid);
+    const std::string_view to = m_reader->GetText(Layout::ToGuid);
+    m_topology.FetchNode(from, {});
+    m_topology.FetchNode(to, {});
     Expect(DecodeLine(m_reader->GetBlob(Layout::Geometry), m_line));
-    CNode* const start = FindNode(Layout::FromNode, Layout::FromGuid);
-    CNode* const end = FindNode(Layout::ToNode, Layout::ToGuid);
+    CNode* const start = FindNode(Layout::FromNode, Layout::FromGuid, from);
+    CNode* const end = FindNode(Layout::ToNode, Layout::ToGuid, to);
     return Entered(m_topology.AddSection(m_guid, m_name, start, end, m_line));
 }
 
@@ -165,9 +165,9 @@ void CLayerReader::WarnOfOtherName(std::string_view reference, std::string_view 
                                    m_reader->GetKey(), m_layer.m_table, reference, named, reference, found));
 }
 
-CNode* CLayerReader::FindNode(int nameColumn, int guidColumn) {
+/// guid: the text of the GUID's column.
+CNode* CLayerReader::FindNode(int nameColumn, int guidColumn, std::string_view guid) {
     const std::string_view name = m_reader->GetText(nameColumn);
-    const std::string_view guid = m_reader->GetText(guidColumn);
     if (guid.empty() && name.empty())
         return nullptr;
     const auto node = guid.empty() ? m_topology.GetNodeByName(name) : m_topology.GetNodeByGuid(guid);
