@@ -96,12 +96,14 @@ void CFAI_MinimalPipeDepth::RunAnalysis(boost::shared_ptr<CPropertiesEx> propert
     std::vector<double> positions;
     std::vector<double> covers;
     std::vector<double> depths;
-    Analysis::WalkWithProgress(GetItemName(), network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
+    const auto test = [&](const boost::shared_ptr<CSection>& section) {
         section->GetAllTerrainHeights(limits.m_terrain, samples, nullptr);
         positions.clear();
         for (const auto& sample : samples)
             positions.push_back(sample.first);
         if (pipes->GetPipeDepths(section, positions, limits.m_terrain, covers, depths) != 0)
             ReportFirstOffence(*section, depths, limits, list);
-    });
+    };
+    Analysis::WalkWithProgress(GetItemName(), network->m_sections, test,
+                               Analysis::FetchNodes<boost::shared_ptr<CSection>>);
 }

@@ -10,6 +10,21 @@
 
 namespace Analysis {
 
+/// Has fetched what the tests of later entities need: the entity, its texts, for they name the culprit, and what fetch
+/// knows beside.
+template <class Entity, class Fetch>
+void FetchLaterEntities(const std::vector<Entity>& entities, std::size_t present, Fetch& fetch) {
+    constexpr std::size_t Itself = 44;
+    constexpr std::size_t Steps[] = {32, 20, 8};
+    if (present + Itself < entities.size())
+        OLMGis::Utility::FetchObjectAhead(entities[present + Itself].get());
+    if (const std::size_t place = present + Steps[0]; place < entities.size() && entities[place])
+        entities[place]->FetchTexts();
+    for (int step = 0; step < 3; ++step)
+        if (const std::size_t place = present + Steps[step]; place < entities.size())
+            fetch(entities[place], step);
+}
+
 /// The frame of every run: shows the caption with the number of entities, then for each in order its place and its
 /// test. A user who gives up ends the walk. An exception leaves the display as it is: whoever runs items puts it right.
 /// fetch(entity, step) is told of entities that come later, in steps 0 to 2, so that what they need is at hand by then.
@@ -21,15 +36,7 @@ void WalkWithProgress(std::string_view caption, const std::vector<Entity>& entit
     for (std::size_t i = 0; i < entities.size(); ++i) {
         if (progress->SetPosition(static_cast<int>(i)) == 0)
             break;
-        constexpr std::size_t Ahead[] = {32, 20, 8};
-        for (int step = 0; step < 3; ++step)
-            if (i + Ahead[step] < entities.size()) {
-                if (step == 0)
-                    OLMGis::Utility::FetchObjectAhead(entities[i + Ahead[step]].get());
-                else if (step == 1 && entities[i + Ahead[step]])
-                    entities[i + Ahead[step]]->FetchTexts();
-                fetch(entities[i + Ahead[step]], step);
-            }
+        FetchLaterEntities(entities, i, fetch);
         test(entities[i]);
     }
     progress->Hide();
@@ -39,6 +46,13 @@ void WalkWithProgress(std::string_view caption, const std::vector<Entity>& entit
 template <class Entity, class Test>
 void WalkWithProgress(std::string_view caption, const std::vector<Entity>& entities, Test test) {
     WalkWithProgress(caption, entities, test, [](const Entity& /*entity*/, int /*step*/) {});
+}
+
+/// For tests of a section with its nodes.
+template <class Section>
+void FetchNodes(const Section& section, int step) {
+    if (section && step < 2)
+        section->FetchNodes(step);
 }
 
 /// For tests of a section against those that follow it.
