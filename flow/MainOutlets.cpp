@@ -18,7 +18,8 @@ namespace MainOutlets {
 namespace {
 
 /// The nodes of sections further on lie anywhere: has them fetched while this one is looked at.
-void FetchNodesAhead(CSectionList::const_reverse_iterator section, CSectionList::const_reverse_iterator end) {
+void FetchNodesAhead(const CSectionList::const_reverse_iterator& section,
+                     const CSectionList::const_reverse_iterator& end) {
     constexpr std::ptrdiff_t far = 16;
     constexpr std::ptrdiff_t near = 8;
     if (far < end - section && section[far])

@@ -7,7 +7,6 @@
 #include "host/network_core/TopologyStorage.h"
 #include "rain/FlowCalculator_RainITP.h"
 
-using OLMGis::Topology::CNode;
 using OLMGis::Topology::CSection;
 using OLMGis::Utility::FetchAhead;
 using OLMGis::Utility::FetchObjectAhead;

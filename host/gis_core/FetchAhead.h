@@ -23,10 +23,10 @@ void FetchObjectAhead(const Object* object) {
     constexpr std::size_t line = 64;
     if (object == nullptr)
         return;
-    const auto* const begin = reinterpret_cast<const char*>(object);
-    for (std::size_t offset = 0; offset < sizeof(Object); offset += line)
-        FetchAhead(begin + offset);
-    FetchAhead(begin + sizeof(Object) - 1);
+    const auto* const end = reinterpret_cast<const char*>(object + 1);
+    for (const auto* at = reinterpret_cast<const char*>(object); at < end; at += line)
+        FetchAhead(at);
+    FetchAhead(end - 1);
 }
 
 /// The same for an element of a list; a place behind its end fetches nothing.

@@ -49,7 +49,7 @@ struct CInpQuantity {
 class CInpReader {
 public:
     /// A longer line is no line of this format (which knows 1024 characters) but another kind of file.
-    static constexpr std::size_t LongestLine = 64 * 1024;
+    static constexpr std::size_t LongestLine = std::size_t{64} * 1024;
 
     /// The stream is borrowed; name is what messages call it.
     CInpReader(std::istream& stream, std::string name);

@@ -106,8 +106,10 @@ void CLayoutMaker::MakeCity(std::size_t sections) {
     const std::size_t width = WidthOf(sections / districts + 1);
     const std::size_t perRow = WidthOf(districts);
     for (std::size_t i = 0; i < districts; ++i) {
-        m_firstColumn = static_cast<double>((i % perRow) * (width + 3));
-        m_firstRow = static_cast<double>((i / perRow) * (width + 3));
+        const std::size_t column = i % perRow;
+        const std::size_t row = i / perRow;
+        m_firstColumn = static_cast<double>(column * (width + 3));
+        m_firstRow = static_cast<double>(row * (width + 3));
         MakeTree(sections / districts + (i < sections % districts ? 1 : 0), width, reliefShare);
     }
 }
@@ -118,8 +120,10 @@ void CLayoutMaker::MakeStar(std::size_t sections) {
     constexpr double middle = 1.5; // between places of the grid
     const std::uint32_t outfall = Add(-2.0, middle, CSyntheticLayout::Nowhere);
     const std::uint32_t hub = Add(middle, middle, outfall);
-    for (std::size_t i = 1; i < sections; ++i)
-        Add(static_cast<double>(i % width), static_cast<double>(i / width % width), hub);
+    for (std::size_t i = 1; i < sections; ++i) {
+        const std::size_t row = i / width % width;
+        Add(static_cast<double>(i % width), static_cast<double>(row), hub);
+    }
 }
 
 } // namespace

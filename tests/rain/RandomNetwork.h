@@ -112,7 +112,7 @@ private:
 inline std::string AddPipes(double largest) {
     using namespace OLMGis::Topology;
     auto& catalog = *CCatalogManager::Instance()->GetCatalog("PIPE", 1);
-    const std::string name = "Search pipes";
+    std::string name = "Search pipes";
     const auto group = catalog.AddGroup("search-pipes", name).Value();
     for (const double width : {200.0, 250.0, 300.0, 400.0, 500.0, 600.0, 800.0, 1000.0, 1400.0, 2000.0}) {
         if (width > largest)
