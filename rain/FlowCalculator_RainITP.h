@@ -91,7 +91,6 @@ public:
     bool IsSelected(const CSectionPtr& section) const;
 
     /// Removes what isn't selected, keeps the order, returns the count left.
-    int FilterToSelected(CSectionList& list) const;
     int FilterToSelected(CBareList& list) const;
 
     /// Null when there is none, also for a null node or section.

@@ -95,12 +95,6 @@ bool CFlowCalculator_RainITP::IsSelected(const CSectionPtr& section) const {
     return section && m_params.m_selectedSections.Contains(*section);
 }
 
-int CFlowCalculator_RainITP::FilterToSelected(CSectionList& list) const {
-    list.erase(std::remove_if(list.begin(), list.end(), [this](const auto& section) { return !IsSelected(section); }),
-               list.end());
-    return static_cast<int>(list.size());
-}
-
 int CFlowCalculator_RainITP::FilterToSelected(CBareList& list) const {
     std::erase_if(list, [this](const CSection* section) { return !m_params.m_selectedSections.Contains(*section); });
     return static_cast<int>(list.size());

@@ -31,10 +31,11 @@ public:
 
     /// A new row for an entity of the kind; all its attributes are null.
     std::uint32_t AddRow(enmEntityKind kind) { return m_rowCounts[static_cast<std::size_t>(kind)]++; }
-    /// Tells how many entities of the kind there will be: its columns get room for them in one step each, at
-    /// their first value.
-    void Expect(enmEntityKind kind, std::uint32_t rows);
     std::uint32_t GetRowCount(enmEntityKind kind) const { return m_rowCounts[static_cast<std::size_t>(kind)]; }
+
+    /// Tells how many entities of the kind there will be: its columns get room for them in one step each, at their
+    /// first value.
+    void Expect(enmEntityKind kind, std::uint32_t rows);
 
     /// Fills the box and answers true, or answers false and leaves the box for a null. No search.
     bool Read(const CDataDefinition& definition, std::uint32_t row, CDataBox& box) const {

@@ -92,6 +92,7 @@ TEST(IDFCurves, FilesLoadAsTheirLinesSay) {
         {"blanks count too", "#1\n5 1" + std::string(48, ' ') + "\n", 0, "", {1, 2, 0}, false},
         {"a long comment", "*" + std::string(500, 'x') + "\n#1\n5 1\n", 1, "1: 5/1", {}, true},
         {"one beyond all bounds", "*" + std::string(3 << 20, 'x') + "\n#1\n5 1\n", 1, "1: 5/1", {}, true},
+        {"one that will not end", "#1\n5 1\n#2\n*" + std::string(66U << 20U, 'x') + "\n5 3\n", 0, "", {3, 4, 0}, false},
     };
     for (const CFile& file : files) {
         SCOPED_TRACE(file.m_case);
