@@ -248,6 +248,10 @@ TEST(Transit, ListsThatAreNotTheWholeNetwork) {
     run.SettleOutlets("BC");
     EXPECT_EQ(run.Calculate(), 1);
     EXPECT_EQ(run.Transits(), "AB 0 BC 1 CD - BE - FG 0 noEnd - adrift -");
+    // The same where the main outlet BC lies before others of the list.
+    run.list = {run.net.Section("AB"), run.net.Section("BE")};
+    EXPECT_EQ(run.Calculate(), 1);
+    EXPECT_EQ(run.Transits(), "AB 0 BC 1 CD - BE 0 FG 0 noEnd - adrift -") << "BC keeps what it had";
     run.list.clear();
     EXPECT_EQ(run.Calculate(), 1) << "nothing to do is a finished run";
     EXPECT_TRUE(run.calculator.GetSectionFlows().empty());
