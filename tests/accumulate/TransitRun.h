@@ -49,7 +49,6 @@ struct CTransitRun {
         using OLMGis::System::CProjectSettings;
         CProjectSettings::Instance()->Set(CProjectSettings::Turkish, isTurkish ? "1" : "0");
         parameters = calculator.CreateParameters();
-        list = net.Sections();
     }
 
     CTestProject project;
@@ -58,7 +57,7 @@ struct CTransitRun {
     CScriptedEditor editor{net};
     CFlowCalculator_Transit calculator;
     boost::shared_ptr<OLMGis::Sewage::CFlowCalculatorParameters> parameters;
-    OLMGis::Sewage::CSectionList list; ///< what the run is given
+    OLMGis::Sewage::CSectionList list = net.Sections(); ///< what the run is given
 
     CTransitRun& Switch(const char* tag, const char* state) {
         EXPECT_TRUE(OLMGis::Topology::SetPropertyText(*parameters->m_properties->GetPropertyExByTag(tag), state))
