@@ -3,7 +3,7 @@
 #include "bench/InpText.h"
 
 #include "bench/Network.h"
-#include "host/project_io/SyntheticLayout.h"
+#include "host/project_io/synthetic/SyntheticLayout.h"
 
 #include <fmt/format.h>
 

@@ -6,7 +6,7 @@
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/Utility.h"
 #include "host/network_core/TopologyMultiStorage.h"
-#include "host/project_io/SyntheticNetwork.h"
+#include "host/project_io/synthetic/SyntheticNetwork.h"
 #include "plugin/HCPluginInfo.h"
 
 #include <fmt/format.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-#include "host/project_io/ProjectFile.h"
+#include "host/project_io/store/ProjectFile.h"
 
 #include "bench/Benchmarks.h"
 #include "bench/InputFiles.h"

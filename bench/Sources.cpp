@@ -4,10 +4,10 @@
 #include "bench/InpText.h"
 #include "bench/InputFiles.h"
 #include "bench/Network.h"
-#include "host/project_io/ExchangeExport.h"
-#include "host/project_io/ExchangeImport.h"
-#include "host/project_io/InpImport.h"
-#include "host/project_io/SyntheticNetwork.h"
+#include "host/project_io/exchange/ExchangeExport.h"
+#include "host/project_io/exchange/ExchangeImport.h"
+#include "host/project_io/inp/InpImport.h"
+#include "host/project_io/synthetic/SyntheticNetwork.h"
 
 #include <fmt/format.h>
 

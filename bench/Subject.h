@@ -3,7 +3,7 @@
 #pragma once
 
 #include "host/gis_core/Result.h"
-#include "host/project_io/SyntheticLayout.h"
+#include "host/project_io/synthetic/SyntheticLayout.h"
 
 #include <cstddef>
 #include <functional>

@@ -49,9 +49,15 @@ if(DRENOVA_FUZZ)
   target_link_options(drenova_options INTERFACE -fsanitize=address,undefined,float-cast-overflow)
 endif()
 
-# drenova_library(<name> <linked libraries>...): the shared library drenova_<name> from this folder's sources.
+# drenova_library(<name> <linked libraries>...): the shared library drenova_<name> from the sources of this folder and
+# its rooms. A folder below with a CMakeLists.txt of its own is a target of its own.
 function(drenova_library name)
-  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp" "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp" "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
+  file(GLOB_RECURSE own_targets CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*/CMakeLists.txt")
+  foreach(own_target IN LISTS own_targets)
+    cmake_path(GET own_target PARENT_PATH folder)
+    list(FILTER sources EXCLUDE REGEX "^${folder}/")
+  endforeach()
   add_library(drenova_${name} SHARED ${sources})
   target_link_libraries(drenova_${name} PUBLIC drenova_options ${ARGN})
   install(TARGETS drenova_${name} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})

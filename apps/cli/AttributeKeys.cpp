@@ -5,7 +5,7 @@
 #include "apps/cli/EntityChoice.h"
 #include "apps/cli/ShownText.h"
 #include "host/gis_core/DataConfiguration.h"
-#include "host/project_io/AttributeText.h"
+#include "host/project_io/base/AttributeText.h"
 
 #include <fmt/format.h>
 

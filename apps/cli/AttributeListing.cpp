@@ -5,9 +5,9 @@
 #include "apps/cli/ShownText.h"
 #include "apps/cli/Table.h"
 #include "host/gis_core/DataRW.h"
-#include "host/project_io/AttributeText.h"
-#include "host/project_io/CsvWriter.h"
-#include "host/project_io/JsonText.h"
+#include "host/project_io/base/AttributeText.h"
+#include "host/project_io/base/JsonText.h"
+#include "host/project_io/tables/CsvWriter.h"
 
 #include <fmt/format.h>
 

@@ -10,8 +10,8 @@
 #include "apps/cli/Project.h"
 #include "apps/cli/ShownText.h"
 #include "host/gis_core/DataRW.h"
-#include "host/project_io/CatalogReferences.h"
-#include "host/project_io/TableLoad.h"
+#include "host/project_io/tables/CatalogReferences.h"
+#include "host/project_io/tables/CsvLoad.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>

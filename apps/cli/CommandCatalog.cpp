@@ -9,7 +9,7 @@
 #include "apps/cli/Table.h"
 #include "host/gis_core/Utility.h"
 #include "host/network_core/CatalogManager.h"
-#include "host/project_io/CatalogCsv.h"
+#include "host/project_io/tables/CatalogCsv.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>

@@ -6,9 +6,9 @@
 #include "apps/cli/EntityChoice.h"
 #include "apps/cli/Interrupt.h"
 #include "apps/cli/Project.h"
-#include "host/project_io/CatalogCsv.h"
-#include "host/project_io/CsvExport.h"
-#include "host/project_io/ExchangeExport.h"
+#include "host/project_io/exchange/ExchangeExport.h"
+#include "host/project_io/tables/CatalogCsv.h"
+#include "host/project_io/tables/CsvExport.h"
 
 #include <fmt/format.h>
 

@@ -5,7 +5,7 @@
 #include "apps/cli/Project.h"
 #include "apps/cli/ShownText.h"
 #include "host/network_core/TopologyMultiStorage.h"
-#include "host/project_io/SyntheticNetwork.h"
+#include "host/project_io/synthetic/SyntheticNetwork.h"
 
 #include <fmt/format.h>
 

@@ -8,9 +8,9 @@
 #include "apps/cli/ShownText.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/Utility.h"
-#include "host/project_io/CatalogCsv.h"
-#include "host/project_io/ExchangeImport.h"
-#include "host/project_io/InpImport.h"
+#include "host/project_io/exchange/ExchangeImport.h"
+#include "host/project_io/inp/InpImport.h"
+#include "host/project_io/tables/CatalogCsv.h"
 
 #include <fmt/format.h>
 

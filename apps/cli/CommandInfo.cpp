@@ -12,8 +12,8 @@
 #include "host/gis_core/ProjectSettings.h"
 #include "host/network_core/TerrainSurfaces.h"
 #include "host/network_core/TopologyMultiStorage.h"
-#include "host/project_io/CoordinateSystem.h"
-#include "host/project_io/TerrainAttachment.h"
+#include "host/project_io/base/CoordinateSystem.h"
+#include "host/project_io/terrain/TerrainAttachment.h"
 #include "host/sewage_core/MissingDensities.h"
 
 #include <fmt/format.h>

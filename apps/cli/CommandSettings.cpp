@@ -8,7 +8,7 @@
 #include "apps/cli/ShownText.h"
 #include "host/gis_core/ProjectSettings.h"
 #include "host/network_core/TerrainSurfaces.h"
-#include "host/project_io/TerrainAttachment.h"
+#include "host/project_io/terrain/TerrainAttachment.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>

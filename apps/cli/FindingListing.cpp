@@ -6,8 +6,8 @@
 #include "apps/cli/Table.h"
 #include "host/gis_core/ProjectSettings.h"
 #include "host/gis_core/Utility.h"
-#include "host/project_io/CsvWriter.h"
-#include "host/project_io/JsonText.h"
+#include "host/project_io/base/JsonText.h"
+#include "host/project_io/tables/CsvWriter.h"
 
 #include <fmt/format.h>
 

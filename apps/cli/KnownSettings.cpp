@@ -8,8 +8,8 @@
 #include "host/gis_core/Utility.h"
 #include "host/network_core/CatalogManager.h"
 #include "host/network_core/TerrainSurfaces.h"
-#include "host/project_io/CoordinateSystem.h"
-#include "host/project_io/TerrainAttachment.h"
+#include "host/project_io/base/CoordinateSystem.h"
+#include "host/project_io/terrain/TerrainAttachment.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>

@@ -5,7 +5,7 @@
 #include "apps/cli/Terminal.h"
 #include "host/gis_core/ProjectContext.h"
 #include "host/gis_core/Result.h"
-#include "host/project_io/ProjectFile.h"
+#include "host/project_io/store/ProjectFile.h"
 #include "host/workspace_core/ModuleLoader.h"
 
 #include <memory>

@@ -4,9 +4,9 @@
 // values come back the same from the table that they are written to.
 #include "host/gis_core/DataRW.h"
 #include "host/network_core/TopologyMultiStorage.h"
-#include "host/project_io/CatalogCsv.h"
-#include "host/project_io/CsvExport.h"
-#include "host/project_io/TableLoad.h"
+#include "host/project_io/tables/CatalogCsv.h"
+#include "host/project_io/tables/CsvExport.h"
+#include "host/project_io/tables/CsvLoad.h"
 #include "tests/fuzz/FuzzSupport.h"
 #include "tests/support/TestProject.h"
 

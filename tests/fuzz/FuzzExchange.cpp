@@ -4,8 +4,8 @@
 // from the file that it is written to.
 #include "host/network_core/CatalogManager.h"
 #include "host/network_core/TopologyMultiStorage.h"
-#include "host/project_io/ExchangeExport.h"
-#include "host/project_io/ExchangeImport.h"
+#include "host/project_io/exchange/ExchangeExport.h"
+#include "host/project_io/exchange/ExchangeImport.h"
 #include "tests/fuzz/FuzzSupport.h"
 #include "tests/support/TestProject.h"
 

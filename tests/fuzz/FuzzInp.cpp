@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 // The reader of storm-water networks: any bytes are read or refused with a message.
-#include "host/project_io/InpImport.h"
+#include "host/project_io/inp/InpImport.h"
 #include "tests/fuzz/FuzzSupport.h"
 #include "tests/support/TestProject.h"
 

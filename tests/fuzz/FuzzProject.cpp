@@ -3,7 +3,7 @@
 // Project files. The input is a list of changes to a good file, as SQLite refuses nearly all files of random bytes at
 // once: with an even first byte single bytes of the file (three bytes of place, one of value), with an odd one values
 // of its tables. The file is refused with a message, or opens and can be saved and opened again.
-#include "host/project_io/ProjectFile.h"
+#include "host/project_io/store/ProjectFile.h"
 #include "tests/fuzz/FuzzSupport.h"
 #include "tests/fuzz/TableEdits.h"
 #include "tests/support/TestProject.h"

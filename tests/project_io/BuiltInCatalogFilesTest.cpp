@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 #include "host/network_core/PipeManager.h"
-#include "host/project_io/CatalogCsv.h"
-#include "host/project_io/ExchangeExport.h"
-#include "host/project_io/ExchangeImport.h"
-#include "host/project_io/TableLoad.h"
+#include "host/project_io/exchange/ExchangeExport.h"
+#include "host/project_io/exchange/ExchangeImport.h"
+#include "host/project_io/tables/CatalogCsv.h"
+#include "host/project_io/tables/CsvLoad.h"
 #include "tests/project_io/ProjectFileFixture.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-#include "host/project_io/CatalogCsv.h"
+#include "host/project_io/tables/CatalogCsv.h"
 
 #include "tests/project_io/ProjectFileFixture.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-#include "host/project_io/CoordinateSystem.h"
+#include "host/project_io/base/CoordinateSystem.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-#include "host/project_io/CsvReader.h"
-#include "host/project_io/CsvWriter.h"
+#include "host/project_io/tables/CsvReader.h"
+#include "host/project_io/tables/CsvWriter.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-#include "host/project_io/ExchangeImport.h"
+#include "host/project_io/exchange/ExchangeImport.h"
 
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/ProjectSettings.h"

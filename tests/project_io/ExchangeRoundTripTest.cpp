@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 #include "host/network_core/SectionSlopes.h"
-#include "host/project_io/CatalogCsv.h"
-#include "host/project_io/SyntheticNetwork.h"
+#include "host/project_io/synthetic/SyntheticNetwork.h"
+#include "host/project_io/tables/CatalogCsv.h"
 #include "tests/project_io/ExchangeText.h"
 
 #include <gmock/gmock.h>

@@ -2,8 +2,8 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
-#include "host/project_io/ExchangeExport.h"
-#include "host/project_io/ExchangeImport.h"
+#include "host/project_io/exchange/ExchangeExport.h"
+#include "host/project_io/exchange/ExchangeImport.h"
 #include "tests/project_io/ProjectFileFixture.h"
 #include "tests/support/TestProject.h"
 

@@ -2,8 +2,8 @@
 // Copyright (C) the Drenova authors
 //
 // Files that are made to fill the memory, to keep the reader going for ever or to break it: refused or read in bounds.
-#include "host/project_io/CatalogCsv.h"
-#include "host/project_io/TableLoad.h"
+#include "host/project_io/tables/CatalogCsv.h"
+#include "host/project_io/tables/CsvLoad.h"
 #include "tests/project_io/ExchangeText.h"
 #include "tests/project_io/InpTestProject.h"
 #include "tests/project_io/ProjectFileFixture.h"

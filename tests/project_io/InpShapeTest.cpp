@@ -2,9 +2,9 @@
 // Copyright (C) the Drenova authors
 //
 // Outlines of cross-sections against geometry: areas from closed formulas, widths at heights known by hand.
-#include "host/project_io/InpShape.h"
+#include "host/project_io/inp/InpShape.h"
 
-#include "host/project_io/InpOutline.h"
+#include "host/project_io/inp/InpOutline.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include "host/gis_core/DataRW.h"
 #include "host/network_core/Catalog.h"
 #include "host/network_core/TopologyMultiStorage.h"
-#include "host/project_io/InpImport.h"
+#include "host/project_io/inp/InpImport.h"
 #include "tests/support/TestProject.h"
 
 #include <gtest/gtest.h>

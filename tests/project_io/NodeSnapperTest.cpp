@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-#include "host/project_io/NodeSnapper.h"
+#include "host/project_io/exchange/NodeSnapper.h"
 
-#include "host/project_io/TextIndex.h"
+#include "host/project_io/base/TextIndex.h"
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,7 @@
 #include "host/gis_core/ProjectSettings.h"
 #include "host/network_core/CatalogManager.h"
 #include "host/network_core/TopologyMultiStorage.h"
-#include "host/project_io/ProjectFile.h"
+#include "host/project_io/store/ProjectFile.h"
 #include "tests/support/TestProject.h"
 
 #include <fmt/format.h>

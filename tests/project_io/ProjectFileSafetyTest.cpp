@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 #include "host/gis_core/HostServices.h"
-#include "host/project_io/ProjectFile.h"
+#include "host/project_io/store/ProjectFile.h"
 #include "tests/project_io/ProjectFileFixture.h"
 
 #include <gmock/gmock.h>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-#include "host/project_io/SpatialIndex.h"
+#include "host/project_io/store/SpatialIndex.h"
 
-#include "host/project_io/SqliteDatabase.h"
+#include "host/project_io/store/SqliteDatabase.h"
 #include "tests/project_io/ProjectFileFixture.h"
 
 #include <gmock/gmock.h>

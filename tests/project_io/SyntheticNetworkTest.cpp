@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-#include "host/project_io/SyntheticNetwork.h"
+#include "host/project_io/synthetic/SyntheticNetwork.h"
 
 #include "host/sewage_core/MissingDensities.h"
 #include "tests/project_io/ProjectFileFixture.h"

@@ -4,8 +4,8 @@
 // Rasters of terrain as files: the same heights whatever the format, settings that keep leading to them, bad files.
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/network_core/TerrainSurfaces.h"
-#include "host/project_io/TerrainAttachment.h"
-#include "host/project_io/TerrainFile.h"
+#include "host/project_io/terrain/TerrainAttachment.h"
+#include "host/project_io/terrain/TerrainFile.h"
 #include "host/workspace_core/WsManager.h"
 #include "tests/project_io/ProjectFileFixture.h"
 

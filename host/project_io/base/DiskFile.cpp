@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "host/project_io/base/DiskFile.h"
+
+#include "host/project_io/base/Failure.h"
+
+#include <fmt/format.h>
+
+#include <cerrno>
+#include <chrono>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <thread>
+#include <unistd.h>
+#include <utility>
+
+namespace OLMGis::ProjectIo {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr auto LockWait = std::chrono::milliseconds(20);
+constexpr int LockTries = 50; ///< one second
+
+} // namespace
+
+CDescriptor::~CDescriptor() {
+    if (m_number >= 0)
+        ::close(m_number);
+}
+
+CDescriptor& CDescriptor::operator=(CDescriptor&& other) noexcept {
+    std::swap(m_number, other.m_number);
+    return *this;
+}
+
+int CDescriptor::Release() {
+    return std::exchange(m_number, -1);
+}
+
+CFileIdentity CFileIdentity::Of(const struct stat& state) {
+    return {state.st_dev, state.st_ino, state.st_size, state.st_mtim.tv_sec, state.st_mtim.tv_nsec};
+}
+
+std::optional<CFileIdentity> CFileIdentity::Of(const fs::path& path) {
+    struct stat state {};
+    if (::stat(path.c_str(), &state) != 0)
+        return std::nullopt;
+    return Of(state);
+}
+
+std::string ReasonOf(int systemError) {
+    return std::generic_category().message(systemError);
+}
+
+fs::path ResolvedPath(const std::string& path) {
+    constexpr int MostLinks = 40;
+    std::error_code error;
+    fs::path resolved = path;
+    for (int links = 0; fs::is_symlink(fs::symlink_status(resolved, error)); ++links) {
+        const fs::path target = fs::read_symlink(resolved, error);
+        if (error || links >= MostLinks)
+            FailRefused(fmt::format("{}: is a link that leads nowhere", path));
+        resolved = resolved.parent_path() / target;
+    }
+    if (!resolved.has_filename())
+        FailRefused(fmt::format("{}: is a folder, expected a file", path));
+    const fs::path folder = fs::canonical(resolved.has_parent_path() ? resolved.parent_path() : fs::path("."), error);
+    if (error)
+        FailRefused(fmt::format("{}: its folder cannot be reached: {}", path, ReasonOf(error.value())));
+    return folder / resolved.filename();
+}
+
+CFileLock::CFileLock(const fs::path& path, const std::string& name) {
+    for (int i = 0; i < LockTries; ++i) {
+        if (TryLock(path, name))
+            return;
+        std::this_thread::sleep_for(LockWait);
+    }
+    FailRefused(fmt::format("{}: is being used by another program; close it there or try again later", name));
+}
+
+bool CFileLock::TryLock(const fs::path& path, const std::string& name) {
+    m_file = CDescriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!m_file.IsOpen()) {
+        if (errno == ENOENT)
+            return true;
+        FailRefused(fmt::format("{}: cannot be opened: {}", name, ReasonOf(errno)));
+    }
+    if (::flock(m_file.Get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
+        return false;
+    struct stat state {};
+    ::fstat(m_file.Get(), &state);
+    const CFileIdentity locked = CFileIdentity::Of(state);
+    const auto there = CFileIdentity::Of(path);
+    if (!there || !there->IsSameFile(locked))
+        return false; // somebody swapped in another one while we waited
+    // The bytes that programs of SQLite lock while they read or write.
+    constexpr off_t SqliteLocks = 0x40000000;
+    constexpr off_t SqliteLockCount = 512;
+    struct flock use {};
+    use.l_type = F_WRLCK;
+    use.l_whence = SEEK_SET;
+    use.l_start = SqliteLocks;
+    use.l_len = SqliteLockCount;
+    return ::fcntl(m_file.Get(), F_OFD_GETLK, &use) != 0 || use.l_type == F_UNLCK;
+}
+
+} // namespace OLMGis::ProjectIo

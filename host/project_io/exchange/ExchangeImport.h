@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/gis_core/Result.h"
+#include "host/project_io/base/ImportSummary.h"
+
+#include <istream>
+#include <string>
+
+namespace OLMGis::ProjectIo {
+
+/// Reads a network exchange file (GeoJSON) into the active project, which must be empty; nothing is entered when the
+/// answer is an error. name is what messages call the file. Pipes must be in the catalogue PIPE of the project before.
+/// A coordinate system of the file becomes the project's; without one the project's stays. Sections with levels and a
+/// length but without SECTION_SLOPE_CAL get it from them, which checks ask for.
+///
+/// The order of features is the order of the network, whatever refers to what. BadInput names feature, what was found
+/// and what was expected, for text that is no JSON line and byte; Refused when reading fails or the project has
+/// entities. Cost: linear in the file; of its text one feature is in memory at a time.
+Utility::Result<CImportSummary> ImportExchange(std::istream& stream, const std::string& name);
+
+} // namespace OLMGis::ProjectIo

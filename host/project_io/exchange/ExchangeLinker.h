@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/gis_core/Result.h"
+#include "host/project_io/base/ImportSummary.h"
+#include "host/project_io/exchange/ExchangeRecords.h"
+
+#include <string>
+#include <string_view>
+
+namespace OLMGis::ProjectIo {
+
+/// How far from a node a drawn end of a section may lie (m) to count as the same place: coordinates pass through
+/// programs that round them to the millimetre.
+inline constexpr double SnapTolerance = 0.001;
+
+/// Joins the records of an exchange file: sections to nodes, by name or by their drawn ends, catchments to sections,
+/// main outlets to both. BadInput, naming file and feature, for what refers to nothing or to something else than it
+/// should. What is odd but usable is noted in the summary. Linear.
+Utility::Status LinkExchange(CExchangeRecords& records, const std::string& fileName, CImportSummary& summary);
+
+} // namespace OLMGis::ProjectIo

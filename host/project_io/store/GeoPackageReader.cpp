@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "host/project_io/store/GeoPackageReader.h"
+
+#include "host/gis_core/ProjectContext.h"
+#include "host/gis_core/ProjectSettings.h"
+#include "host/network_core/TopologyMultiStorage.h"
+#include "host/project_io/base/CoordinateSystem.h"
+#include "host/project_io/base/Failure.h"
+#include "host/project_io/base/OperationProgress.h"
+#include "host/project_io/store/CatalogStore.h"
+#include "host/project_io/store/FindingsLayer.h"
+#include "host/project_io/store/LayerReader.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace OLMGis::ProjectIo {
+
+using Data::enmEntityKind;
+
+namespace {
+
+/// Warns where another program gave the layers a coordinate system that is not the project's.
+void CompareCoordinateSystem(const CSqliteDatabase& database, const CFileTables& tables, CWarnings& warnings) {
+    constexpr std::string_view Table = "gpkg_geometry_columns";
+    const std::vector<std::string> columns = {"table_name", "srs_id"};
+    const std::vector<Layout::CColumn> expected = {{"table_name", "", ""}, {"srs_id", "", ""}};
+    tables.GetColumns(Table, expected);
+    const std::string setting = System::CProjectSettings::Instance()->Get(System::CProjectSettings::Crs);
+    constexpr int UndefinedPlane = -1;
+    const int wanted = ParseEpsgCode(setting).value_or(UndefinedPlane);
+    const auto& layers = Layout::GetLayers();
+    CSqlReader reader(database, Table, columns, "table_name");
+    while (reader.Next()) {
+        const std::string table(reader.GetText(0));
+        const bool isOurs =
+            table == Layout::FindingsTable ||
+            std::any_of(layers.begin(), layers.end(), [&table](const auto& layer) { return layer.m_table == table; });
+        if (isOurs && reader.GetInteger(1) != wanted)
+            warnings.Add(fmt::format("the layer {} has the coordinate system {}, the project {}; the project's counts",
+                                     table, reader.GetInteger(1), wanted));
+    }
+}
+
+void CheckOwnTables(const CFileTables& tables) {
+    for (const Layout::CTable& table : Layout::GetTables())
+        tables.GetColumns(table.m_table, table.m_columns);
+}
+
+} // namespace
+
+CProjectMeta ReadGeoPackageMeta(const CSqliteDatabase& database) {
+    const CFileTables tables(database);
+    if (!tables.Has(Layout::MetaTable))
+        FailBadInput(fmt::format("{}: is a GeoPackage but no project file: found no table {}", database.GetName(),
+                                 Layout::MetaTable));
+    tables.GetColumns(Layout::MetaTable, Layout::GetTables().front().m_columns);
+    return ReadMeta(database);
+}
+
+CProjectMeta ReadGeoPackage(const CSqliteDatabase& database, CWarnings& warnings) {
+    const CProjectMeta meta = ReadGeoPackageMeta(database);
+    const CFileTables tables(database);
+    CheckOwnTables(tables);
+    tables.WarnOfUnknown(warnings);
+    ReadSettings(database);
+    CompareCoordinateSystem(database, tables, warnings);
+    ReadCatalogs(database);
+
+    Data::CAttributeStore& store = System::CProjectContext::Active().GetAttributes();
+    const CLayerReader::CTextIds texts = ReadSharedTexts(database, store.GetTexts());
+    CLayerReader nodes(database, tables, enmEntityKind::Node, texts, warnings);
+    CLayerReader sections(database, tables, enmEntityKind::Section, texts, warnings);
+    CLayerReader catchments(database, tables, enmEntityKind::Catchment, texts, warnings);
+    Topology::CTopologyMultiStorage::Instance()->GetActiveTopology()->Reserve(
+        nodes.GetRowCount(), sections.GetRowCount(), catchments.GetRowCount());
+    const std::size_t rows = nodes.GetRowCount() + sections.GetRowCount() + catchments.GetRowCount();
+    COperationProgress progress("Opening the project", static_cast<std::int64_t>(rows));
+    nodes.Read(progress);
+    sections.Read(progress);
+    catchments.Read(progress);
+    ReadFindings(database, tables, warnings);
+    progress.Show();
+    return meta;
+}
+
+} // namespace OLMGis::ProjectIo

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/project_io/store/ProjectTables.h"
+#include "host/project_io/store/SqlReader.h"
+
+#include <string>
+
+namespace OLMGis::ProjectIo {
+
+/// Only what a project file says about itself. Throws CFailure.
+CProjectMeta ReadGeoPackageMeta(const CSqliteDatabase& database);
+
+/// Fills the active project, which must be empty, from a project file. Throws CFailure, after which the project is half
+/// filled and has to be thrown away. Cost: linear.
+CProjectMeta ReadGeoPackage(const CSqliteDatabase& database, CWarnings& warnings);
+
+} // namespace OLMGis::ProjectIo

@@ -1,0 +1,234 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "host/project_io/store/LayerReader.h"
+
+#include "host/gis_core/DataConfiguration.h"
+#include "host/gis_core/Utility.h"
+#include "host/network_core/TopologyMultiStorage.h"
+#include "host/project_io/base/Failure.h"
+#include "host/project_io/base/OperationProgress.h"
+#include "host/project_io/store/GeoPackageGeometry.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <bit>
+#include <limits>
+
+namespace OLMGis::ProjectIo {
+
+using Data::CDataDefinition;
+using Data::CStoredValue;
+using Data::enmDataType;
+using Data::enmEntityKind;
+using Topology::CNode;
+using Topology::CPoint;
+using Topology::CRings;
+using Topology::CSection;
+using Utility::Status;
+
+namespace {
+
+/// Rows of entities are numbered in 32 bits.
+constexpr std::size_t MostRows = std::numeric_limits<std::int32_t>::max();
+
+} // namespace
+
+CLayerReader::CLayerReader(const CSqliteDatabase& database, const CFileTables& tables, enmEntityKind kind,
+                           const CTextIds& texts, CWarnings& warnings)
+    : m_database(database), m_layer(Layout::GetLayer(kind)), m_texts(texts), m_warnings(warnings),
+      m_topology(*Topology::CTopologyMultiStorage::Instance()->GetActiveTopology()),
+      m_columns(NamesOf(m_layer.m_columns)) {
+    SortColumns(tables.GetColumns(m_layer.m_table, m_layer.m_columns), warnings);
+    LookAtOrder();
+}
+
+/// Tells columns of attributes from those that nobody knows.
+void CLayerReader::SortColumns(const std::vector<std::string>& inFile, CWarnings& warnings) {
+    const std::vector<std::string> fixed = m_columns;
+    for (const std::string& column : inFile) {
+        if (std::find(fixed.begin(), fixed.end(), column) != fixed.end())
+            continue;
+        const CDataDefinition* definition = Data::CDataConfiguration::Instance()->GetDataDefinitionByID(column);
+        if (definition == nullptr || definition->m_entityKind != m_layer.m_kind) {
+            warnings.Add(fmt::format("the column \"{}\" of the layer {} is no attribute; saving will drop it", column,
+                                     m_layer.m_table));
+            continue;
+        }
+        m_columns.push_back(column);
+        m_attributes.push_back(
+            {definition, &m_topology.GetStore().GetColumn(*definition), Layout::IsSharedText(*definition)});
+    }
+}
+
+/// Counts the rows and finds out whether they already lie in the order of the network, as in a file that nobody else
+/// changed: sorting a million rows would double the time.
+void CLayerReader::LookAtOrder() {
+    const std::vector<std::string> columns = {m_columns[Layout::Fid], m_columns[Layout::NetworkOrder]};
+    CSqlReader reader(m_database, m_layer.m_table, columns, Quoted(columns[0]));
+    std::int64_t last = std::numeric_limits<std::int64_t>::min();
+    while (reader.Next()) {
+        if (++m_rowCount > MostRows)
+            FailBadInput(
+                fmt::format("{}: table {}: found more than {} rows", m_database.GetName(), m_layer.m_table, MostRows));
+        reader.GetInteger(0);
+        // Rows without a place come last.
+        const std::int64_t place = reader.IsNull(1) ? std::numeric_limits<std::int64_t>::max() : reader.GetInteger(1);
+        m_isInOrder = m_isInOrder && place >= last;
+        last = place;
+    }
+}
+
+void CLayerReader::Read(COperationProgress& progress) {
+    const std::string key = Quoted(m_columns[Layout::Fid]);
+    const std::string place = Quoted(m_columns[Layout::NetworkOrder]);
+    CSqlReader reader(m_database, m_layer.m_table, m_columns,
+                      m_isInOrder ? key : fmt::format("{0} IS NULL, {0}, {1}", place, key));
+    m_reader = &reader;
+    while (reader.Next()) {
+        switch (m_layer.m_kind) {
+        case enmEntityKind::Node:
+            ReadAttributes(EnterNode());
+            break;
+        case enmEntityKind::Section:
+            ReadAttributes(EnterSection());
+            break;
+        case enmEntityKind::Catchment:
+            ReadAttributes(EnterCatchment());
+            break;
+        }
+        progress.Advance();
+    }
+    m_reader = nullptr;
+    if (reader.GetRepairedCount() > 0)
+        m_warnings.Add(fmt::format("{} texts of the layer {} were not UTF-8 and were mended", reader.GetRepairedCount(),
+                                   m_layer.m_table));
+}
+
+void CLayerReader::Expect(const Status& status) const {
+    if (!status)
+        m_reader->Fail(status.GetError().message);
+}
+
+template <class Entity>
+std::uint32_t CLayerReader::Entered(const Utility::Result<boost::shared_ptr<Entity>>& entity) const {
+    if (!entity)
+        m_reader->Fail(entity.GetError().message);
+    return entity.Value()->GetRow();
+}
+
+void CLayerReader::ReadIdentity(bool needsName) {
+    m_name = m_reader->GetText(Layout::Name);
+    if (needsName && m_reader->IsNull(Layout::Name)) {
+        m_name = fmt::format("{}-{}", m_layer.m_table, m_reader->GetKey());
+        m_warnings.Add(fmt::format("row {} of the layer {} had no name and is now {}", m_reader->GetKey(),
+                                   m_layer.m_table, m_name));
+    }
+    m_guid = m_reader->GetText(Layout::Guid);
+    if (m_guid.empty())
+        m_guid = Utility::CUtility::MakeGuid(m_layer.m_table, m_name, static_cast<std::size_t>(m_reader->GetKey()));
+}
+
+std::uint32_t CLayerReader::EnterNode() {
+    ReadIdentity(true);
+    m_topology.FetchNode(m_guid, m_name);
+    CPoint point;
+    Expect(DecodePoint(m_reader->GetBlob(Layout::Geometry), point));
+    return Entered(m_topology.AddNode(m_guid, m_name, point));
+}
+
+std::uint32_t CLayerReader::EnterSection() {
+    ReadIdentity(false);
+    m_topology.FetchSection(m_guid, m_name);
+    const std::string_view from = m_reader->GetText(Layout::FromGuid);
+    const std::string_view to = m_reader->GetText(Layout::ToGuid);
+    m_topology.FetchNode(from, {});
+    m_topology.FetchNode(to, {});
+    Expect(DecodeLine(m_reader->GetBlob(Layout::Geometry), m_line));
+    CNode* const start = FindNode(Layout::FromNode, Layout::FromGuid, from);
+    CNode* const end = FindNode(Layout::ToNode, Layout::ToGuid, to);
+    return Entered(m_topology.AddSection(m_guid, m_name, start, end, m_line));
+}
+
+std::uint32_t CLayerReader::EnterCatchment() {
+    ReadIdentity(false);
+    m_topology.FetchCatchment(m_guid);
+    CRings rings;
+    Expect(DecodePolygon(m_reader->GetBlob(Layout::Geometry), rings));
+    CSection* const section = FindSection();
+    return Entered(m_topology.AddCatchment(m_guid, m_name, section, std::move(rings)));
+}
+
+void CLayerReader::WarnOfOtherName(std::string_view reference, std::string_view found, std::string_view named) {
+    if (!named.empty() && named != found)
+        m_warnings.Add(fmt::format("row {} of the layer {}: {} names \"{}\" but {} is the GUID of \"{}\", which counts",
+                                   m_reader->GetKey(), m_layer.m_table, reference, named, reference, found));
+}
+
+/// guid: the text of the GUID's column.
+CNode* CLayerReader::FindNode(int nameColumn, int guidColumn, std::string_view guid) {
+    const std::string_view name = m_reader->GetText(nameColumn);
+    if (guid.empty() && name.empty())
+        return nullptr;
+    const auto node = guid.empty() ? m_topology.GetNodeByName(name) : m_topology.GetNodeByGuid(guid);
+    if (!node)
+        m_reader->Fail(fmt::format("section {}: found the node \"{}\" in {}, expected a node of the layer nodes",
+                                   m_name, guid.empty() ? name : guid,
+                                   m_columns[static_cast<std::size_t>(guid.empty() ? nameColumn : guidColumn)]));
+    WarnOfOtherName(m_columns[static_cast<std::size_t>(nameColumn)], node->GetName(), name);
+    return node.get();
+}
+
+CSection* CLayerReader::FindSection() {
+    const std::string_view name = m_reader->GetText(Layout::SectionName);
+    const std::string_view guid = m_reader->GetText(Layout::SectionGuid);
+    if (guid.empty()) {
+        const auto sections = m_topology.GetSectionsByName(name);
+        if (sections.size() != 1)
+            m_reader->Fail(fmt::format("found {} sections of the name \"{}\", expected 1, or its GUID in section_guid",
+                                       sections.size(), name));
+        return sections.front().get();
+    }
+    const auto section = m_topology.GetSectionByGuid(guid);
+    if (!section)
+        m_reader->Fail(
+            fmt::format("found the section \"{}\" in section_guid, expected a section of the layer sections", guid));
+    WarnOfOtherName("section_name", section->GetName(), name);
+    return section.get();
+}
+
+void CLayerReader::ReadAttributes(std::uint32_t row) {
+    int column = static_cast<int>(m_layer.m_columns.size());
+    for (const CAttribute& attribute : m_attributes) {
+        if (const auto value = ReadAttribute(column, attribute))
+            attribute.m_values->SetStored(row, *value);
+        ++column;
+    }
+}
+
+std::optional<CStoredValue> CLayerReader::ReadAttribute(int column, const CAttribute& attribute) {
+    if (m_reader->IsNull(column))
+        return std::nullopt;
+    switch (attribute.m_definition->m_type) {
+    case enmDataType::Double:
+        return CStoredValue{std::bit_cast<std::uint64_t>(m_reader->GetReal(column)), true};
+    case enmDataType::Int: {
+        const std::int64_t value = m_reader->GetInteger(column);
+        if (value != static_cast<std::int32_t>(value))
+            m_reader->Fail(
+                fmt::format("column {}: found {}, expected a number of 32 bits", attribute.m_definition->m_id, value));
+        return CStoredValue{static_cast<std::uint32_t>(value), true};
+    }
+    case enmDataType::Text:
+        if (!attribute.m_isShared)
+            return CStoredValue{m_topology.GetStore().GetTexts().Intern(m_reader->GetText(column)), true};
+        const auto text = m_texts.find(m_reader->GetInteger(column));
+        if (text == m_texts.end())
+            m_reader->Fail(fmt::format("column {}: found {}, expected a row of {}", attribute.m_definition->m_id,
+                                       m_reader->GetInteger(column), Layout::TextsTable));
+        return CStoredValue{text->second, true};
+    }
+    return std::nullopt;
+}
+
+} // namespace OLMGis::ProjectIo

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/project_io/store/GeoPackageLayout.h"
+#include "host/project_io/store/SqliteDatabase.h"
+
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace OLMGis::ProjectIo {
+
+/// What opening noticed and could live with: whole sentences, in order, bounded in number.
+class CWarnings {
+public:
+    void Add(std::string warning);
+
+    /// All of them; the last one tells how many more there were.
+    std::vector<std::string> Take();
+
+private:
+    static constexpr std::size_t Most = 100;
+
+    std::vector<std::string> m_warnings;
+    std::size_t m_leftOut = 0;
+};
+
+/// The tables of a file as it declares them, which nobody has checked before.
+class CFileTables {
+public:
+    explicit CFileTables(const CSqliteDatabase& database);
+
+    bool Has(std::string_view table) const { return m_isOrdinary.find(table) != m_isOrdinary.end(); }
+
+    /// The columns of a table. Fails when it is missing, is no ordinary table but a view or the like, lacks one of the
+    /// expected columns, or computes a column.
+    std::vector<std::string> GetColumns(std::string_view table, std::span<const Layout::CColumn> expected) const;
+
+    /// Warns of tables that no project has: saving would drop them.
+    void WarnOfUnknown(CWarnings& warnings) const;
+
+private:
+    const CSqliteDatabase& m_database;
+    std::map<std::string, bool, std::less<>> m_isOrdinary; ///< by name
+};
+
+/// Goes through the rows of one table with its values checked. Errors name file, table and row. Columns count from 0 in
+/// the order given; the first one is the row's key.
+class CSqlReader {
+public:
+    /// order: SQL terms to sort by.
+    CSqlReader(const CSqliteDatabase& database, std::string_view table, std::span<const std::string> columns,
+               std::string_view order);
+
+    bool Next();
+
+    std::int64_t GetKey() const { return m_statement.GetInteger(0); }
+    bool IsNull(int column) const { return m_statement.IsNull(column); }
+
+    /// These fail when something else is stored; GetReal takes whole numbers too.
+    std::int64_t GetInteger(int column) const;
+    double GetReal(int column) const;
+
+    /// Empty for a null. Bytes that are no UTF-8 come out as the replacement character. Valid until Next.
+    std::string_view GetText(int column);
+
+    /// Empty for a null.
+    std::span<const std::byte> GetBlob(int column) const;
+
+    /// Number of texts that were not UTF-8.
+    std::size_t GetRepairedCount() const { return m_repairedCount; }
+
+    [[noreturn]] void Fail(std::string_view what) const;
+
+private:
+    void Expect(int column, enmStoredType type, std::string_view expected) const;
+    void CountBytes(std::size_t bytes) const;
+
+    const CSqliteDatabase& m_database;
+    std::string m_table;
+    std::vector<std::string> m_columns;
+    CSqliteStatement m_statement;
+    std::deque<std::string> m_repaired;
+    std::size_t m_repairedCount = 0;
+    std::int64_t m_fileSize;
+    std::int64_t m_rowCount = 0;
+    mutable std::size_t m_byteCount = 0; ///< of texts and blobs
+};
+
+/// Names of fixed columns.
+std::vector<std::string> NamesOf(std::span<const Layout::CColumn> columns);
+
+} // namespace OLMGis::ProjectIo

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "host/project_io/terrain/TerrainFile.h"
+
+#include "host/project_io/base/DiskFile.h"
+
+#include <fmt/format.h>
+
+#include <cerrno>
+#include <dlfcn.h>
+#include <filesystem>
+#include <system_error>
+#include <unistd.h>
+
+namespace OLMGis::ProjectIo {
+
+using Utility::Refused;
+using Utility::Result;
+
+namespace {
+
+/// Beside the library that holds this function.
+std::string PathOfTerrainLibrary() {
+    Dl_info info{};
+    if (dladdr(reinterpret_cast<const void*>(&OpenTerrainFile), &info) == 0 || info.dli_fname == nullptr)
+        return TerrainLibraryName;
+    std::error_code ignored;
+    return (std::filesystem::canonical(info.dli_fname, ignored).parent_path() / TerrainLibraryName).string();
+}
+
+Result<CTerrainOpener*> LoadOpener() {
+    const std::string path = PathOfTerrainLibrary();
+    // Never closed: the raster library keeps state of its own until the process ends.
+    void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* const opener = library == nullptr ? nullptr : dlsym(library, TerrainOpenerName);
+    if (opener == nullptr) {
+        const char* const reason = dlerror();
+        return Refused(fmt::format("{}: the reader of terrain rasters cannot be loaded: {}", path,
+                                   reason == nullptr ? "unknown reason" : reason));
+    }
+    return reinterpret_cast<CTerrainOpener*>(opener);
+}
+
+} // namespace
+
+Result<std::unique_ptr<ITerrainFile>> OpenTerrainFile(const std::string& path) {
+    if (access(path.c_str(), R_OK) != 0)
+        return Refused(fmt::format("{}: cannot be opened: {}", path, ReasonOf(errno)));
+    static const Result<CTerrainOpener*> opener = LoadOpener();
+    if (!opener)
+        return opener.GetError();
+    Result<std::unique_ptr<ITerrainFile>> outcome = Refused(path + ": cannot be opened");
+    opener.Value()(path.c_str(), outcome);
+    return outcome;
+}
+
+} // namespace OLMGis::ProjectIo
