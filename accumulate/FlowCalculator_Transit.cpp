@@ -125,8 +125,7 @@ int CFlowCalculator_Transit::CalculateTransit(const CSectionList& sections, CFlo
     m_sectionFlows.clear();
     m_nodeFlows.clear();
     m_switches = ReadSwitches(*params);
-    m_walk.Build(sections, COwnFlowSum(m_switches));
-    m_walk.Run();
+    m_walk.Run(sections, COwnFlowSum(m_switches));
     WriteResults(sections, serialized);
     return 1;
 }
@@ -154,7 +153,7 @@ const std::map<std::string, TransitSectionFlow>& CFlowCalculator_Transit::GetSec
     if (!m_sectionFlows.empty())
         return m_sectionFlows;
     for (std::uint32_t row = 0; row < flows.size(); ++row) {
-        if (flows[row].start == CTransitWalk::None)
+        if (!flows[row].hasRecord)
             continue;
         const auto& section = m_walk.GetTopology()->GetSectionAt(row);
         m_sectionFlows.try_emplace(std::string(section->GetGuid()),
@@ -169,7 +168,7 @@ const std::map<std::string, TransitNodeFlow>& CFlowCalculator_Transit::GetNodeFl
         return m_nodeFlows;
     for (std::uint32_t row = 0; row < flows.size(); ++row) {
         const CTransitWalk::CNodeFlow& flow = flows[row];
-        if (flow.outlet == CTransitWalk::Outfall)
+        if (!flow.hasRecord)
             continue;
         const auto& node = m_walk.GetTopology()->GetNodeAt(row);
         m_nodeFlows.try_emplace(

@@ -45,7 +45,7 @@ std::vector<CFork> FindForks() {
     for (const auto& node : topology.GetNodes()) {
         if (!CFlowDirection::NeedsMainOutlet(*node))
             continue;
-        CFork fork{node.get(), {}, {}, topology.GetSettledMainOutlet(*node)};
+        CFork fork{node.get(), {}, {}, topology.GetChosenMainOutlet(*node)};
         node->GetSectionsIn(fork.m_in);
         node->GetSectionsOut(fork.m_out);
         forks.push_back(std::move(fork));

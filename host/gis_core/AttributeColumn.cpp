@@ -37,6 +37,7 @@ CStoredValue CAttributeColumn::ToStored(const CDataBox& box) const {
 }
 
 void CAttributeColumn::SetStored(std::uint32_t row, const CStoredValue& value) {
+    ++m_changeCount;
     if (row >= m_rows) {
         if (!value.m_isNotNull)
             return;

@@ -55,6 +55,9 @@ public:
     CStoredValue GetStored(std::uint32_t row) const;
     void SetStored(std::uint32_t row, const CStoredValue& value);
 
+    /// Grows with every SetStored, undo included: who keeps something made of this column sees that it is outdated.
+    std::uint64_t GetChangeCount() const { return m_changeCount; }
+
     /// The stored form of a box in this column; converts to the column's type.
     CStoredValue ToStored(const CDataBox& box) const;
 
@@ -75,6 +78,7 @@ private:
     CValues<std::uint32_t> m_ids;
     CValues<std::uint64_t> m_filled;
     CTextPool* m_texts;
+    std::uint64_t m_changeCount = 0;
     std::uint32_t m_rows = 0;
     enmDataType m_type;
 };

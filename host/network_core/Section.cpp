@@ -130,7 +130,7 @@ int CSection::ListSectionsOut(List& list, ToEntry toEntry) const {
     list.clear();
     if (m_end == NoRow)
         return 0;
-    const CSection* const main = End()->m_out.size() > 1 ? GetTopology().GetSettledMainOutlet(*End()) : nullptr;
+    const CSection* const main = End()->m_out.size() > 1 ? GetTopology().GetChosenMainOutlet(*End()) : nullptr;
     if (main != nullptr)
         list.push_back(toEntry(main));
     for (const CSection* section : End()->m_out)

@@ -43,6 +43,12 @@ bool IsStraight(std::span<const CPoint> line, const CNode* start, const CNode* e
            line[1] == end->GetPoint();
 }
 
+const Data::CAttributeColumn* FindMainOutletColumn(const Data::CAttributeStore& store) {
+    static const Data::CDataDefinition* const definition =
+        Data::CDataConfiguration::Instance()->GetDataDefinitionByID("MAIN_SECT_OUT");
+    return definition == nullptr ? nullptr : store.FindColumn(*definition);
+}
+
 } // namespace
 
 /// Taking an entity into or out of the network; the same step serves both directions.
@@ -87,6 +93,7 @@ boost::shared_ptr<Entity> CTopologyStorage::Enter(CEntityList<Entity>& list, std
     assert(entity->GetRow() == list.m_rows.size());
     list.m_rows.push_back(entity);
     list.m_isLiveStale = true;
+    ++list.m_changeCount;
     Attach(*entity);
     NoteExistence(*entity);
     return entity;
@@ -104,6 +111,7 @@ void CTopologyStorage::SetExists(Entity& entity, bool exists) {
         return;
     CEntityList<Entity>& list = ListOf(entity);
     list.m_isLiveStale = true;
+    ++list.m_changeCount;
     if (exists) {
         --list.m_deletedCount;
         entity.m_isDeleted = false;
@@ -296,24 +304,30 @@ CCatchment* CTopologyStorage::GetFirstCatchment(const CSection& section) const {
     return section.GetRow() < m_catchmentsOf.size() ? m_catchmentsOf[section.GetRow()].first : nullptr;
 }
 
-CSection* CTopologyStorage::GetSettledMainOutlet(const CNode& node) const {
-    static const Data::CDataDefinition* const definition =
-        Data::CDataConfiguration::Instance()->GetDataDefinitionByID("MAIN_SECT_OUT");
-    const Data::CAttributeColumn* column = definition == nullptr ? nullptr : m_store.FindColumn(*definition);
+CSection* CTopologyStorage::GetChosenMainOutlet(const CNode& node) const {
+    const Data::CAttributeColumn* const column = FindMainOutletColumn(m_store);
     const std::string_view guid = column == nullptr ? std::string_view() : column->ReadText(node.GetRow());
     if (guid.empty())
         return nullptr;
-    // Few sections leave a node: to look at them is cheaper than to find one among all of the network.
-    constexpr std::size_t Few = 8;
-    if (node.m_out.size() <= Few) {
-        const auto named = std::find_if(node.m_out.begin(), node.m_out.end(), [guid](const CSection* section) {
-            return Utility::GuidEqual()(section->GetGuid(), guid);
-        });
-        return named == node.m_out.end() ? nullptr : *named;
+    const auto chosen = std::find_if(node.m_out.begin(), node.m_out.end(), [guid](const CSection* section) {
+        return Utility::GuidEqual()(section->GetGuid(), guid);
+    });
+    return chosen == node.m_out.end() ? nullptr : *chosen;
+}
+
+CSection* CTopologyStorage::GetMainOutlet(const CNode& node) const {
+    return node.m_out.size() == 1 ? node.m_out.front() : GetChosenMainOutlet(node);
+}
+
+std::shared_ptr<const CConnectivity> CTopologyStorage::GetConnectivity() const {
+    const Data::CAttributeColumn* const column = FindMainOutletColumn(m_store);
+    const CConnectivityState state{m_nodes.m_changeCount, m_sections.m_changeCount,
+                                   column == nullptr ? 0 : column->GetChangeCount()};
+    if (!m_connectivity || !(m_connectivityState == state)) {
+        m_connectivity = std::make_shared<const CConnectivity>(*this);
+        m_connectivityState = state;
     }
-    const std::uint32_t row = m_sections.m_byGuid.Find(guid);
-    CSection* const found = row == NoPlace ? nullptr : m_sections.m_rows[row].get();
-    return found != nullptr && found->m_start == node.GetRow() ? found : nullptr;
+    return m_connectivity;
 }
 
 int CTopologyStorage::CollectUpstream(const CSection& section, std::vector<boost::shared_ptr<CSection>>& list) const {

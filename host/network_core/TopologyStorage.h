@@ -7,6 +7,7 @@
 #include "host/gis_core/TextPool.h"
 #include "host/gis_core/Utility.h"
 #include "host/network_core/Catchment.h"
+#include "host/network_core/Connectivity.h"
 #include "host/network_core/EntitySlab.h"
 #include "host/network_core/Node.h"
 #include "host/network_core/Section.h"
@@ -80,8 +81,20 @@ public:
     CCatchment* GetFirstCatchment(const CSection& section) const;
     static CCatchment* GetNextCatchment(const CCatchment& catchment) { return catchment.m_next; }
 
-    /// The section that MAIN_SECT_OUT names on the node, as long as it still leaves the node; else null.
-    CSection* GetSettledMainOutlet(const CNode& node) const;
+    /// The section that was chosen as main outlet (MAIN_SECT_OUT), as long as it still leaves the node; else null.
+    /// Cost: the sections out.
+    CSection* GetChosenMainOutlet(const CNode& node) const;
+
+    /// The section on which flow leaves a node: the chosen main outlet, without one the only section out, else null.
+    CSection* GetMainOutlet(const CNode& node) const;
+
+    /// How sections join, with main outlets; never null. Made at the first call and after changes of nodes, sections or
+    /// MAIN_SECT_OUT; until then the same for everybody. Who walks keeps the pointer for the walk.
+    std::shared_ptr<const CConnectivity> GetConnectivity() const;
+
+    /// Rows given out so far, those of deleted entities included.
+    std::uint32_t GetNodeRowCount() const { return static_cast<std::uint32_t>(m_nodes.m_rows.size()); }
+    std::uint32_t GetSectionRowCount() const { return static_cast<std::uint32_t>(m_sections.m_rows.size()); }
 
     /// A drawn line by its place, see CSection::GetGeometry.
     std::span<const CPoint> GetLineAt(std::uint32_t place) const { return m_lines[place]; }
@@ -115,12 +128,21 @@ private:
         mutable std::vector<boost::shared_ptr<Entity>> m_live;
         mutable bool m_isLiveStale = false;
         std::uint32_t m_deletedCount = 0;
+        std::uint64_t m_changeCount = 0; ///< entities that came or went, undo included
         CByGuid<Entity> m_byGuid{{&m_rows}};
         CByName<Entity> m_byName{{&m_rows}};
     };
 
     template <class Entity>
     class CExistenceStep;
+
+    /// Change counts of everything that the connectivity is made of.
+    struct CConnectivityState {
+        std::uint64_t m_nodes = 0;
+        std::uint64_t m_sections = 0;
+        std::uint64_t m_mainOutlets = 0;
+        bool operator==(const CConnectivityState&) const = default;
+    };
 
     template <class Entity>
     const std::vector<boost::shared_ptr<Entity>>& Live(const CEntityList<Entity>& list) const;
@@ -153,6 +175,8 @@ private:
     CEntityList<CCatchment> m_catchments;
     tsl::robin_map<std::string_view, std::vector<std::uint32_t>> m_repeatedNames; ///< rows of sections behind the first
     std::vector<std::pair<CCatchment*, CCatchment*>> m_catchmentsOf;              ///< by section row: first and last
+    mutable std::shared_ptr<const CConnectivity> m_connectivity;
+    mutable CConnectivityState m_connectivityState;
     mutable std::vector<std::uint32_t> m_marks; ///< by section row: the walk that saw it last
     mutable std::uint32_t m_walk = 0;
 };

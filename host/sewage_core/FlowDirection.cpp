@@ -21,7 +21,7 @@ namespace {
 
 bool IsSettled(const boost::shared_ptr<CNode>& node) {
     return !node || !CFlowDirection::NeedsMainOutlet(*node) ||
-           node->GetTopology().GetSettledMainOutlet(*node) != nullptr;
+           node->GetTopology().GetChosenMainOutlet(*node) != nullptr;
 }
 
 /// What decides between outlets. An outlet's own level line at the node is that of its start.
@@ -61,15 +61,8 @@ CFlowDirection::CNodeList CFlowDirection::NodesWithoutMainOutlet(const CNodeList
 }
 
 boost::shared_ptr<CSection> CFlowDirection::GetMainOutSection(const boost::shared_ptr<CNode>& node) {
-    if (!node)
-        return nullptr;
-    if (const CSection* settled = node->GetTopology().GetSettledMainOutlet(*node))
-        return settled->GetShared();
-    if (node->GetSectionsOutCount() != 1)
-        return nullptr;
-    std::vector<boost::shared_ptr<CSection>> out;
-    node->GetSectionsOut(out);
-    return out.front();
+    const CSection* const outlet = node ? node->GetTopology().GetMainOutlet(*node) : nullptr;
+    return outlet == nullptr ? nullptr : outlet->GetShared();
 }
 
 int CFlowDirection::ShowDirectionEditor(const CNodeList* nodes) {

@@ -24,7 +24,8 @@ TEST(Form, IsRestoredFromAmongAHundredThousandForeignTags) {
     text += "\"A\":2.5}";
     ASSERT_TRUE(form.Restore(text));
     EXPECT_EQ(form.GetDblProperty("A", 0.0, 1), 2.5);
-    const auto tooLong = form.Restore(std::string(2'000'000, ' ') + "{}");
+    std::string blanks(2'000'000, ' ');
+    const auto tooLong = form.Restore(blanks.append("{}"));
     ASSERT_FALSE(tooLong);
     EXPECT_EQ(tooLong.GetError().message, "serialised form: found 2000002 bytes, expected at most 1048576");
 }

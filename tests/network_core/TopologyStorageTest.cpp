@@ -163,6 +163,36 @@ std::string Picture(CTopologyStorage& topology) {
     return text + std::to_string(topology.GetCatchments().size());
 }
 
+/// The connectivity must answer what the entities themselves answer, whatever has just happened to them.
+void ExpectCurrentConnectivity(const CTopologyStorage& topology) {
+    const auto connectivity = topology.GetConnectivity();
+    EXPECT_EQ(topology.GetConnectivity(), connectivity) << "made anew without a change";
+    ASSERT_EQ(connectivity->GetNodeCount(), topology.GetNodeRowCount());
+    ASSERT_EQ(connectivity->GetSectionCount(), topology.GetSectionRowCount());
+    const auto namesOf = [&topology](std::span<const std::uint32_t> rows) {
+        std::vector<boost::shared_ptr<CSection>> sections;
+        for (const std::uint32_t row : rows)
+            sections.push_back(topology.GetSectionAt(row));
+        return NamesOf(sections);
+    };
+    std::vector<boost::shared_ptr<CSection>> list;
+    for (std::uint32_t row = 0; row < topology.GetNodeRowCount(); ++row) {
+        const CNode& node = *topology.GetNodeAt(row);
+        node.GetSectionsIn(list);
+        EXPECT_EQ(namesOf(connectivity->GetWaysIn(row)), NamesOf(list));
+        node.GetSectionsOut(list);
+        EXPECT_EQ(namesOf(connectivity->GetWaysOut(row)), NamesOf(list));
+        const CSection* const outlet = topology.GetMainOutlet(node);
+        EXPECT_EQ(connectivity->GetMainOutlet(row), outlet == nullptr ? CConnectivity::None : outlet->GetRow());
+    }
+    for (std::uint32_t row = 0; row < topology.GetSectionRowCount(); ++row) {
+        const CSection& section = *topology.GetSectionAt(row);
+        EXPECT_EQ(connectivity->GetStart(row),
+                  section.IsDeleted() ? CConnectivity::None : section.GetStartingNodeRow());
+        EXPECT_EQ(connectivity->GetEnd(row), section.IsDeleted() ? CConnectivity::None : section.GetEndingNodeRow());
+    }
+}
+
 } // namespace
 
 TEST(Topology, RandomEditsAreTakenBackAndDoneAgainExactly) {
@@ -175,7 +205,7 @@ TEST(Topology, RandomEditsAreTakenBackAndDoneAgainExactly) {
         const auto edit = [&](int count) {
             for (int i = 0; i < count; ++i) {
                 const std::string id = std::to_string(made++);
-                const auto dice = random() % 10;
+                const auto dice = random() % 11;
                 if (topology.GetNodes().size() < 2 || dice < 3)
                     ASSERT_TRUE(topology.AddNode("n" + id, "n" + id, {}));
                 else if (topology.GetSections().empty() || dice < 6)
@@ -184,6 +214,9 @@ TEST(Topology, RandomEditsAreTakenBackAndDoneAgainExactly) {
                                                     {}));
                 else if (dice < 8)
                     ASSERT_TRUE(topology.AddCatchment("c" + id, "c", pick(topology.GetSections()).get(), {}));
+                else if (dice == 10)
+                    Data::CDataRW::Write("MAIN_SECT_OUT", pick(topology.GetNodes()),
+                                         pick(topology.GetSections())->GetGuid(), nullptr);
                 else if (dice == 8)
                     topology.RemoveSection(*pick(topology.GetSections()));
                 else if (!topology.GetCatchments().empty())
@@ -194,17 +227,42 @@ TEST(Topology, RandomEditsAreTakenBackAndDoneAgainExactly) {
         };
         edit(60);
         const std::string before = Picture(topology);
+        ExpectCurrentConnectivity(topology);
         Data::CJournal journal;
         {
             const Data::CJournalScope open(project.Store(), &journal);
             edit(60);
         }
         const std::string after = Picture(topology);
+        ExpectCurrentConnectivity(topology);
         journal.Undo(project.Store());
         ASSERT_EQ(Picture(topology), before) << "seed " << seed;
+        ExpectCurrentConnectivity(topology);
         journal.Redo(project.Store());
         ASSERT_EQ(Picture(topology), after) << "seed " << seed;
     }
+}
+
+TEST(Topology, TheConnectivityFollowsAChangeOfTheMainOutletAlone) {
+    CTestProject project;
+    const CTextNetwork net("A-B-C  B-D");
+    const auto& topology = net.Topology();
+    const auto outletOfB = [&] { return topology.GetConnectivity()->GetMainOutlet(net.Node('B')->GetRow()); };
+    const auto undecided = topology.GetConnectivity();
+    EXPECT_EQ(outletOfB(), CConnectivity::None) << "two sections leave, none is chosen";
+    Data::CJournal journal;
+    {
+        const Data::CJournalScope open(project.Store(), &journal);
+        SettleOutlet(net, 'B', net.Section("BD")->GetGuid());
+    }
+    EXPECT_EQ(outletOfB(), net.Section("BD")->GetRow());
+    EXPECT_EQ(undecided->GetMainOutlet(net.Node('B')->GetRow()), CConnectivity::None) << "a snapshot never changes";
+    journal.Undo(project.Store());
+    EXPECT_EQ(outletOfB(), CConnectivity::None);
+    SettleOutlet(net, 'B', net.Section("AB")->GetGuid());
+    EXPECT_EQ(outletOfB(), CConnectivity::None) << "the chosen section doesn't leave the node";
+    net.Topology().RemoveSection(*net.Section("BC"));
+    EXPECT_EQ(outletOfB(), net.Section("BD")->GetRow()) << "the only way out is left";
 }
 
 TEST(Geometry, AreasKeepTheirDigitsFarFromTheOrigin) {

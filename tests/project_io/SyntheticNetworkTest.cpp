@@ -132,7 +132,7 @@ TEST(SyntheticNetwork, SettlesTheMainOutletsOfACity) {
         if (node->GetSectionsInCount() == 0 || node->GetSectionsOutCount() < 2)
             continue;
         ++needed;
-        EXPECT_NE(ActiveTopology().GetSettledMainOutlet(*node), nullptr) << node->GetName();
+        EXPECT_NE(ActiveTopology().GetChosenMainOutlet(*node), nullptr) << node->GetName();
     }
     EXPECT_GT(needed, 20);
 }

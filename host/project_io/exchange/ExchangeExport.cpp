@@ -235,7 +235,7 @@ void CExchangeWriter::WritePoints(std::span<const CPoint> points) {
 }
 
 const CSection* CExchangeWriter::FindMainOutlet(const CNode& node) const {
-    const CSection* const section = m_topology.GetSettledMainOutlet(node);
+    const CSection* const section = m_topology.GetChosenMainOutlet(node);
     if (section == nullptr)
         return nullptr;
     m_topology.GetStore().Read(*m_mainOutlet, node.GetRow(), m_box);
