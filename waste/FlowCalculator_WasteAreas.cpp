@@ -9,9 +9,7 @@
 #include "flow/FlowValue.h"
 #include "host/gis_core/CoreProgressBar.h"
 #include "host/gis_core/DataRW.h"
-#include "host/gis_core/HostServices.h"
 #include "host/gis_core/ModuleConfiguration.h"
-#include "host/gis_core/Utility.h"
 #include "host/network_core/Catchment.h"
 #include "host/sewage_core/CatchmentAreaManager.h"
 #include "host/workspace_core/WsManager.h"
@@ -32,7 +30,6 @@ using OLMGis::Topology::CSection;
 using OLMGis::Topology::enmPropertyEditorType;
 using OLMGis::Utility::CCoreProgressBar;
 using OLMGis::Utility::CModuleConfiguration;
-using OLMGis::Utility::CUtility;
 using OLMGis::Workspace::CWsManager;
 
 namespace {
@@ -148,42 +145,24 @@ private:
     int m_result = 0;
 };
 
-/// The progress bar for one operation, given back as it was found.
-class CProgress {
-public:
-    explicit CProgress(int count) {
-        m_bar->SaveState();
-        m_bar->Show(CModuleConfiguration::Instance()->GetMsg(NameMessage), 0, count);
-    }
-    ~CProgress() {
-        m_bar->Hide();
-        m_bar->RestoreState();
-    }
-    CProgress(const CProgress&) = delete;
-    CProgress& operator=(const CProgress&) = delete;
-
-    bool GoOn(int done) { return m_bar->SetPosition(done) != 0; }
-
-private:
-    CCoreProgressBar* const m_bar = CCoreProgressBar::Instance();
-};
-
 /// The household catchments of each section and everything upstream of it; false when the user stopped it.
-bool SumUpstream(const CSectionList& sections, std::vector<CHouseholdSum>& sums) {
-    constexpr double ManyVisits = 2e9; // from here on it may take minutes: worth a word beforehand
-    CProgress progress(static_cast<int>(sections.size()));
-    CUpstreamSums upstream(sections);
-    if (upstream.GetVisits() > ManyVisits)
-        acutPrintf(CUtility::Format("\n" + CModuleConfiguration::Instance()->GetMsg(70069) + "\n", sections.size(),
-                                    upstream.GetVisits() / 1e6, std::ceil(upstream.GetExpectedSeconds())));
-    const auto goOn = [&progress](int done) { return progress.GoOn(done); };
-    return upstream.Compute(sums, goOn) && goOn(static_cast<int>(sections.size()));
+bool SumUpstreamWithProgress(const CSectionList& sections, std::vector<CHouseholdSum>& sums) {
+    constexpr std::size_t Range = 1000;
+    CCoreProgressBar* const bar = CCoreProgressBar::Instance();
+    bar->SaveState();
+    bar->Show(CModuleConfiguration::Instance()->GetMsg(NameMessage), 0, Range);
+    const bool isComplete = SumUpstream(sections, sums, [bar](std::size_t done, std::size_t count) {
+        return bar->SetPosition(static_cast<int>(count == 0 ? Range : Range * done / count)) != 0;
+    });
+    bar->Hide();
+    bar->RestoreState();
+    return isComplete;
 }
 
 int RunOver(const CSectionList& sections, CRun& run) {
     std::vector<CHouseholdSum> sums;
     const bool isUpstreamNeeded = run.In().isBulgarian && run.In().hasHome;
-    if (isUpstreamNeeded && !SumUpstream(sections, sums))
+    if (isUpstreamNeeded && !SumUpstreamWithProgress(sections, sums))
         return 0;
     for (std::size_t i = 0; i < sections.size(); ++i)
         run.Store(sections[i], isUpstreamNeeded ? &sums[i] : nullptr);

@@ -21,9 +21,9 @@ public:
 
     boost::shared_ptr<OLMGis::Sewage::CFlowCalculatorParameters> CreateParameters() override;
 
-    /// The outcome (1 or 0) of the last write of a flow, 0 without one; the log tells which. A null section counts as
-    /// one whose writes fail. Cost: linear; in the Bulgarian edition each section visits everything upstream of it,
-    /// which a progress bar shows and lets the user stop (0, nothing stored).
+    /// The result (1 or 0) of the last write of a flow, 0 without one; the log says which. A null section counts as one
+    /// whose writes fail. The sums of the Bulgarian edition show progress and let the user stop (0, nothing stored);
+    /// their cost is that of SumUpstream, that of all else linear.
     int Calculate(const OLMGis::Sewage::CSectionList& sections, OLMGis::Sewage::CFlowCalculatorParameters* params,
                   int write, OLMGis::Sewage::CReport* report, OLMGis::Sewage::IUserInteraction* interaction) override;
 
