@@ -21,7 +21,7 @@ CSectionShape Shape(enmSectionShape kind, double width, double height) {
     return {kind, width, height, {}};
 }
 
-/// A circle as a table of widths at heights that stand densest where the wall lies level.
+/// A circle as a table of widths at heights, densest at bottom and top, where the wall is nearly level.
 CSectionShape CircleOfLevels(double diameter, int levels) {
     CSectionShape shape = Shape(enmSectionShape::Table, diameter, diameter);
     for (int i = 0; i <= levels; ++i) {
@@ -34,25 +34,21 @@ CSectionShape CircleOfLevels(double diameter, int levels) {
 } // namespace
 
 TEST(SectionGeometry, PublishedTables) {
-    const auto eggs = ReadReferenceTable("hydraulics/p06_egg_geometry_epa.csv");
-    const auto circles = ReadReferenceTable("hydraulics/p07_circle_geometry_1890.csv");
-    if (eggs.empty() || circles.empty())
-        GTEST_SKIP() << "no reference data";
-    ASSERT_EQ(eggs.size(), 26U);
-    ASSERT_EQ(circles.size(), 9U);
     const CSectionShape egg = Shape(enmSectionShape::Egg, 0.8, 1.2);
     const CWetSection full = FullShape(egg);
-    for (const auto& row : eggs) {
-        const CWetSection wet = WetShape(egg, Cell(row, 0) * 1.2);
-        EXPECT_NEAR(wet.m_area / full.m_area, Cell(row, 1), 0.012) << row[0]; // rounded handbook values
-        EXPECT_NEAR(wet.m_area / full.m_area, Cell(row, 3), 5.1e-6) << row[0];
-        EXPECT_NEAR(wet.GetHydraulicRadius() / full.GetHydraulicRadius(), Cell(row, 4), 5.1e-6) << row[0];
+    for (const auto& row : ReadCases("hydraulics/egg_geometry.txt")) {
+        SCOPED_TRACE(row.Name());
+        const CWetSection wet = WetShape(egg, row["h/H"] * 1.2);
+        EXPECT_NEAR(wet.m_area / full.m_area, row["area"], 0.012); // rounded handbook values
+        EXPECT_NEAR(wet.m_area / full.m_area, row["exact_area"], 5.1e-6);
+        EXPECT_NEAR(wet.GetHydraulicRadius() / full.GetHydraulicRadius(), row["exact_radius"], 5.1e-6);
     }
-    for (const auto& row : circles) {
-        const CWetSection wet = WetCircle(2.0, Cell(row, 0));
-        const bool isMisprint = row[0] == "0.05"; // the area of its own row over the arc is 0.0332
-        EXPECT_NEAR(wet.GetHydraulicRadius(), Cell(row, 1), (isMisprint ? 0.03 : 0.01) * Cell(row, 1)) << row[0];
-        EXPECT_NEAR(wet.m_area, Cell(row, 2), 0.01 * Cell(row, 2)) << row[0];
+    for (const auto& row : ReadCases("hydraulics/circle_geometry.txt")) {
+        SCOPED_TRACE(row.Name());
+        const CWetSection wet = WetCircle(2.0, row["depth"]);
+        const bool isMisprint = row.Text("depth") == "0.05";
+        EXPECT_NEAR(wet.GetHydraulicRadius(), row["radius"], (isMisprint ? 0.03 : 0.01) * row["radius"]);
+        EXPECT_NEAR(wet.m_area, row["area"], 0.01 * row["area"]);
     }
 }
 
@@ -88,7 +84,8 @@ TEST(SectionGeometry, KnownByHand) {
 }
 
 TEST(SectionGeometry, SurfaceAndWallAreTheGrowthOfAreaAndPerimeter) {
-    // Across every depth, the joins of the arcs among them: dA/dh is the surface, dP/dh what is told, nothing jumps.
+    // Across every depth, the joins of the arcs included: dA/dh is the surface width, dP/dh the stated growth, nothing
+    // jumps.
     for (const CSectionShape& shape : {Shape(enmSectionShape::Circle, 0.3, 0.3), Shape(enmSectionShape::Egg, 0.6, 0.9),
                                        Shape(enmSectionShape::Egg, 0.6, 0.7), Shape(enmSectionShape::Egg, 0.6, 2.0),
                                        Shape(enmSectionShape::Box, 2.0, 0.5), CircleOfLevels(1.0, 100)}) {

@@ -21,7 +21,7 @@ public:
         : CInpTestProject(std::ifstream(Path(file), std::ios::binary)) {}
 
     static std::string Path(const std::string& file) {
-        return std::string(DRENOVA_REFERENCE_DATA) + "/networks/" + file;
+        return DRENOVA_REFERENCE_DATA "/networks/" + file;
     }
 };
 

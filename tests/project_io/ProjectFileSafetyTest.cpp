@@ -297,7 +297,9 @@ TEST_F(ProjectFileSafety, PlacesThatCannotBeWrittenAreRefused) {
         EXPECT_EQ(opened.GetError().kind, enmErrorKind::Refused);
     }
     // A name as long as the file system allows is no trouble, nor are signs that mean something in an address.
-    for (const std::string& name : {std::string(250, 'x') + ".gpkg", std::string("a b%20?mode=ro#č.gpkg")}) {
+    const std::string longest(250, 'x');
+    for (const char* start : {longest.c_str(), "a b%20?mode=ro#č"}) {
+        const std::string name = std::string(start).append(".gpkg");
         ASSERT_TRUE(CProjectFile::Create(m_folder.File(name), false)) << name;
         CTestProject other;
         EXPECT_TRUE(CProjectFile::Open(m_folder.File(name))) << name;

@@ -12,24 +12,24 @@ namespace {
 
 /// One run of the reference chains.
 struct CReferenceChain {
-    explicit CReferenceChain(const std::vector<std::vector<std::string>>& rows) : m_rows(rows) {
-        const std::string& name = rows.front()[0];
-        m_run.Type("STORM_CAD", rows.front()[1]).Type("PIPE_FILL", "70").Type("MINIMAL_DIAMETAR", "300");
-        if (name.starts_with('B')) {
+    explicit CReferenceChain(std::vector<CCaseRow> rows) : m_rows(std::move(rows)) {
+        const bool isFormula = m_rows.front().Text("rain") == "formula";
+        m_run.Type("STORM_CAD", m_rows.front().Text("rule")).Type("PIPE_FILL", "70").Type("MINIMAL_DIAMETAR", "300");
+        if (isFormula) {
             m_run.Type("RAIN_INTESITY", "120");
         } else {
             m_run.Type("RAINFALL_MODE", "2481");
-            m_run.Type("FILE_PATH", DRENOVA_REFERENCE_DATA "/rain/c02_curves_graz_n.txt").Type("FREQUENCY", "0.5");
+            m_run.Type("FILE_PATH", CasePath("rain/graz-curves.txt")).Type("FREQUENCY", "0.5");
         }
         double above = 0.0;
-        for (std::size_t i = 0; i < rows.size(); ++i) {
+        for (std::size_t i = 0; i < m_rows.size(); ++i) {
             const std::string section{static_cast<char>('A' + i), static_cast<char>('B' + i)};
-            m_run.net.Set(section, "length", Cell(rows[i], 3));
-            m_run.net.Set(section, "SECTION_SLOPE", Cell(rows[i], 4));
-            m_run.net.Set(section, "FLOW_INTIME", name.starts_with('C') ? 15.0 : 5.0);
-            if (Cell(rows[i], 5) != above)
-                m_run.Rain(section.c_str(), Cell(rows[i], 5) - above);
-            above = Cell(rows[i], 5);
+            m_run.net.Set(section, "length", m_rows[i]["length_m"]);
+            m_run.net.Set(section, "SECTION_SLOPE", m_rows[i]["slope_permille"]);
+            const double area = m_rows[i]["area_ha"]; // of the section and all above
+            if (area != above)
+                m_run.Rain(section.c_str(), area - above);
+            above = area;
         }
     }
 
@@ -39,60 +39,52 @@ struct CReferenceChain {
         ASSERT_NE(table, nullptr);
         std::size_t next = 0;
         for (std::size_t i = 0; i < m_rows.size(); ++i) {
-            SCOPED_TRACE(m_rows[i][2]);
-            next += static_cast<std::size_t>(Cell(m_rows[i], 15));
+            const CCaseRow& row = m_rows[i];
+            SCOPED_TRACE(row.Name());
+            next += static_cast<std::size_t>(row["passes"]);
             ASSERT_LE(next, table->m_rows.size());
             const auto& last = table->m_rows[next - 1];
             EXPECT_EQ(last.m_name, (std::string{static_cast<char>('A' + i), static_cast<char>('B' + i)}));
             const auto value = [&](const char* column) { return m_run.TraceValue(*table, last, column); };
-            EXPECT_EQ(value("pass"), Cell(m_rows[i], 15));
-            const auto near = [&](double found, std::size_t column) {
-                EXPECT_NEAR(found, Cell(m_rows[i], column), 1e-6 * std::abs(Cell(m_rows[i], column))) << column;
+            EXPECT_EQ(value("pass"), row["passes"]);
+            const auto near = [&](double found, const char* column) {
+                EXPECT_NEAR(found, row[column], 1e-6 * row[column]) << column;
             };
-            near(value("intensity"), 16);
-            near(1000.0 * value("flow"), 17);
-            near(std::max(value("full_diameter"), 300.0), 18);
-            near(value("inner_diameter"), 19);
-            near(value("filling"), 20);
-            near(value("velocity"), 21);
-            near(value("flow_time"), 22);
-            near(value("upstream_time"), 23);
+            near(value("intensity"), "intensity");
+            near(1000.0 * value("flow"), "flow_l/s");
+            near(std::max(value("full_diameter"), 300.0), "full_diameter_mm");
+            near(value("inner_diameter"), "diameter_mm");
+            near(value("filling"), "filling_%");
+            near(value("velocity"), "velocity_m/s");
+            near(value("flow_time"), "flow_time_min");
+            near(value("upstream_time"), "path_time_min");
         }
         EXPECT_EQ(next, table->m_rows.size());
     }
 
 private:
-    std::vector<std::vector<std::string>> m_rows;
+    std::vector<CCaseRow> m_rows;
     CRainRun m_run{"A-B-C-D-E-F-G"};
 };
 
 } // namespace
 
 TEST(RainIteration, ChainsMatchTheReferenceValuesOfTheirPasses) {
-    const auto rows = ReadReferenceTable("rain/d03_chain_reference.csv");
-    if (rows.empty())
-        GTEST_SKIP() << "no reference data";
-    for (std::size_t first = 0; first < rows.size(); first += 6) {
-        SCOPED_TRACE(rows[first][0] + " " + rows[first][1]);
-        CReferenceChain(
-            {rows.begin() + static_cast<std::ptrdiff_t>(first), rows.begin() + static_cast<std::ptrdiff_t>(first + 6)})
-            .Check();
-    }
+    const auto rows = ReadCases("rain/chains.txt");
+    for (auto first = rows.begin(); first != rows.end(); first += 6)
+        CReferenceChain({first, first + 6}).Check();
 }
 
 TEST(RainIteration, TheFormulaMatchesTheReferenceTable) {
-    const auto rows = ReadReferenceTable("rain/d01_reinhold_phi.csv");
-    if (rows.empty())
-        GTEST_SKIP() << "no reference data";
     const CTestProject project;
     CFlowCalculator_RainITP calculator;
     CSectionDataIDF record;
     record.m_params = &calculator.GetParams();
     calculator.GetParams().m_rainfallMode = RainChoices::Formula;
-    for (const auto& row : rows) {
-        record.m_inletTime = Cell(row, 0);
-        calculator.GetParams().m_frequencyN = Cell(row, 1);
-        EXPECT_NEAR(calculator.GetIntensity(&record), 100.0 * Cell(row, 2), 1e-6) << row[0] << " " << row[1];
+    for (const auto& row : ReadCases("rain/reinhold.txt")) {
+        record.m_inletTime = row["T_min"];
+        calculator.GetParams().m_frequencyN = row["n"];
+        EXPECT_NEAR(calculator.GetIntensity(&record), 100.0 * row["phi_0.369"], 1e-6) << row.Name();
     }
     record.m_inletTime = 15.0;
     calculator.GetParams().m_frequencyN = 1.0;

@@ -58,32 +58,37 @@ void Calculate(CSewageHydraulics& hydraulics) {
 } // namespace
 
 TEST(SewageHydraulics, DerivedFillingsOfCataloguePipes) {
-    const auto circles = ReadReferenceTable("hydraulics/d03_depth_for_flow_circular.csv");
-    const auto eggs = ReadReferenceTable("hydraulics/d06_egg_2to3.csv");
-    if (circles.empty() || eggs.empty())
-        GTEST_SKIP() << "no reference data";
     CSewageHydraulics hydraulics;
-    for (const auto& row : circles) {
-        const CPipeProject project(Pipe(enmPipeShape::Circle, Cell(row, 0), Cell(row, 0)));
-        Prepare(hydraulics, Cell(row, 4) / 1000.0, Cell(row, 3) / 1000.0, Cell(row, 1) / 1000.0, Cell(row, 2));
+    const auto prepare = [&hydraulics](const CCaseRow& row) {
+        Prepare(hydraulics, row["flow_l/s"] / 1000.0, row["slope_permille"] / 1000.0, row["roughness_mm"] / 1000.0,
+                row["viscosity"]);
+    };
+    for (const auto& row : ReadCases("hydraulics/depth_of_flow.txt")) {
+        SCOPED_TRACE(row.Name());
+        const CPipeProject project(Pipe(enmPipeShape::Circle, row["diameter_mm"], row["diameter_mm"]));
+        prepare(row);
         hydraulics.SetStrPipeGuid("22222222-0000-0000-0000-00000000000a"); // GUIDs ignore case and braces
         Calculate(hydraulics);
-        EXPECT_NEAR(hydraulics.GetDPostotakIspunjnosti(), 100.0 * Cell(row, 5), 1e-6 * 100.0 * Cell(row, 5));
-        EXPECT_NEAR(hydraulics.GetDBrzinaDjelomicnoIsp(), Cell(row, 6), 1e-6 * Cell(row, 6));
-        EXPECT_NEAR(hydraulics.GetWettedArea() * Cell(row, 6), Cell(row, 4) / 1000.0, 1e-6 * Cell(row, 4) / 1000.0);
+        const double velocity = row["velocity_m/s"];
+        const double flow = row["flow_l/s"] / 1000.0;
+        EXPECT_NEAR(hydraulics.GetDPostotakIspunjnosti(), 100.0 * row["h/D"], 1e-6 * 100.0 * row["h/D"]);
+        EXPECT_NEAR(hydraulics.GetDBrzinaDjelomicnoIsp(), velocity, 1e-6 * velocity);
+        EXPECT_NEAR(hydraulics.GetWettedArea() * velocity, flow, 1e-6 * flow);
     }
-    for (const auto& row : eggs) {
-        if (Cell(row, 5) > 0.9)
+    for (const auto& row : ReadCases("hydraulics/partly_full_egg.txt")) {
+        SCOPED_TRACE(row.Name());
+        if (row["h/H"] > 0.9)
             continue; // past the depth that carries the full-bore flow
-        const CPipeProject project(Pipe(enmPipeShape::Egg, Cell(row, 0), Cell(row, 1)));
-        Prepare(hydraulics, Cell(row, 10) / 1000.0, Cell(row, 4) / 1000.0, Cell(row, 2) / 1000.0, Cell(row, 3));
+        const CPipeProject project(Pipe(enmPipeShape::Egg, row["width_mm"], row["height_mm"]));
+        prepare(row);
         hydraulics.SetPipe(project.m_pipe.get());
         Calculate(hydraulics);
         if (hydraulics.IsOverfull())
             continue;
-        EXPECT_NEAR(hydraulics.GetDepth(), Cell(row, 5) * Cell(row, 1) / 1000.0, 1e-6 * Cell(row, 1) / 1000.0);
-        EXPECT_NEAR(hydraulics.GetHydraulicRadius(), Cell(row, 8), 1e-6 * Cell(row, 8));
-        EXPECT_NEAR(hydraulics.GetFullBoreFlow(), Cell(row, 10) / 1000.0 / Cell(row, 11), 1e-6);
+        const double height = row["height_mm"] / 1000.0;
+        EXPECT_NEAR(hydraulics.GetDepth(), row["h/H"] * height, 1e-6 * height);
+        EXPECT_NEAR(hydraulics.GetHydraulicRadius(), row["radius_m"], 1e-6 * row["radius_m"]);
+        EXPECT_NEAR(hydraulics.GetFullBoreFlow(), row["flow_l/s"] / 1000.0 / row["Q/Qfull"], 1e-6);
     }
 }
 

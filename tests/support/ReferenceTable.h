@@ -4,26 +4,70 @@
 
 #include "host/gis_core/Utility.h"
 
+#include <algorithm>
 #include <fstream>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
-/// Rows of a table of the reference data: the cells of its lines but comments and the head line. Empty where the
-/// reference data are not there.
-inline std::vector<std::vector<std::string>> ReadReferenceTable(const std::string& path) {
-    std::ifstream table(DRENOVA_REFERENCE_DATA "/" + path);
-    std::vector<std::vector<std::string>> rows;
-    bool isHead = true;
-    for (std::string line; std::getline(table, line);) {
-        if (line.empty() || line[0] == '#')
-            continue;
-        if (!isHead)
-            OLMGis::Utility::CUtility::SplitString(line, rows.emplace_back(), ',');
-        isHead = false;
-    }
-    return rows;
+/// The path of a file of tests/cases.
+inline std::string CasePath(const std::string& name) {
+    return DRENOVA_SOURCE_DIR "/tests/cases/" + name;
 }
 
-inline double Cell(const std::vector<std::string>& row, std::size_t column) {
-    return OLMGis::Utility::CUtility::ToDouble(row.at(column));
+/// One row of a case table; its cells are found by the name of their column.
+class CCaseRow {
+public:
+    CCaseRow(std::shared_ptr<const std::vector<std::string>> head, std::vector<std::string> cells)
+        : m_head(std::move(head)), m_cells(std::move(cells)) {}
+
+    /// Throws for a column that the table does not have.
+    const std::string& Text(const std::string& column) const {
+        const auto found = std::find(m_head->begin(), m_head->end(), column);
+        if (found == m_head->end())
+            throw std::runtime_error("no column " + column);
+        return m_cells[static_cast<std::size_t>(found - m_head->begin())];
+    }
+    double operator[](const std::string& column) const { return OLMGis::Utility::CUtility::ToDouble(Text(column)); }
+
+    /// All cells, to name the row in a failure.
+    std::string Name() const {
+        std::string name;
+        for (const std::string& cell : m_cells)
+            name += cell + ' ';
+        return name;
+    }
+
+private:
+    std::shared_ptr<const std::vector<std::string>> m_head;
+    std::vector<std::string> m_cells;
+};
+
+/// The rows of a table of tests/cases: cells between blanks, the first line that is no comment names the columns.
+/// Throws, and so fails the test, for a table that is missing, has no rows, or a row of another length.
+inline std::vector<CCaseRow> ReadCases(const std::string& name) {
+    std::ifstream table(CasePath(name));
+    std::shared_ptr<const std::vector<std::string>> head;
+    std::vector<CCaseRow> rows;
+    for (std::string line; std::getline(table, line);) {
+        if (line.starts_with('#'))
+            continue;
+        std::istringstream input(line);
+        std::vector<std::string> cells;
+        for (std::string cell; input >> cell;)
+            cells.push_back(cell);
+        if (!head) {
+            head = std::make_shared<const std::vector<std::string>>(std::move(cells));
+        } else {
+            if (cells.size() != head->size())
+                throw std::runtime_error(name + ": a row has not as many cells as the head: " + line);
+            rows.emplace_back(head, std::move(cells));
+        }
+    }
+    if (rows.empty())
+        throw std::runtime_error(name + ": no rows");
+    return rows;
 }

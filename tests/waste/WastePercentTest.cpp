@@ -119,21 +119,20 @@ TEST(WastePercent, ParameterSetsAreIndependent) {
 }
 
 TEST(WastePercent, FollowsTheReferenceChainFromPopulationToPeakFlow) {
-    const auto rows = ReadReferenceTable("population/d01_population_chain.csv");
-    if (rows.empty())
-        GTEST_SKIP() << "no reference data";
-    const char* tags[] = {"BROJ_STANOVNIKA", "PRIRAST", "PERIOD", "POTROSNJA", "COEFF_VAR_D", "COEFF_VAR_H"};
-    for (const auto& cells : rows) {
-        SCOPED_TRACE(cells[0]);
-        ASSERT_EQ(cells.size(), 15U);
+    const struct {
+        const char* tag;
+        const char* column;
+    } inputs[] = {{"BROJ_STANOVNIKA", "inhabitants"}, {"PRIRAST", "growth_%"}, {"PERIOD", "years"},
+                  {"POTROSNJA", "l/(inh.d)"},         {"COEFF_VAR_D", "kd"},   {"COEFF_VAR_H", "kh"}};
+    const char* report[] = {"population", "day_average_l", "hour_average_l", "day_maximum_l", "hour_maximum_l"};
+    for (const auto& row : ReadCases("population/peak_flow.txt")) {
+        SCOPED_TRACE(row.Name());
         CRun run;
-        for (std::size_t i = 0; i < std::size(tags); ++i)
-            run.Type(tags[i], cells[i].c_str());
+        for (const auto& input : inputs)
+            run.Type(input.tag, row.Text(input.column).c_str());
         run.Calculate(1);
-        const double figures[] = {Cell(cells, 9), Cell(cells, 10), Cell(cells, 13), Cell(cells, 11), Cell(cells, 12)};
-        for (std::size_t i = 0; i < std::size(figures); ++i) // the report shows four decimals
-            EXPECT_NEAR(Utility::CUtility::ToDouble(run.report[7 + i].second), figures[i], 6e-5) << i;
-        const double peak = Cell(cells, 14) / 1000.0; // the table has ten decimals of l/s
-        EXPECT_NEAR(run.Flow("AB") + run.Flow("BC"), peak, 1e-12);
+        for (std::size_t i = 0; i < std::size(report); ++i) // the report shows four decimals
+            EXPECT_NEAR(Utility::CUtility::ToDouble(run.report[7 + i].second), row[report[i]], 6e-5) << report[i];
+        EXPECT_NEAR(run.Flow("AB") + run.Flow("BC"), row["peak_flow_l/s"] / 1000.0, 1e-12); // ten decimals of l/s
     }
 }
