@@ -135,7 +135,7 @@ TEST(Calculators, AreListedForPrograms) {
         former = calculator.at("key").get<std::string>();
         if (former != "01_WASTE_PERCENT")
             continue;
-        EXPECT_EQ(calculator.at("name"), "Waste-water flow");
+        EXPECT_EQ(calculator.at("name"), "Wastewater flow");
         EXPECT_EQ(calculator.at("whole_network"), false);
         EXPECT_EQ(calculator.at("preview"), true);
         EXPECT_EQ(calculator.at("outputs"), (json{"SPECIFIC_FLOW", "FLOW_WASTE_PER"}));

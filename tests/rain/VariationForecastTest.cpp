@@ -166,7 +166,7 @@ TEST(VariationForecast, RingOfBifurcationsIsRefusedByName) {
     settle('B', "BC");
     settle('C', "CB");
     const CRunForecast told = ForecastRun(Sections(), RainChoices::PartialAreaSearch);
-    EXPECT_THAT(told.m_refusal, ::testing::ContainsRegex("section (BC|CB) lies on a ring"));
+    EXPECT_THAT(told.m_refusal, ::testing::ContainsRegex("section (BC|CB) is on a loop"));
     settle('C', "CY");
     EXPECT_EQ(ForecastRun(Sections(), RainChoices::PartialAreaSearch).m_refusal, "");
 }
