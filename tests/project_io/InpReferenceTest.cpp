@@ -20,9 +20,7 @@ public:
     explicit CReferenceNetwork(const std::string& file)
         : CInpTestProject(std::ifstream(Path(file), std::ios::binary)) {}
 
-    static std::string Path(const std::string& file) {
-        return DRENOVA_REFERENCE_DATA "/networks/" + file;
-    }
+    static std::string Path(const std::string& file) { return DRENOVA_REFERENCE_DATA "/networks/" + file; }
 };
 
 double SumOf(const auto& entities, std::string_view key) {
