@@ -41,12 +41,12 @@ inline std::string Msg(int number) {
     return OLMGis::Utility::CModuleConfiguration::Instance()->GetMsg(number);
 }
 
-/// A combo box that stands on the choice of a message and a stored number.
+/// A combo box set to the choice of a message and a stored number.
 inline CFormRow ChoiceRow(const char* tag, int message, int choiceMessage, int hidden) {
     return {tag, 1, message, Msg(choiceMessage), hidden, Msg(choiceMessage), hidden};
 }
 
-/// Holds a form against its table: categories from order 0, rows in order, boxes with their kinds, nothing read-only.
+/// Compares a form with its table: categories from order 0, rows in order, boxes with their kinds, nothing read-only.
 inline void ExpectForm(const OLMGis::Topology::CPropertiesEx& form, const std::vector<CFormCategory>& table,
                        int isRequired = 0) {
     ASSERT_EQ(form.GetCategories().size(), table.size());

@@ -14,14 +14,14 @@
 #include <string_view>
 #include <vector>
 
-/// A host that follows a script: keeps what it is shown, answers what it was told to, types words into forms.
+/// A host that follows a script: keeps what it is shown, gives the answers set beforehand, enters texts into forms.
 class CScriptedHost final : public OLMGis::System::IBasicHostServices, public OLMGis::Topology::IFormEditor {
 public:
     std::vector<std::string> m_alerts;
     std::vector<std::string> m_questions;
     std::vector<std::string> m_commandLine;
     int m_answer = 0;                                         ///< to every question
-    int m_confirmsForms = 1;                                  ///< 0 gives every form up
+    int m_confirmsForms = 1;                                  ///< 0 cancels every form
     int m_progressCallsUntilCancel = -1;                      ///< below 0 never cancels
     std::vector<std::pair<std::string, std::string>> m_words; ///< tag and text, typed in this order
 

@@ -67,7 +67,7 @@ public:
         return box;
     }
 
-    /// Hangs a catchment on a section: kinds as a sum of bits, area in ha.
+    /// Adds a catchment to a section: kinds as a sum of bits, area in ha.
     void AddCatchment(std::string_view section, int kinds, double area, const OLMGis::Data::CDataBox& density = {},
                       const OLMGis::Data::CDataBox& coefficient = {}) const {
         const std::string guid = "catchment-" + std::to_string(m_topology.GetCatchments().size());
