@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,6 +50,28 @@ private:
     CState m_state;
     std::vector<CState> m_saved;
     bool m_isCancelled = false;
+};
+
+/// Shows the progress of one operation for the length of a scope, and leaves the display as it was before.
+class CProgress {
+public:
+    /// count: steps of the operation.
+    CProgress(std::string_view caption, std::size_t count) {
+        m_bar->SaveState();
+        m_bar->Show(caption, 0, static_cast<int>(count));
+    }
+    ~CProgress() {
+        m_bar->Hide();
+        m_bar->RestoreState();
+    }
+    CProgress(const CProgress&) = delete;
+    CProgress& operator=(const CProgress&) = delete;
+
+    /// done: steps that are behind. False when the user cancelled.
+    bool GoOn(std::size_t done) { return m_bar->SetPosition(static_cast<int>(done)) != 0; }
+
+private:
+    CCoreProgressBar* const m_bar = CCoreProgressBar::Instance();
 };
 
 } // namespace OLMGis::Utility

@@ -40,4 +40,9 @@ private:
     std::string m_loadError;
 };
 
+/// The definition of a key, null for an unknown one. One hash look-up: loops over entities fetch it once.
+inline const CDataDefinition* FindDefinition(std::string_view id) {
+    return CDataConfiguration::Instance()->GetDataDefinitionByID(id);
+}
+
 } // namespace OLMGis::Data

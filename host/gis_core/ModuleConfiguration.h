@@ -59,4 +59,9 @@ private:
     std::string m_edition;
 };
 
+/// The text of a message in the language in force (see CModuleConfiguration::GetMsg).
+inline const std::string& Msg(int number) {
+    return CModuleConfiguration::Instance()->GetMsg(number);
+}
+
 } // namespace OLMGis::Utility
