@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
-/// Sampling of a grid of heights. Places are counted in cells: whole numbers at the centres, 0 at the first column and
-/// row. All of it stands in the header, as it is called for every sample.
+/// Sampling of a grid of heights. Positions are in cells: whole numbers at the cell centres, 0 at the first column and
+/// row. Inline because it is called for every sample.
 namespace OLMGis::Formulas {
 
 struct CGridPlace {
@@ -15,30 +15,30 @@ struct CGridPlace {
 };
 
 /// Height between four cell centres (unit of the heights): first and second of a row, then those of the next row. right
-/// and down: part of the way (-, 0 to 1) from the first. Exact at the centres and along the lines through them.
-/// Source: product of two linear interpolations.
+/// and down: fraction of the distance (-, 0 to 1) from the first. Exact at the centres and along the lines through
+/// them. Source: product of two linear interpolations.
 inline double BilinearHeight(double first, double second, double nextFirst, double nextSecond, double right,
                              double down) {
     return (first * (1.0 - right) + second * right) * (1.0 - down) +
            (nextFirst * (1.0 - right) + nextSecond * right) * down;
 }
 
-/// The whole number where value lies within tolerance of one, else value: what rounding moved off a line through cell
-/// centres goes back on it, so that cells beyond the line have no say.
+/// The nearest whole number if value is within tolerance of it, else value. Moves back what rounding moved off a line
+/// through cell centres, so that cells beyond the line do not enter the height.
 inline double SnapToCentre(double value, double tolerance) {
     const double nearest = std::round(value);
     return std::abs(value - nearest) <= tolerance ? nearest : value;
 }
 
-/// How far off a crossing that was reckoned may lie from a line through cell centres (cells) and still be on it.
-/// Sections span up to some 100,000 cells, where a reckoned place is good to some 1e-11.
+/// How far (cells) a calculated crossing may be from a line through cell centres and still count as on it. Sections
+/// span up to about 100,000 cells, where a calculated position is accurate to about 1e-11.
 inline constexpr double CrossingTolerance = 1e-9;
 
-/// The crossings of a straight way with the lines through the cell centres of one direction, one after the other.
+/// The crossings of a straight line with the grid lines through the cell centres of one direction, one after the other.
 class CLineCrossings {
 public:
-    /// from and to: coordinate across the lines (cells), which stand at 0 to most. The way counts between its parts
-    /// first and last (-, 0 to 1).
+    /// from and to: coordinate across the grid lines (cells), which are at 0 to most. Only crossings between the
+    /// fractions first and last (-, 0 to 1) count.
     CLineCrossings(double from, double to, double most, double first, double last) : m_from(from), m_step(to - from) {
         if (m_step == 0.0 || first > last)
             return;
@@ -51,7 +51,7 @@ public:
 
     bool IsAtEnd() const { return m_left < 1.0; }
     double GetLine() const { return m_line; }
-    /// Part of the way (-, 0 to 1).
+    /// Fraction of the distance (-, 0 to 1).
     double GetPart() const { return std::clamp((m_line - m_from) / m_step, 0.0, 1.0); }
     void Advance() {
         m_line += m_direction;
@@ -66,8 +66,8 @@ private:
     double m_left = 0.0;
 };
 
-/// The parts of a straight way (-, 0 to 1) between which it runs within 0 and most; first above last where it never
-/// does.
+/// The fractions of a straight line (-, 0 to 1) between which it is within 0 and most; first above last where it never
+/// is.
 inline void ClipToRange(double from, double to, double most, double& first, double& last) {
     const double step = to - from;
     if (step == 0.0) {
@@ -81,9 +81,10 @@ inline void ClipToRange(double from, double to, double most, double& first, doub
     last = std::min(last, std::max(atZero, atMost));
 }
 
-/// Calls visit(part, place) for every crossing of the straight way between two places with the lines through the cell
-/// centres of a grid of columns by rows cells, in ascending part (-, 0 to 1). A way through a centre crosses two lines
-/// there and gives both. Nothing for places that are not finite. Cost: linear in the crossings.
+/// Calls visit(part, place) for every crossing of the straight line between two positions with the grid lines through
+/// the cell centres of a grid of columns by rows cells, in ascending part (fraction of the distance, -, 0 to 1). A line
+/// through a centre crosses two grid lines there and gives both. Nothing for positions that are not finite. Cost:
+/// linear in the crossings.
 template <class Visit>
 void VisitGridCrossings(const CGridPlace& from, const CGridPlace& to, int columns, int rows, const Visit& visit) {
     if (!std::isfinite(from.m_column + from.m_row + to.m_column + to.m_row))

@@ -10,16 +10,17 @@ namespace OLMGis::Formulas {
 struct CRise {
     double m_value = 0.0;    ///< >= 0
     double m_exponent = 0.0; ///< d ln value / d ln u; read only where the value is above 0
-    bool m_isBelow = true;   ///< whether the sought u is larger
+    bool m_isBelow = true;   ///< whether the u that is searched for is larger
 };
 
-/// The u in (low, high) at which the quantity takes the value wanted (> 0); at(u) is to answer m_isBelow such that one
-/// place parts the true answers from the false ones. High may be infinite.
+/// The u in (low, high) at which the quantity has the value wanted (> 0). at(u) must give m_isBelow true below one u
+/// and false above it. High may be infinite.
 ///
-/// Takes the quantity for a power of u, as flows in pipes nearly are: u (wanted / value)^(1 / exponent), the power by
-/// its Padé approximant, which spares a transcendental and keeps Newton's order. A step out of the bracket is replaced
-/// by halving, and after 24 steps halving alone goes on, so that it ends with any function. Start: any u in (low,
-/// high). Stops when the next step would be below 1e-15 of u, by the square of the last one. At most 200 passes.
+/// Treats the quantity as a power of u, as flows in pipes nearly are: next u = u (wanted / value)^(1 / exponent), with
+/// the Padé approximant of the power, which needs no transcendental function and converges as fast as Newton's method.
+/// A step out of the bracket is replaced by bisection, and after 24 steps only bisection is used, so that it ends with
+/// any function. Start: any u in (low, high). Stops when the next step would be below 1e-15 of u, estimated by the
+/// square of the last one. At most 200 passes; then the last u.
 template <class CFunction>
 double FindRisingRoot(const CFunction& at, double wanted, double start, double low, double high) {
     constexpr int MostPasses = 200;

@@ -2,12 +2,14 @@
 // Copyright (C) the Drenova authors
 #include "host/formulas/Roughness.h"
 
+#include "host/formulas/Units.h"
+
 #include <cmath>
 
 namespace OLMGis::Formulas {
 
 double RoughnessOfManning(double manning) {
-    return manning > 0.0 ? std::pow(26.0 * manning, 6.0) * 1000.0 : 0.0;
+    return manning > 0.0 ? std::pow(26.0 * manning, 6.0) * MillimetresPerMetre : 0.0;
 }
 
 } // namespace OLMGis::Formulas

@@ -30,8 +30,8 @@ struct CEggArcs {
     CWetSection m_belowAxis;
 };
 
-/// Area between the greatest width of an arc of a radius and a height above or below it; the arc's centre lies beside
-/// the middle line of the section by an offset, to its other side.
+/// Area between the greatest width of a flank arc and a height (m) above or below it, both flanks together. The arc's
+/// centre is offset (m) from the section's axis, on the other side of it.
 double ArcArea(double radius, double offset, double height) {
     const double root = std::sqrt(std::max(0.0, radius * radius - height * height));
     return radius * radius * std::asin(height / radius) + height * root - 2.0 * offset * height;
@@ -84,7 +84,7 @@ CWetSection FullTable(std::span<const CSectionLevel> levels) {
 double SegmentTerm(double angle, double sine) {
     if (angle > 0.25)
         return angle - sine;
-    // The series of the sine; what is left out is below 1e-16 of the sum.
+    // The series of the sine; the terms left out are below 1e-16 of the sum.
     const double x = angle * angle;
     return angle * x / 6.0 *
            (1.0 - x / 20.0 * (1.0 - x / 42.0 * (1.0 - x / 72.0 * (1.0 - x / 110.0 * (1.0 - x / 156.0)))));
@@ -95,7 +95,7 @@ CWetSection WetCircle(double diameter, double depth) {
         return {};
     if (depth >= diameter)
         return FullCircle(diameter);
-    // The angle that the water's surface spans at the centre, by a formula that keeps its digits at small depths.
+    // The angle that the water surface subtends at the centre, by a formula that keeps its digits at small depths.
     const double angle = 4.0 * std::asin(std::sqrt(depth / diameter));
     const double surface = 2.0 * std::sqrt(depth * (diameter - depth));
     return {0.125 * diameter * diameter * SegmentTerm(angle, std::sin(angle)), 0.5 * diameter * angle, surface,

@@ -8,7 +8,7 @@
 
 namespace OLMGis::Formulas {
 
-/// Inside of a section, all in m. None is the shape of what has no inside: nothing flows through it.
+/// Inside of a section. None: no inside, nothing flows through it.
 enum class enmSectionShape { None, Circle, Egg, Box, Table };
 
 /// One level of a table shape.
@@ -20,36 +20,37 @@ struct CSectionLevel {
 struct CSectionShape {
     enmSectionShape m_kind = enmSectionShape::None;
     double m_width = 0.0;  ///< m; the diameter of a circle
-    double m_height = 0.0; ///< m; not read for a circle and a table: a circle is as high as wide, a table tells it
+    double m_height = 0.0; ///< m; not read for a circle (its height is its width) and a table (its levels give it)
     std::vector<CSectionLevel> m_levels; ///< of a table: two or more, heights not falling
 };
 
-/// What is wet of a section.
+/// The wetted part of a section.
 struct CWetSection {
     double m_area = 0.0;            ///< m²
     double m_perimeter = 0.0;       ///< wetted length of the wall (m); closed all round when the section is full
     double m_surfaceWidth = 0.0;    ///< m, 0 when the section is full
-    double m_perimeterGrowth = 0.0; ///< dP/dh (-), great where the wall lies level; 0 when the section is full
+    double m_perimeterGrowth = 0.0; ///< dP/dh (-), large where the wall is nearly level; 0 when the section is full
 
     /// m, 0 for a dry section.
     double GetHydraulicRadius() const { return m_perimeter > 0.0 ? m_area / m_perimeter : 0.0; }
 };
 
-/// The section at a depth of water (m above the invert).
-/// At the inside height and above it is full: its whole area, and the whole of its wall. A box and a table with a wide
-/// top gain the top at that moment, so their perimeter jumps there.
-/// Bad input: all 0, never NaN, for a depth or a dimension of 0 or below, beyond 1000 km, or not a number.
-/// Source: plane geometry of circular arcs. Cost: constant, of a table its levels.
+/// The wetted part at a water depth (m above the invert).
+/// At the inside height and above the section is full: its whole area and its whole wall. The perimeter of a box, and
+/// of a table with a wide top, jumps there by the width of the top. Bad input: all 0, never NaN, for a depth or a
+/// dimension of 0 or below, beyond 1000 km, or not a number. Source: plane geometry of circular arcs. Cost: constant,
+/// of a table its levels.
 CWetSection WetCircle(double diameter, double depth);
 
 /// Egg of crown radius B/2, flank radius F and invert radius B/4, tangential at the joins. Height 1.5 B gives F = 1.5
-/// B, the normal egg 2:3 (DIN 4263). Other heights keep crown and invert, and take the F that joins them smoothly: F =
+/// B, the normal egg 2:3 (DIN 4263). Other heights keep crown and invert, with the F that joins them smoothly: F =
 /// 2 (D² + 3 B²/16) / B, D = H - 3 B/4. H = B is the circle; an egg lower than wide is bad input.
 CWetSection WetEgg(double width, double height, double depth);
 
 CWetSection WetBox(double width, double height, double depth);
 
-/// Straight walls between the levels; the lowest level is the bed with its whole width, equal heights are a ledge.
+/// Straight walls between the levels. The width of the lowest level is a flat bed; two levels of equal height are a
+/// ledge.
 CWetSection WetTable(std::span<const CSectionLevel> levels, double depth);
 
 CWetSection WetShape(const CSectionShape& shape, double depth);
@@ -60,24 +61,24 @@ CWetSection FullShape(const CSectionShape& shape);
 /// Inside height (m), 0 for None and where bad input leaves no section.
 double HeightOfShape(const CSectionShape& shape);
 
-/// a - sin a (a in rad, >= 0) without the loss of digits at small angles: twice the area of a segment of the unit
-/// circle.
+/// a - sin a (a in rad, >= 0; sine: sin a) without loss of digits at small angles: twice the area of a segment of the
+/// unit circle.
 double SegmentTerm(double angle, double sine);
 
-/// A table passed through from below; for what looks at a table as a whole and not at one depth.
+/// Goes through the layers of a table from below, for calculations over the whole table instead of one depth.
 class CTableWalk {
 public:
     explicit CTableWalk(std::span<const CSectionLevel> levels);
 
-    /// Goes on to the next layer, which lies between two levels of different height, the lowest first; false above the
-    /// last one, where the walk stays at the top of the table.
+    /// Moves to the next layer (between two levels of different height), the lowest first. False after the last one;
+    /// the walk then stays at the top of the table.
     bool Next();
 
     /// Heights (m) of the layer.
     double GetBottom() const { return m_levels[m_upper - 1].m_height; }
     double GetTop() const { return m_levels[m_upper].m_height; }
 
-    /// The wet section with the water at a height within the layer, its surface free.
+    /// The wetted part with a free water surface at a height (m) within the layer.
     CWetSection WetAt(double height) const;
 
 private:

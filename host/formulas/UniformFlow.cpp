@@ -14,7 +14,8 @@ namespace {
 
 constexpr double Infinity = std::numeric_limits<double>::infinity();
 
-/// Summit of a quantity over the depths: of a raster of them the best, then the golden section between its neighbours.
+/// Maximum of a quantity over the depths: the best of a raster of depths, then golden-section search between its
+/// neighbours.
 template <class CQuantity>
 CMaximum FindGreatest(const CSectionShape& shape, const CQuantity& quantity) {
     constexpr int Raster = 256;
@@ -93,7 +94,7 @@ double LeastDiameter(double flow, const CFlowConditions& conditions) {
         const double full = 0.25 * std::numbers::pi * diameter * diameter * velocity.m_velocity;
         return CRise{full, 2.0 + velocity.m_exponent, full < flow};
     };
-    // The logarithm moves little: 7 stands for -ln of its argument in an ordinary pipe.
+    // The logarithm varies little: -ln of its argument is about 7 in an ordinary pipe.
     const double start = std::pow(flow / (0.25 * std::numbers::pi / std::numbers::ln10 * uniform.GetRoot() * 7.0), 0.4);
     return FindRisingRoot(at, flow, start, 0.0, Infinity);
 }
