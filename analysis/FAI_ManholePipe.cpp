@@ -5,6 +5,7 @@
 #include "analysis/FindingList.h"
 #include "analysis/ProgressWalk.h"
 #include "analysis/RowSet.h"
+#include "host/formulas/Units.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/SystemManager.h"
@@ -15,10 +16,11 @@
 #include <boost/make_shared.hpp>
 
 using OLMGis::Data::CDataBox;
-using OLMGis::Data::CDataConfiguration;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;
 using OLMGis::Data::CDDCache;
+using OLMGis::Data::FindDefinition;
+using OLMGis::Formulas::MillimetresPerMetre;
 using OLMGis::System::CGisSystem;
 using OLMGis::Topology::CAnalysedNetwork;
 using OLMGis::Topology::CCatalogItem;
@@ -28,16 +30,19 @@ using OLMGis::Topology::CNode;
 using OLMGis::Topology::CPipeManager;
 using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CSection;
-using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Utility::Msg;
 
 namespace {
 
 using CItemPtr = boost::shared_ptr<CCatalogItem>;
 
 constexpr const char* Key = "0005_MANHOLE_PIPE";
-constexpr double MmPerM = 1000.0;
+constexpr int NameMessage = 11020;
+constexpr int CaptionMessage = 3552;
+constexpr int PipeTooWide = 11021;
+constexpr int PipeTooHigh = 11010;
 
-/// One run: the definitions that it reads by, and who was reported already.
+/// One run: the definitions of the attributes it reads, and the entities that it has reported.
 class CManholePipeRun {
 public:
     explicit CManholePipeRun(std::vector<boost::shared_ptr<CFAMsg>>& findings) : m_findings(Key, findings) {}
@@ -56,7 +61,7 @@ public:
             const CItemPtr pipe = m_pipes->GetPipe(section->GetPipeReference());
             if (!pipe)
                 continue;
-            const double width = m_pipes->GetPipeWidth(pipe) / MmPerM;
+            const double width = m_pipes->GetPipeWidth(pipe) / MillimetresPerMetre;
             if (width > inner)
                 ReportWidth(*node, width, inner);
             else
@@ -67,7 +72,7 @@ public:
 private:
     void ReportWidth(const CNode& node, double width, double inner) {
         if (m_reportedNodes.Insert(node.GetRow()))
-            m_findings.Add(node, 11021, {width, inner, "m"});
+            m_findings.Add(node, PipeTooWide, {width, inner, "m"});
     }
 
     void TestHeight(const CNode& node, const CItemPtr& manhole, const CSection& section, const CItemPtr& pipe) {
@@ -80,13 +85,13 @@ private:
         double above = 0.0;
         double below = 0.0;
         m_pipes->GetPipeHeight(pipe, m_box.AsInt(), above, below);
-        const double top = m_level.AsDouble() + above / MmPerM;
+        const double top = m_level.AsDouble() + above / MillimetresPerMetre;
         if (top > m_limit && m_reportedSections.Insert(section.GetRow()))
-            m_findings.Add(section, 11010, {top, m_limit, "m"});
+            m_findings.Add(section, PipeTooHigh, {top, m_limit, "m"});
     }
 
-    /// The highest level (m) that a pipe's top may reach at the manhole; the same for all its pipes. Without a terrain
-    /// height that is 0: a network above sea level whose terrain is missing must not pass for sound.
+    /// The highest level (m) that the top of a pipe may have at the manhole; the same for all its pipes. 0 without a
+    /// terrain height; fixed: others rely on it.
     double FindLimit(const CNode& node, const CItemPtr& manhole) {
         const double h2 = m_manholes->GetManholeH2(&node, manhole);
         int terrainType = 1;
@@ -96,20 +101,16 @@ private:
         return node.GetTerrainHeight(height, terrainType) != 0 ? height - h2 : 0.0;
     }
 
-    static const CDataDefinition* Find(std::string_view key) {
-        return CDataConfiguration::Instance()->GetDataDefinitionByID(key);
-    }
-
     CManholeManager* m_manholes = CManholeManager::Instance();
     CPipeManager* m_pipes = CPipeManager::Instance();
-    const CDataDefinition* m_manholeId = Find("MANHOLE_ID");
-    const CDataDefinition* m_levelPosition = Find("LEVEL_LINE_POSITION");
+    const CDataDefinition* m_manholeId = FindDefinition("MANHOLE_ID");
+    const CDataDefinition* m_levelPosition = FindDefinition("LEVEL_LINE_POSITION");
     const CDataDefinition* m_terrainType = CDDCache::Instance()->GetMANHOLE_RT();
     Analysis::CFindingList m_findings;
     Analysis::CRowSet m_reportedNodes;
     Analysis::CRowSet m_reportedSections;
 
-    // Of the present node and section; kept for their memory.
+    // Of the current node and section; members so that their memory is reused.
     std::vector<const CSection*> m_connected;
     CDataBox m_box;
     CDataBox m_level;
@@ -124,7 +125,7 @@ std::string CFAI_ManholePipe::GetItemKey() {
 }
 
 std::string CFAI_ManholePipe::GetItemName() {
-    return CModuleConfiguration::Instance()->GetMsg(11020);
+    return Msg(NameMessage);
 }
 
 int CFAI_ManholePipe::IsAvailableForSystemFunction(int systemFunction) {
@@ -135,7 +136,7 @@ int CFAI_ManholePipe::GetItemFlagA() {
     return 1;
 }
 
-// One family with the check of depths: both ask how high pipes lie.
+// The tag of the depth check; fixed: others rely on it.
 std::string CFAI_ManholePipe::GetAnalysisTag() {
     return "FAI_MIN_PIPE_DEPTH";
 }
@@ -149,6 +150,6 @@ void CFAI_ManholePipe::RunAnalysis(boost::shared_ptr<CPropertiesEx> /*properties
     if (network == nullptr)
         return;
     CManholePipeRun run(findings);
-    Analysis::WalkWithProgress(CModuleConfiguration::Instance()->GetMsg(3552), network->m_nodes,
+    Analysis::WalkWithProgress(Msg(CaptionMessage), network->m_nodes,
                                [&run](const boost::shared_ptr<CNode>& node) { run.TestNode(node); });
 }

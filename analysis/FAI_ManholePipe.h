@@ -4,10 +4,10 @@
 
 #include "host/network_core/IFunctionalAnalysisItem.h"
 
-/// Whether the pipes that meet in a manhole of the catalogue fit: a pipe whose outer width is more than the inner
-/// diameter gives a finding that names the node, once a node; one that fits, but whose top lies above the level that is
-/// H2 of the manhole below the terrain, gives a finding that names the section, once a section. Nodes without a
-/// manhole, and sections without a pipe, a level there or a position of the level line, are passed over.
+/// Checks that the pipes at a manhole fit it. A pipe with an outer width above the manhole's inner diameter gives a
+/// finding at the node, at most one per node. A pipe that fits but whose top is above the level that is H2 of the
+/// manhole below the terrain gives a finding at the section, at most one per section. Skips nodes without a manhole of
+/// the catalogue, and sections without a pipe, a level there or a position of the level line.
 class CFAI_ManholePipe final : public OLMGis::Topology::IFunctionalAnalysisItem {
 public:
     std::string GetItemKey() override;

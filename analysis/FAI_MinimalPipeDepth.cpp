@@ -3,8 +3,8 @@
 #include "analysis/FAI_MinimalPipeDepth.h"
 
 #include "analysis/FindingList.h"
-#include "analysis/ItemForm.h"
 #include "analysis/ProgressWalk.h"
+#include "flow/FormFields.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/network_core/PipeManager.h"
 
@@ -17,18 +17,23 @@ using OLMGis::Topology::CFAMsg;
 using OLMGis::Topology::CPipeManager;
 using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CSection;
-using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Utility::Msg;
 
 namespace {
 
 constexpr const char* Key = "0002_MIN_PIPE_DEPTH";
-constexpr int NameMessage = 878; ///< and caption
+constexpr int NameMessage = 878; ///< also the caption and the form's category
+constexpr int TerrainMessage = 4597;
+constexpr int LeastDepthMessage = 9066;
+constexpr int GreatestDepthMessage = 9067;
+constexpr int TooShallow = 10357;
+constexpr int TooDeep = 10358;
 
 constexpr int TerrainTypes = 10;
 
 struct CLimits {
     double m_least = 1.0;
-    double m_greatest = 3.0; ///< less than a fresh form offers: what holds where nobody chose is the stricter band
+    double m_greatest = 3.0; ///< not the 3.5 of a new form; fixed: others rely on it
     int m_terrain = 1;
 };
 
@@ -43,14 +48,14 @@ CLimits ReadLimits(const CPropertiesEx* form) {
     return limits;
 }
 
-/// One finding a section: for the first sample that offends, whatever comes behind it.
+/// At most one finding per section: for the first sample outside the limits.
 void ReportFirstOffence(const CSection& section, const std::vector<double>& depths, const CLimits& limits,
                         Analysis::CFindingList& findings) {
     for (const double depth : depths) {
         if (limits.m_least > depth)
-            return findings.AddWithValue(section, 10357, {depth, limits.m_least, "m"});
+            return findings.AddWithValue(section, TooShallow, {depth, limits.m_least, "m"});
         if (depth > limits.m_greatest)
-            return findings.AddWithValue(section, 10358, {depth, limits.m_greatest, "m"});
+            return findings.AddWithValue(section, TooDeep, {depth, limits.m_greatest, "m"});
     }
 }
 
@@ -61,11 +66,11 @@ std::string CFAI_MinimalPipeDepth::GetItemKey() {
 }
 
 std::string CFAI_MinimalPipeDepth::GetItemName() {
-    return CModuleConfiguration::Instance()->GetMsg(NameMessage);
+    return Msg(NameMessage);
 }
 
 int CFAI_MinimalPipeDepth::IsAvailableForSystemFunction(int /*systemFunction*/) {
-    return 1; // whatever flows in it, a pipe lies in the ground
+    return 1;
 }
 
 int CFAI_MinimalPipeDepth::GetItemFlagA() {
@@ -78,10 +83,10 @@ std::string CFAI_MinimalPipeDepth::GetAnalysisTag() {
 
 boost::shared_ptr<CPropertiesEx> CFAI_MinimalPipeDepth::CreateProperties() {
     auto form = boost::make_shared<CPropertiesEx>();
-    const auto category = Analysis::AddCategory(*form, NameMessage);
-    Analysis::AddNumberChoice(*category, "TERRAIN", 4597, TerrainTypes);
-    Analysis::AddLimit(*category, "VALUE_MIN", 9066, 1.0);
-    Analysis::AddLimit(*category, "VALUE_MAX", 9067, 3.5);
+    const auto category = Flow::AddCategory(*form, 0, NameMessage);
+    Flow::AddNumberChoice(category, "TERRAIN", TerrainMessage, TerrainTypes)->SetIsRequired(1);
+    Flow::AddNumber(category, "VALUE_MIN", LeastDepthMessage, 1.0)->SetIsRequired(1);
+    Flow::AddNumber(category, "VALUE_MAX", GreatestDepthMessage, 3.5)->SetIsRequired(1);
     return form;
 }
 

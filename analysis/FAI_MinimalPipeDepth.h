@@ -4,9 +4,9 @@
 
 #include "host/network_core/IFunctionalAnalysisItem.h"
 
-/// Whether the level line of every section lies within a band of depths (m) below a terrain, along its whole length. A
-/// section gives one finding at most, for the first sample that offends; depths at a limit do not. Sections without
-/// levels or without terrain are passed over. The only item for every system function, and the only one that runs
+/// Checks that the level line of every section is within two depths (m) below a terrain, along its whole length. At
+/// most one finding per section, for the first sample outside the limits; a depth equal to a limit is accepted. Skips
+/// sections without levels or without terrain. The only check for every system function, and the only one that runs
 /// without a form: then between 1.0 and 3.0 m below terrain 1.
 class CFAI_MinimalPipeDepth final : public OLMGis::Topology::IFunctionalAnalysisItem {
 public:

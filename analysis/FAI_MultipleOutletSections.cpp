@@ -14,12 +14,12 @@ using OLMGis::Topology::CAnalysedNetwork;
 using OLMGis::Topology::CFAMsg;
 using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CSection;
-using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Utility::Msg;
 
 namespace {
 
 constexpr const char* Key = "0005_MULTI_OUTLET_SECT";
-constexpr int Message = 3237; ///< name, caption and finding alike
+constexpr int Message = 3237; ///< name, caption and finding
 
 } // namespace
 
@@ -28,7 +28,7 @@ std::string CFAI_MultipleOutletSections::GetItemKey() {
 }
 
 std::string CFAI_MultipleOutletSections::GetItemName() {
-    return CModuleConfiguration::Instance()->GetMsg(Message);
+    return Msg(Message);
 }
 
 int CFAI_MultipleOutletSections::IsAvailableForSystemFunction(int systemFunction) {

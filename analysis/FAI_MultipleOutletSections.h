@@ -4,7 +4,7 @@
 
 #include "host/network_core/IFunctionalAnalysisItem.h"
 
-/// Whether a section ends where more than one section leads on. One finding however many do.
+/// Checks that at most one section leads on from the end of a section. One finding per section, however many lead on.
 class CFAI_MultipleOutletSections final : public OLMGis::Topology::IFunctionalAnalysisItem {
 public:
     std::string GetItemKey() override;

@@ -11,22 +11,22 @@
 #include <boost/make_shared.hpp>
 
 using OLMGis::Data::CDataBox;
-using OLMGis::Data::CDataConfiguration;
 using OLMGis::Data::CDataRW;
+using OLMGis::Data::FindDefinition;
 using OLMGis::System::CGisSystem;
 using OLMGis::Topology::CAnalysedNetwork;
 using OLMGis::Topology::CFAMsg;
 using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CSection;
-using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Utility::Msg;
 
 namespace {
 
 constexpr const char* Key = "0006_NEGATIVE_CASCADE";
-constexpr int Message = 3239; ///< name, caption and finding alike
+constexpr int Message = 3239; ///< name, caption and finding
 
-/// A step up that is no more than this, m, passes for drawing and rounding of levels.
-constexpr double Tolerance = -0.5;
+/// Least drop (m) that is accepted: a step up of 0.5 m. Fixed: others rely on it.
+constexpr double LeastDrop = -0.5;
 
 } // namespace
 
@@ -35,7 +35,7 @@ std::string CFAI_NegativeCascade::GetItemKey() {
 }
 
 std::string CFAI_NegativeCascade::GetItemName() {
-    return CModuleConfiguration::Instance()->GetMsg(Message);
+    return Msg(Message);
 }
 
 int CFAI_NegativeCascade::IsAvailableForSystemFunction(int systemFunction) {
@@ -58,8 +58,8 @@ void CFAI_NegativeCascade::RunAnalysis(boost::shared_ptr<CPropertiesEx> /*proper
                                        std::vector<boost::shared_ptr<CFAMsg>>& findings) {
     if (network == nullptr)
         return;
-    const auto* const startLevel = CDataConfiguration::Instance()->GetDataDefinitionByID("LEVEL_LINE_0");
-    const auto* const endLevel = CDataConfiguration::Instance()->GetDataDefinitionByID("LEVEL_LINE_1");
+    const auto* const startLevel = FindDefinition("LEVEL_LINE_0");
+    const auto* const endLevel = FindDefinition("LEVEL_LINE_1");
     Analysis::CFindingList list(Key, findings);
     std::vector<const CSection*> below;
     CDataBox upper;
@@ -76,8 +76,8 @@ void CFAI_NegativeCascade::RunAnalysis(boost::shared_ptr<CPropertiesEx> /*proper
                 if (!lower.IsNotNull())
                     continue;
                 const double drop = upper.AsDouble() - lower.AsDouble();
-                if (Tolerance > drop)
-                    list.AddWithValue(*section, Message, {drop, Tolerance, "m"});
+                if (LeastDrop > drop)
+                    list.AddWithValue(*section, Message, {drop, LeastDrop, "m"});
             }
         },
         Analysis::FetchSectionsOut<boost::shared_ptr<CSection>>);

@@ -4,8 +4,9 @@
 
 #include "host/network_core/IFunctionalAnalysisItem.h"
 
-/// Whether the level line steps up by more than 0.5 m from the end of a section to the beginning of one that leads on
-/// from there. One finding for each such pair, naming the upper section. Pairs without either level are passed over.
+/// Checks that the level line does not step up by more than 0.5 m from the end of a section to the start of one that
+/// leads on from there. One finding for each such pair, at the upstream section. Skips pairs that lack one of the
+/// levels.
 class CFAI_NegativeCascade final : public OLMGis::Topology::IFunctionalAnalysisItem {
 public:
     std::string GetItemKey() override;

@@ -10,7 +10,7 @@ using OLMGis::System::CGisSystem;
 using OLMGis::Topology::CAnalysedNetwork;
 using OLMGis::Topology::CFAMsg;
 using OLMGis::Topology::CPropertiesEx;
-using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Utility::Msg;
 
 namespace {
 
@@ -24,7 +24,7 @@ std::string CFAI_NegativeSlope::GetItemKey() {
 }
 
 std::string CFAI_NegativeSlope::GetItemName() {
-    return CModuleConfiguration::Instance()->GetMsg(NameMessage);
+    return Msg(NameMessage);
 }
 
 int CFAI_NegativeSlope::IsAvailableForSystemFunction(int systemFunction) {
@@ -35,7 +35,7 @@ int CFAI_NegativeSlope::GetItemFlagA() {
     return 1;
 }
 
-// Both slope checks are one family.
+// Shared by both slope checks; fixed: others rely on it.
 std::string CFAI_NegativeSlope::GetAnalysisTag() {
     return "FAI_NEG_SLOPE";
 }

@@ -4,9 +4,9 @@
 
 #include "host/network_core/IFunctionalAnalysisItem.h"
 
-/// Whether the slope of every section (SECTION_SLOPE, 1/1000) lies within a band. A section gives one finding at most:
-/// for a negative slope whatever the limits are, else for one below or above them; slopes at a limit do not offend.
-/// Sections without the attribute are passed over. Needs a form, not null.
+/// Checks that the slope of every section (SECTION_SLOPE, 1/1000) is within two limits. At most one finding per
+/// section: for a negative slope whatever the limits are, else for one below or above them; a slope equal to a limit is
+/// accepted. Skips sections without the attribute. The form must not be null.
 class CFAI_NegativeSlope final : public OLMGis::Topology::IFunctionalAnalysisItem {
 public:
     std::string GetItemKey() override;

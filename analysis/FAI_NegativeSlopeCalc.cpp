@@ -10,14 +10,14 @@ using OLMGis::System::CGisSystem;
 using OLMGis::Topology::CAnalysedNetwork;
 using OLMGis::Topology::CFAMsg;
 using OLMGis::Topology::CPropertiesEx;
-using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Utility::Msg;
 
 namespace {
 
 constexpr const char* Key = "0003_MIN_LL_SLOPE";
 constexpr int NameMessage = 10363;
 
-/// The same in every language: the word for slope under which users of this check know its progress.
+/// The same in every language; fixed: others rely on it.
 constexpr const char* Caption = "Pad";
 
 } // namespace
@@ -27,7 +27,7 @@ std::string CFAI_NegativeSlopeCalc::GetItemKey() {
 }
 
 std::string CFAI_NegativeSlopeCalc::GetItemName() {
-    return CModuleConfiguration::Instance()->GetMsg(NameMessage);
+    return Msg(NameMessage);
 }
 
 int CFAI_NegativeSlopeCalc::IsAvailableForSystemFunction(int systemFunction) {
@@ -38,7 +38,7 @@ int CFAI_NegativeSlopeCalc::GetItemFlagA() {
     return 1;
 }
 
-// Both slope checks are one family.
+// Shared by both slope checks; fixed: others rely on it.
 std::string CFAI_NegativeSlopeCalc::GetAnalysisTag() {
     return "FAI_NEG_SLOPE";
 }
@@ -51,6 +51,6 @@ void CFAI_NegativeSlopeCalc::RunAnalysis(boost::shared_ptr<CPropertiesEx> proper
                                          std::vector<boost::shared_ptr<CFAMsg>>& findings) {
     if (network == nullptr)
         return;
-    // A form that lacks its limits is held to those for flat sewers, not to the ones that a fresh form offers.
+    // Limits of a form without the fields, not those of a new form; fixed: others rely on it.
     Analysis::CheckSlopes({Key, Caption, "SECTION_SLOPE_CAL", 1.0, 3.0}, *properties, *network, findings);
 }

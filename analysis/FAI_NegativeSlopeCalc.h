@@ -4,8 +4,8 @@
 
 #include "host/network_core/IFunctionalAnalysisItem.h"
 
-/// The same as CFAI_NegativeSlope for the slope that follows from the level line (SECTION_SLOPE_CAL, 1/1000). Needs a
-/// form, not null.
+/// The same as CFAI_NegativeSlope for the slope calculated from the level line (SECTION_SLOPE_CAL, 1/1000). The form
+/// must not be null.
 class CFAI_NegativeSlopeCalc final : public OLMGis::Topology::IFunctionalAnalysisItem {
 public:
     std::string GetItemKey() override;

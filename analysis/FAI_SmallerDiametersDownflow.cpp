@@ -16,12 +16,13 @@ using OLMGis::Topology::CFAMsg;
 using OLMGis::Topology::CPipeManager;
 using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CSection;
-using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Utility::Msg;
 
 namespace {
 
 constexpr const char* Key = "0007_SMALLER_DIAMETERS";
-constexpr int Message = 10355; ///< caption and finding; the name is another
+constexpr int NameMessage = 10356;
+constexpr int Message = 10355; ///< caption and finding
 
 } // namespace
 
@@ -30,7 +31,7 @@ std::string CFAI_SmallerDiametersDownflow::GetItemKey() {
 }
 
 std::string CFAI_SmallerDiametersDownflow::GetItemName() {
-    return CModuleConfiguration::Instance()->GetMsg(10356);
+    return Msg(NameMessage);
 }
 
 int CFAI_SmallerDiametersDownflow::IsAvailableForSystemFunction(int systemFunction) {
@@ -57,7 +58,7 @@ void CFAI_SmallerDiametersDownflow::RunAnalysis(boost::shared_ptr<CPropertiesEx>
     CPipeManager* const pipes = CPipeManager::Instance();
     Analysis::CFindingList list(Key, findings);
     std::vector<const CSection*> below;
-    const std::string caption = CModuleConfiguration::Instance()->GetMsg(Message);
+    const std::string caption = Msg(Message);
     Analysis::WalkWithProgress(
         caption, network->m_sections,
         [&](const boost::shared_ptr<CSection>& section) {

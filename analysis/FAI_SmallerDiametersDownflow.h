@@ -4,8 +4,8 @@
 
 #include "host/network_core/IFunctionalAnalysisItem.h"
 
-/// Whether the pipe of a section leads into one of a smaller inner diameter, by whatever amount. One finding for each
-/// such pair, naming the upper section. Sections without a pipe are passed over on either side.
+/// Checks that the pipe of a section does not lead into one of a smaller inner diameter, by any amount. One finding for
+/// each such pair, at the upstream section. Skips pairs in which a section has no pipe.
 class CFAI_SmallerDiametersDownflow final : public OLMGis::Topology::IFunctionalAnalysisItem {
 public:
     std::string GetItemKey() override;

@@ -15,10 +15,10 @@ namespace Analysis {
 using OLMGis::Data::enmEntityKind;
 using OLMGis::Topology::CFAMsg;
 using OLMGis::Topology::CFindingNotes;
-using OLMGis::Utility::CModuleConfiguration;
 using OLMGis::Utility::CRunTrace;
 using OLMGis::Utility::CTraceTable;
 using OLMGis::Utility::CUtility;
+using OLMGis::Utility::Msg;
 namespace FindingTrace = OLMGis::Topology::FindingTrace;
 
 namespace {
@@ -37,12 +37,11 @@ CFindingList::CFindingList(std::string_view item, CMessages& messages)
     : m_item(item), m_messages(messages), m_notes(CFindingNotes::Active()), m_trace(OpenTable()) {}
 
 void CFindingList::Add(const CEntity& culprit, int message, const CMeasured& measured) {
-    Append(culprit, CUtility::Format("%s", CModuleConfiguration::Instance()->GetMsg(message)), measured);
+    Append(culprit, CUtility::Format("%s", Msg(message)), measured);
 }
 
 void CFindingList::AddWithValue(const CEntity& culprit, int message, const CMeasured& measured) {
-    Append(culprit, CUtility::Format("%s (%.2f)", CModuleConfiguration::Instance()->GetMsg(message), measured.m_value),
-           measured);
+    Append(culprit, CUtility::Format("%s (%.2f)", Msg(message), measured.m_value), measured);
 }
 
 void CFindingList::Append(const CEntity& culprit, std::string text, const CMeasured& measured) {

@@ -17,24 +17,23 @@ namespace Analysis {
 using OLMGis::Topology::CEntity;
 using CMessages = std::vector<boost::shared_ptr<OLMGis::Topology::CFAMsg>>;
 
-/// What a check measured and what it held it against. For notes and trace: texts tell the value at most.
+/// What a check measured and the limit that it compared it with.
 struct CMeasured {
     double m_value;
     double m_limit;
-    std::string_view m_unit; ///< of both, empty for a count; a constant of the item
+    std::string_view m_unit; ///< of both, empty for a count; a constant of the check
 };
 
-/// Where one run of one item puts its findings: behind what stands in the caller's list and, while a trace is open,
-/// with their numbers in its table of findings.
+/// Appends the findings of one run of one check to the caller's list, and their numbers to the open run trace.
 class CFindingList {
 public:
-    /// item: the key. The list is borrowed.
+    /// item: key of the check. Keeps references to item and messages.
     CFindingList(std::string_view item, CMessages& messages);
 
-    /// A finding whose text is that of the message alone. culprit: the node or section that it names.
+    /// Adds a finding with the text of a message. culprit: the node or section that the finding names.
     void Add(const CEntity& culprit, int message, const CMeasured& measured);
 
-    /// The same with the value behind the text, two decimals, in brackets.
+    /// The same with the value after the text, in brackets with two decimals.
     void AddWithValue(const CEntity& culprit, int message, const CMeasured& measured);
 
 private:

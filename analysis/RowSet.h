@@ -7,11 +7,11 @@
 
 namespace Analysis {
 
-/// A set of entities of one kind and one topology, by row: an entity has its row for life and shares it with no other.
-/// A bit an entity, whatever the number of members.
+/// A set of entities of one kind and one topology, by row: an entity keeps its row for life and no other has it. One
+/// bit per row.
 class CRowSet {
 public:
-    /// Whether the row was not in the set yet; it is from now on.
+    /// Adds the row; true if it was not in the set before.
     bool Insert(std::uint32_t row) {
         if (row >= m_bits.size())
             m_bits.resize(row + 1);

@@ -2,8 +2,8 @@
 // Copyright (C) the Drenova authors
 #include "analysis/SlopeCheck.h"
 
-#include "analysis/ItemForm.h"
 #include "analysis/ProgressWalk.h"
+#include "flow/FormFields.h"
 #include "host/gis_core/DataRW.h"
 
 #include <boost/make_shared.hpp>
@@ -11,8 +11,8 @@
 namespace Analysis {
 
 using OLMGis::Data::CDataBox;
-using OLMGis::Data::CDataConfiguration;
 using OLMGis::Data::CDataRW;
+using OLMGis::Data::FindDefinition;
 using OLMGis::Topology::CAnalysedNetwork;
 using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CSection;
@@ -21,23 +21,29 @@ namespace {
 
 constexpr std::string_view Unit = "1/1000";
 
-/// A negative slope is one whatever the limits say; of the limits the lower one goes first.
+constexpr int LeastSlopeMessage = 8695;
+constexpr int GreatestSlopeMessage = 10349;
+constexpr int NegativeSlope = 10360;
+constexpr int TooFlat = 10361;
+constexpr int TooSteep = 10362;
+
+/// A negative slope is a finding whatever the limits are; of the limits the lower one is tested first.
 void TestSlope(const CSection& section, double slope, double least, double greatest, CFindingList& findings) {
     if (slope < 0.0)
-        findings.AddWithValue(section, 10360, {slope, 0.0, Unit});
+        findings.AddWithValue(section, NegativeSlope, {slope, 0.0, Unit});
     else if (slope < least)
-        findings.AddWithValue(section, 10361, {slope, least, Unit});
+        findings.AddWithValue(section, TooFlat, {slope, least, Unit});
     else if (slope > greatest)
-        findings.AddWithValue(section, 10362, {slope, greatest, Unit});
+        findings.AddWithValue(section, TooSteep, {slope, greatest, Unit});
 }
 
 } // namespace
 
 boost::shared_ptr<CPropertiesEx> CreateSlopeForm(int nameMessage) {
     auto form = boost::make_shared<CPropertiesEx>();
-    const auto category = AddCategory(*form, nameMessage);
-    AddLimit(*category, "VALUE_MIN", 8695, 5.0);
-    AddLimit(*category, "VALUE_MAX", 10349, 30.0);
+    const auto category = Flow::AddCategory(*form, 0, nameMessage);
+    Flow::AddNumber(category, "VALUE_MIN", LeastSlopeMessage, 5.0)->SetIsRequired(1);
+    Flow::AddNumber(category, "VALUE_MAX", GreatestSlopeMessage, 30.0)->SetIsRequired(1);
     return form;
 }
 
@@ -45,7 +51,7 @@ void CheckSlopes(const CSlopeCheck& check, const CPropertiesEx& form, const CAna
                  CMessages& messages) {
     const double least = form.GetDblProperty("VALUE_MIN", check.m_leastFallback, 1);
     const double greatest = form.GetDblProperty("VALUE_MAX", check.m_greatestFallback, 1);
-    const auto* const attribute = CDataConfiguration::Instance()->GetDataDefinitionByID(check.m_attribute);
+    const auto* const attribute = FindDefinition(check.m_attribute);
     CFindingList findings(check.m_item, messages);
     CDataBox slope;
     WalkWithProgress(check.m_caption, network.m_sections, [&](const boost::shared_ptr<CSection>& section) {

@@ -10,22 +10,22 @@
 
 #include <string_view>
 
-/// What the two slope checks do alike.
+/// The common part of the two slope checks.
 namespace Analysis {
 
-/// In what they differ.
+/// What differs between them.
 struct CSlopeCheck {
     std::string_view m_item;      ///< key
     std::string_view m_caption;   ///< of the progress
     std::string_view m_attribute; ///< slope of a section, 1/1000
-    double m_leastFallback;       ///< limits for a form that lacks them, 1/1000
+    double m_leastFallback;       ///< limits when the form lacks the field, 1/1000
     double m_greatestFallback;
 };
 
 /// The form: one category with the two limits.
 boost::shared_ptr<OLMGis::Topology::CPropertiesEx> CreateSlopeForm(int nameMessage);
 
-/// Goes through the sections of a network that is not null.
+/// Checks all sections of a network and appends the findings to messages.
 void CheckSlopes(const CSlopeCheck& check, const OLMGis::Topology::CPropertiesEx& form,
                  const OLMGis::Topology::CAnalysedNetwork& network, CMessages& messages);
 

@@ -4,11 +4,11 @@
 
 #include "host/gis_core/ModuleConfiguration.h"
 
-namespace Edition {
+namespace Flow::Edition {
 
 bool Is(std::string_view code) {
-    using OLMGis::Utility::CModuleConfiguration;
-    return CModuleConfiguration::Instance()->GetMsg(CModuleConfiguration::EditionMessage) == code;
+    using namespace OLMGis::Utility;
+    return Msg(CModuleConfiguration::EditionMessage) == code;
 }
 
-} // namespace Edition
+} // namespace Flow::Edition

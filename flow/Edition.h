@@ -4,13 +4,15 @@
 
 #include <string_view>
 
-/// Variants of the design rules, chosen by message 0 of the catalogue.
-namespace Edition {
+/// National variants of the design rules, chosen by message 0 of the catalogue.
+namespace Flow::Edition {
 
 inline constexpr std::string_view Romanian = "RO";
 inline constexpr std::string_view Bulgarian = "BLG";
 
-/// Whether the edition code is this text, whole and by plain characters.
+/// Whether the edition code is exactly this text.
 bool Is(std::string_view code);
 
-} // namespace Edition
+} // namespace Flow::Edition
+
+namespace Edition = Flow::Edition;

@@ -2,8 +2,8 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
-/// Keys under which calculators hand values on as attributes of sections. Flows in m³/s where no other unit stands.
-namespace FlowKeys {
+/// Keys under which calculators hand values on as attributes of sections. Flows in m³/s where no other unit is named.
+namespace Flow::Keys {
 
 // Waste water.
 inline constexpr const char* SpecificFlow = "SPECIFIC_FLOW"; ///< m³/s per m of weighted length
@@ -60,4 +60,6 @@ inline constexpr const char* TransitParameters = "FLOW_TRANSIT_S";
 inline constexpr const char* TotalParameters = "FLOW_TOTAL_S";
 inline constexpr const char* RainCurvesParameters = "FLOW_ITP_S"; ///< named, but never stored
 
-} // namespace FlowKeys
+} // namespace Flow::Keys
+
+namespace FlowKeys = Flow::Keys;

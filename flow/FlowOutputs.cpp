@@ -2,11 +2,12 @@
 // Copyright (C) the Drenova authors
 #include "flow/FlowOutputs.h"
 
-#include "flow/FlowValue.h"
+#include "host/gis_core/DataConfiguration.h"
 
-namespace FlowOutputs {
+namespace Flow::Outputs {
 
 using OLMGis::Data::CDataDefinition;
+using OLMGis::Data::FindDefinition;
 
 std::vector<const CDataDefinition*> Definitions(std::initializer_list<const char*> keys) {
     std::vector<const CDataDefinition*> definitions;
@@ -22,4 +23,4 @@ std::vector<std::pair<const CDataDefinition*, int>> DefinitionsWithKind(std::ini
     return definitions;
 }
 
-} // namespace FlowOutputs
+} // namespace Flow::Outputs

@@ -9,15 +9,17 @@
 #include <vector>
 
 /// The lists of results with which a calculator presents itself.
-namespace FlowOutputs {
+namespace Flow::Outputs {
 
-inline constexpr int Kind = 6; ///< fixed for every output of every calculator
+inline constexpr int Kind = 6; ///< fixed for every output of every calculator: others rely on it
 
 /// The definitions of keys, in order; null for a key that the installation doesn't define.
 std::vector<const OLMGis::Data::CDataDefinition*> Definitions(std::initializer_list<const char*> keys);
 
-/// The same, each with its kind.
+/// The same, each with Kind.
 std::vector<std::pair<const OLMGis::Data::CDataDefinition*, int>>
 DefinitionsWithKind(std::initializer_list<const char*> keys);
 
-} // namespace FlowOutputs
+} // namespace Flow::Outputs
+
+namespace FlowOutputs = Flow::Outputs;

@@ -4,15 +4,13 @@
 
 #include "host/gis_core/DataRW.h"
 
+namespace Flow {
+
 using OLMGis::Data::CDataBox;
-using OLMGis::Data::CDataConfiguration;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;
+using OLMGis::Data::FindDefinition;
 using OLMGis::Topology::CSection;
-
-const CDataDefinition* FindDefinition(std::string_view key) {
-    return CDataConfiguration::Instance()->GetDataDefinitionByID(key);
-}
 
 double ReadFlowValue(boost::shared_ptr<CSection> section, std::string_view key) {
     return section ? ReadFlowValue(*section, FindDefinition(key)) : AbsentValue;
@@ -27,3 +25,5 @@ double ReadValueOr(const CSection& section, const CDataDefinition* definition, d
     CDataRW::Read(definition, &section, box, 0, nullptr);
     return box.IsNotNull() ? box.AsDouble() : fallback;
 }
+
+} // namespace Flow

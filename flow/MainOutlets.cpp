@@ -4,37 +4,20 @@
 
 #include "host/network_core/TopologyStorage.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <vector>
+
+namespace Flow::MainOutlets {
 
 using OLMGis::Sewage::CFlowDirection;
 using OLMGis::Sewage::CSectionList;
 using OLMGis::Sewage::IUserInteraction;
 using OLMGis::Topology::CSection;
 
-namespace MainOutlets {
-
-namespace {
-
-/// The nodes of sections further on lie anywhere: has them fetched while this one is looked at.
-void FetchNodesAhead(const CSectionList::const_reverse_iterator& section,
-                     const CSectionList::const_reverse_iterator& end) {
-    constexpr std::ptrdiff_t far = 16;
-    constexpr std::ptrdiff_t near = 8;
-    if (far < end - section && section[far])
-        section[far]->FetchNodes(0);
-    if (near < end - section && section[near])
-        section[near]->FetchNodes(1);
-}
-
-} // namespace
-
 CNodeList CollectStartingNodes(const CSectionList& sections) {
     CNodeList nodes;
     std::vector<bool> isListed; // by row
     for (auto section = sections.rbegin(); section != sections.rend(); ++section) {
-        FetchNodesAhead(section, sections.rend());
         const std::uint32_t row = *section ? (*section)->GetStartingNodeRow() : CSection::NoRow;
         if (row == CSection::NoRow)
             continue;
@@ -61,4 +44,4 @@ int Settle(const CNodeList& nodes, IUserInteraction* interaction) {
     return isCompleted;
 }
 
-} // namespace MainOutlets
+} // namespace Flow::MainOutlets

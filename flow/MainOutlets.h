@@ -5,19 +5,21 @@
 #include "host/sewage_core/FlowDirection.h"
 #include "host/sewage_core/IFlowCalculator.h"
 
-/// Main outlets before a walk down the network: it must know which way to go on where flow divides.
-namespace MainOutlets {
+/// Main outlets before a walk down the network: the walk must know which way to go on where the flow divides.
+namespace Flow::MainOutlets {
 
 using CNodeList = OLMGis::Sewage::CFlowDirection::CNodeList;
 
-/// The nodes at which the sections (nulls are skipped) start, each once, in the order of the last section that uses it.
-/// Only those that need a main outlet: the others are settled whatever is asked about them. Linear.
+/// The nodes at which the sections (nulls are skipped) start and which need a main outlet, each once, in the order of
+/// the last section that uses it. Linear.
 CNodeList CollectStartingNodes(const OLMGis::Sewage::CSectionList& sections);
 
-/// Lets the direction editor settle what is unsettled among the nodes. 0 when the user left it, else non-zero.
-/// interaction may be null.
+/// Has the main outlets that are missing among the nodes chosen in the direction editor. 0 when the user left the
+/// editor, else non-zero. interaction may be null.
 int Settle(const CNodeList& nodes, OLMGis::Sewage::IUserInteraction* interaction);
 
-inline constexpr int NotSettled = 11049; ///< message for a run that can't go on
+inline constexpr int NotSettled = 11049; ///< message of a run that stops because main outlets are missing
 
-} // namespace MainOutlets
+} // namespace Flow::MainOutlets
+
+namespace MainOutlets = Flow::MainOutlets;

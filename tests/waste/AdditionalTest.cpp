@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-#include "flow/CalculatorForm.h"
+#include "flow/FormFields.h"
 #include "host/network_core/PropertyEditing.h"
 #include "tests/support/FormTable.h"
 #include "tests/support/TestProject.h"
@@ -28,7 +28,7 @@ struct CRun {
     }
     int Calculate() { return calculator.Calculate(net.Sections(), parameters.get(), 1, nullptr, nullptr); }
 
-    /// Nothing for an absent value.
+    /// Empty for an absent value.
     std::optional<double> Flow(const char* section, const char* key) const {
         const auto box = net.Get(section, key);
         return box.IsNotNull() ? std::optional(box.AsDouble()) : std::nullopt;
@@ -63,7 +63,7 @@ TEST(Additional, Form) {
         "COEFF$1:1:FC_ADD_FW_FACTOR_M$2:0:FC_ADD_FW_FACTOR_M#FC_ADD_FW_COEFF$2:1:FC_ADD_FW_SPECIFIC_FLOW");
 }
 
-TEST(Additional, EachWayOfForeignWaterHasItsNumberInForce) {
+TEST(Additional, EachMethodForInfiltrationWaterEnablesItsNumber) {
     CRun run;
     auto& form = *run.parameters->m_properties;
     const char* const numbers[] = {"FC_ADD_FW_COEFF", "FC_ADD_FW_FACTOR_M", "FC_ADD_FW_SPECIFIC_FLOW"};
@@ -146,7 +146,7 @@ TEST(Additional, AStoredMarkOfAbsenceCountsAsAbsent) {
         EXPECT_EQ(run.Calculate(), 0) << key;
         EXPECT_EQ(run.Flow("AB", "FLOW_FOREIGN"), 7.0) << "the flow of an earlier run stays";
     }
-    CRun run; // an area without a density: no foreign water, but a nonsense additional flow
+    CRun run; // an area without a density: no infiltration water, but a large negative additional flow
     run.net.AddCatchment("AB", Household, 2.0);
     run.Type("FC_ADD_FW", "1").Type("FC_ADD_ADDITIONAL", "1").Calculate();
     EXPECT_FALSE(run.Flow("AB", "FLOW_FOREIGN"));
@@ -175,7 +175,7 @@ TEST(Additional, TheLastCountedWriteDecidesTheResult) {
         EXPECT_EQ(watch.GetKeys(), "FLOW_POINT FLOW_ADDITIONAL FLOW_USER FLOW_ADDITIONAL_S "
                                    "FLOW_FOREIGN FLOW_POINT FLOW_ADDITIONAL FLOW_USER FLOW_ADDITIONAL_S");
     }
-    // A refused foreign flow by inhabitants leaves the outcome of the section before.
+    // A failed write of infiltration water by inhabitants leaves the result of the section before.
     CRun run;
     run.net.AddCatchment("BC", Household, 2.0, 50.0);
     run.Type("FC_ADD_FW", "1").Type("FC_ADD_USER", "1");
@@ -186,10 +186,10 @@ TEST(Additional, TheLastCountedWriteDecidesTheResult) {
 }
 
 TEST(Additional, NumbersThatTheFormLacksAreOne) {
-    const auto form = CalculatorForm::MakeParameters();
-    const auto category = CalculatorForm::AddCategory(*form, 0, 2132);
+    const auto form = Flow::MakeParameters();
+    const auto category = Flow::AddCategory(*form, 0, 2132);
     for (const char* tag : {"FC_ADD_FW", "FC_ADD_POINT", "FC_ADD_ADDITIONAL", "FC_ADD_USER"})
-        CalculatorForm::AddCheckBox(category, tag, 2132)->SetValue(1);
+        Flow::AddCheckBox(category, tag, 2132)->SetValue(1);
     CRun run;
     run.net.AddCatchment("AB", Household, 2.0, 50.0);
     EXPECT_EQ(run.calculator.Calculate(run.net.Sections(), form.get(), 1, nullptr, nullptr), 1);
@@ -197,8 +197,8 @@ TEST(Additional, NumbersThatTheFormLacksAreOne) {
     EXPECT_EQ(run.Flow("AB", "FLOW_POINT"), 0.001);
     EXPECT_EQ(run.Flow("AB", "FLOW_ADDITIONAL"), 0.1);
     EXPECT_EQ(run.Flow("AB", "FLOW_USER"), 0.001);
-    // A way of reckoning that nobody offers stores nothing.
-    CalculatorForm::AddProperty(category, "FC_ADD_FW_OPTION", Topology::enmPropertyEditorType::Edit, 1, 3);
+    // A method that the form does not offer stores nothing.
+    Flow::AddProperty(category, "FC_ADD_FW_OPTION", Topology::enmPropertyEditorType::Edit, 1, 3);
     run.net.Set("AB", "FLOW_FOREIGN", 7.0);
     run.calculator.Calculate(run.net.Sections(), form.get(), 1, nullptr, nullptr);
     EXPECT_EQ(run.Flow("AB", "FLOW_FOREIGN"), 7.0);

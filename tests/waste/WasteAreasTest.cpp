@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-#include "flow/CalculatorForm.h"
+#include "flow/FormFields.h"
 #include "host/gis_core/CoreProgressBar.h"
 #include "host/network_core/PropertyEditing.h"
 #include "host/workspace_core/WsManager.h"
@@ -188,10 +188,10 @@ TEST(WasteAreas, OrderOfWritingOnASection) {
 TEST(WasteAreas, ACoefficientThatTheFormLacksIsNothing) {
     CRun run("BLG");
     run.net.AddCatchment("AB", Household | Industrial, 2.0, 50.0);
-    const auto form = CalculatorForm::MakeParameters();
-    const auto category = CalculatorForm::AddCategory(*form, 0, 464);
+    const auto form = Flow::MakeParameters();
+    const auto category = Flow::AddCategory(*form, 0, 464);
     for (const char* tag : {"HOME_CHECK", "IND_CHECK"})
-        CalculatorForm::AddCheckBox(category, tag, 464)->SetValue(1);
+        Flow::AddCheckBox(category, tag, 464)->SetValue(1);
     EXPECT_EQ(run.calculator->Calculate(run.net.Sections(), form.get(), 1, nullptr, nullptr), 1);
     EXPECT_EQ(run.Value("AB", "FLOW_WASTE_HOME_BG"), 0.0);
     EXPECT_TRUE(std::isnan(run.Value("AB", "FLOW_WASTE_IND"))) << "infinity times no flow";

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-#include "flow/CalculatorForm.h"
+#include "flow/FormFields.h"
 
 #include "host/gis_core/ModuleConfiguration.h"
 
@@ -8,11 +8,21 @@
 
 #include <cassert>
 
-namespace CalculatorForm {
+namespace Flow {
 
 using OLMGis::Topology::CConstraint;
-using OLMGis::Topology::CPropertiesEx;
-using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Utility::Msg;
+
+namespace {
+
+void AddConstraint(CConstraints& constraints, const CDataBox& shown, int hidden) {
+    auto constraint = boost::make_shared<CConstraint>();
+    constraint->SetValue(shown);
+    constraint->SetHiddenValue(hidden);
+    constraints.AddConstraint(constraint);
+}
+
+} // namespace
 
 boost::shared_ptr<CFlowCalculatorParameters> MakeParameters() {
     auto parameters = boost::make_shared<CFlowCalculatorParameters>();
@@ -20,18 +30,27 @@ boost::shared_ptr<CFlowCalculatorParameters> MakeParameters() {
     return parameters;
 }
 
-boost::shared_ptr<CCategory> AddCategory(CFlowCalculatorParameters& parameters, int ord, int nameMessage) {
+boost::shared_ptr<CCategory> AddCategory(CPropertiesEx& form, int ord, int nameMessage) {
     auto category = boost::make_shared<CCategory>();
     category->SetOrd(ord);
     category->SetMsgName(nameMessage);
-    parameters.m_properties->AddCategory(category);
+    form.AddCategory(category);
     return category;
+}
+
+boost::shared_ptr<CCategory> AddCategory(CFlowCalculatorParameters& parameters, int ord, int nameMessage) {
+    return AddCategory(*parameters.m_properties, ord, nameMessage);
 }
 
 boost::shared_ptr<CPropertyEx> AddProperty(const boost::shared_ptr<CCategory>& category, std::string_view tag,
                                            enmPropertyEditorType editorType, int message, const CDataBox& value) {
     return CPropertyEx::CreateProperty(category, tag, editorType, message, message, value, value, value, value, 0,
                                        nullptr, "", "");
+}
+
+boost::shared_ptr<CPropertyEx> AddNumber(const boost::shared_ptr<CCategory>& category, std::string_view tag,
+                                         int message, const CDataBox& value) {
+    return AddProperty(category, tag, enmPropertyEditorType::Edit, message, value);
 }
 
 boost::shared_ptr<CPropertyEx> AddCheckBox(const boost::shared_ptr<CCategory>& category, std::string_view tag,
@@ -41,12 +60,8 @@ boost::shared_ptr<CPropertyEx> AddCheckBox(const boost::shared_ptr<CCategory>& c
 
 boost::shared_ptr<CConstraints> MakeConstraints(std::initializer_list<CChoice> choices) {
     auto constraints = boost::make_shared<CConstraints>();
-    for (const CChoice& choice : choices) {
-        auto constraint = boost::make_shared<CConstraint>();
-        constraint->SetValue(CModuleConfiguration::Instance()->GetMsg(choice.m_message));
-        constraint->SetHiddenValue(choice.m_hiddenValue);
-        constraints->AddConstraint(constraint);
-    }
+    for (const CChoice& choice : choices)
+        AddConstraint(*constraints, Msg(choice.m_message), choice.m_hiddenValue);
     return constraints;
 }
 
@@ -60,4 +75,13 @@ boost::shared_ptr<CPropertyEx> AddChoice(const boost::shared_ptr<CCategory>& cat
                                        first->GetHiddenValue(), 0, constraints, "", "");
 }
 
-} // namespace CalculatorForm
+boost::shared_ptr<CPropertyEx> AddNumberChoice(const boost::shared_ptr<CCategory>& category, std::string_view tag,
+                                               int message, int count) {
+    auto constraints = boost::make_shared<CConstraints>();
+    for (int number = 1; number <= count; ++number)
+        AddConstraint(*constraints, number, number);
+    return CPropertyEx::CreateProperty(category, tag, enmPropertyEditorType::ComboBox, message, message, 1, 1,
+                                       CDataBox(), CDataBox(), 0, constraints, "", "");
+}
+
+} // namespace Flow
