@@ -2,25 +2,26 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/sewage_core/IDensityUser.h"
 #include "host/sewage_core/IFlowCalculator.h"
 
 #include <boost/shared_ptr.hpp>
 
 #include <string>
 
-/// Adds flows that are neither rain nor waste water proper, each behind a switch of its own, all in m³/s: foreign water
-/// (FLOW_FOREIGN, by inhabitants, by waste flows or by length), a point flow of either sign (FLOW_POINT), an additional
-/// flow by inhabitants (FLOW_ADDITIONAL) and one that the user gives (FLOW_USER).
+/// Calculates flows besides rain and dry-weather flow, each with a switch of its own, all in m³/s: infiltration water
+/// (FLOW_FOREIGN, by inhabitants, by dry-weather flow or by length), a point flow of either sign (FLOW_POINT), an
+/// additional flow by inhabitants (FLOW_ADDITIONAL) and one given by the user (FLOW_USER).
 ///
-/// A kind that is switched off writes nothing: its key keeps what an earlier run left there.
-class CFlowCalculator_Additional final : public OLMGis::Sewage::IFlowCalculator {
+/// A flow that is switched off is not written: its key keeps the value of an earlier run.
+class CFlowCalculator_Additional final : public OLMGis::Sewage::IFlowCalculator, public OLMGis::Sewage::IDensityUser {
 public:
     CFlowCalculator_Additional();
 
     boost::shared_ptr<OLMGis::Sewage::CFlowCalculatorParameters> CreateParameters() override;
 
-    /// Nulls among the sections are skipped. The outcome (1 or 0) of the last write of a flow, 0 without one; writes of
-    /// foreign water by inhabitants don't count.
+    /// Skips nulls among the sections. Result: whether the last write of a flow succeeded (1 or 0), 0 without one;
+    /// writes of infiltration water by inhabitants do not count.
     int Calculate(const OLMGis::Sewage::CSectionList& sections, OLMGis::Sewage::CFlowCalculatorParameters* params,
                   int write, OLMGis::Sewage::CReport* report, OLMGis::Sewage::IUserInteraction* interaction) override;
 
@@ -31,6 +32,8 @@ public:
     std::string GetCalculatorIcon() override { return "IDI_CALC_ADDITIONAL"; }
     std::string GetCalculatorGroupIcon() override { return "IDI_CALC_ADDITIONAL"; }
     std::string GetParametersDataId() override;
+
+    bool UsesDensities() const override { return true; }
 
 private:
     boost::shared_ptr<OLMGis::Sewage::CFlowCalculatorParameters> m_parameters;

@@ -2,21 +2,22 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/sewage_core/IDensityUser.h"
 #include "host/sewage_core/IFlowCalculator.h"
 
 #include <boost/shared_ptr.hpp>
 
 #include <string>
 
-/// Derives household and industrial waste water from the catchments of sections, each behind a switch of its own.
+/// Calculates domestic and industrial flow from the catchments of sections, each with a switch of its own.
 ///
-/// Household: inhabitants of the section's own catchments times a specific flow (FLOW_WASTE_HOME, m³/s). In the
-/// Bulgarian edition it is the flow of everything upstream with a peak factor that falls with the flow
+/// Domestic: inhabitants of the section's own catchments times a specific flow (FLOW_WASTE_HOME, m³/s). In the
+/// Bulgarian edition: the flow of everything upstream with a peak factor that falls as the flow grows
 /// (FLOW_WASTE_HOME_BG, m³/s, and FLOW_BLG_WASTE_HOME_KOMAX, -). Industrial: the section's own industrial area times a
 /// specific flow (FLOW_WASTE_IND, m³/s), in the Bulgarian edition with a peak factor as well.
-class CFlowCalculator_WasteAreas final : public OLMGis::Sewage::IFlowCalculator {
+class CFlowCalculator_WasteAreas final : public OLMGis::Sewage::IFlowCalculator, public OLMGis::Sewage::IDensityUser {
 public:
-    /// The edition in force decides which results the calculator presents.
+    /// The edition in force decides which results the calculator lists.
     CFlowCalculator_WasteAreas();
 
     boost::shared_ptr<OLMGis::Sewage::CFlowCalculatorParameters> CreateParameters() override;
@@ -35,6 +36,8 @@ public:
     std::string GetCalculatorIcon() override { return "IDI_CALC_AREA"; }
     std::string GetCalculatorGroupIcon() override { return "IDI_CALC_PERCENT"; }
     std::string GetParametersDataId() override;
+
+    bool UsesDensities() const override { return true; }
 
 private:
     boost::shared_ptr<OLMGis::Sewage::CFlowCalculatorParameters> m_parameters;

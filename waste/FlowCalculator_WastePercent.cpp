@@ -2,11 +2,12 @@
 // Copyright (C) the Drenova authors
 #include "waste/FlowCalculator_WastePercent.h"
 
-#include "flow/CalculatorForm.h"
 #include "flow/Edition.h"
 #include "flow/FlowKeys.h"
 #include "flow/FlowOutputs.h"
 #include "flow/FlowValue.h"
+#include "flow/FormFields.h"
+#include "host/formulas/Units.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/ModuleConfiguration.h"
 
@@ -17,54 +18,90 @@
 using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;
+using OLMGis::Data::FindDefinition;
+using OLMGis::Formulas::HoursPerDay;
+using OLMGis::Formulas::LitresPerCubicMetre;
 using OLMGis::Sewage::CFlowCalculatorParameters;
 using OLMGis::Sewage::CReport;
 using OLMGis::Sewage::CSectionList;
 using OLMGis::Sewage::IUserInteraction;
 using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CSection;
-using OLMGis::Topology::enmPropertyEditorType;
-using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Utility::Msg;
+
+namespace Edition = Flow::Edition;
+namespace Keys = Flow::Keys;
+
+namespace Waste {
 
 namespace {
 
-/// What was typed. The corrections fall back to 1.0 although their fields start elsewhere: in an edition without the
-/// fields they must have no effect.
-struct Input {
-    explicit Input(const CPropertiesEx& form)
+namespace Messages {
+
+constexpr int Name = 11165;
+constexpr int GroupName = 2313;
+constexpr int Category = 464;
+
+// Fields of the form; the first six are in the report too.
+constexpr int Consumption = 2066;
+constexpr int Inhabitants = 2067;
+constexpr int YearlyGrowth = 2064;
+constexpr int Period = 2065;
+constexpr int DailyPeakFactor = 2068;
+constexpr int HourlyPeakFactor = 2069;
+constexpr int CorrectionS = 4685;
+constexpr int CorrectionP = 4686;
+constexpr int CorrectionR = 4687;
+
+// Results in the report.
+constexpr int Population = 2051;
+constexpr int DayAverage = 2052;
+constexpr int HourAverage = 2053;
+constexpr int DayMaximum = 2054;
+constexpr int HourMaximum = 2055;
+constexpr int Unity = 6930;
+constexpr int Length = 2056;
+constexpr int WeightedLength = 2057;
+constexpr int SpecificFlow = 2058;
+
+} // namespace Messages
+
+/// The values of the form. A correction without its field is 1.0, so that it has no effect in the other editions.
+struct PercentInput {
+    explicit PercentInput(const CPropertiesEx& form)
         : yearlyGrowth(form.GetDblProperty("PRIRAST", 2.0, 1)),
           inhabitants(form.GetDblProperty("BROJ_STANOVNIKA", 5000.0, 1)),
-          period(form.GetDblProperty("PERIOD", 30.0, 1)), hourlyVariation(form.GetDblProperty("COEFF_VAR_H", 1.5, 1)),
-          dailyVariation(form.GetDblProperty("COEFF_VAR_D", 1.5, 1)),
+          period(form.GetDblProperty("PERIOD", 30.0, 1)), hourlyPeakFactor(form.GetDblProperty("COEFF_VAR_H", 1.5, 1)),
+          dailyPeakFactor(form.GetDblProperty("COEFF_VAR_D", 1.5, 1)),
           consumption(form.GetDblProperty("POTROSNJA", 150.0, 1)), correctionS(form.GetDblProperty("RO_CS", 1.0, 1)),
           correctionP(form.GetDblProperty("RO_CP", 1.0, 1)), correctionR(form.GetDblProperty("RO_CR", 1.0, 1)) {}
 
-    double yearlyGrowth;    ///< %
-    double inhabitants;     ///< now
-    double period;          ///< years
-    double hourlyVariation; ///< -, greatest hour to mean hour of the greatest day
-    double dailyVariation;  ///< -, greatest day to mean day
-    double consumption;     ///< l per inhabitant and day
-    double correctionS;     ///< -, Romanian edition only, on the mean day
-    double correctionP;     ///< -, Romanian edition only, on the mean day
-    double correctionR;     ///< -, Romanian edition only, on the greatest hour
+    double yearlyGrowth;     ///< %
+    double inhabitants;      ///< today
+    double period;           ///< design horizon, years
+    double hourlyPeakFactor; ///< -, peak hour to mean hour of the peak day
+    double dailyPeakFactor;  ///< -, peak day to mean day
+    double consumption;      ///< l/(inh·d)
+    double correctionS;      ///< -, Romanian edition only, on the mean day
+    double correctionP;      ///< -, Romanian edition only, on the mean day
+    double correctionR;      ///< -, Romanian edition only, on the peak hour
 };
 
-/// From population to the flow of the greatest hour.
+/// From the population to the flow of the peak hour.
 struct Forecast {
-    Forecast(const Input& in, bool isRomanian)
-        : population(in.inhabitants * std::pow(1.0 + in.yearlyGrowth / 100.0, in.period)),
+    Forecast(const PercentInput& in, bool isRomanian)
+        : population(in.inhabitants * std::pow(1.0 + in.yearlyGrowth / OLMGis::Formulas::Percent, in.period)),
           dayAverage(population * in.consumption) {
         if (isRomanian)
             dayAverage = dayAverage * in.correctionS * in.correctionP;
-        dayMaximum = dayAverage * in.dailyVariation;
-        hourMaximum = dayMaximum * in.hourlyVariation / 24.0;
+        dayMaximum = dayAverage * in.dailyPeakFactor;
+        hourMaximum = dayMaximum * in.hourlyPeakFactor / HoursPerDay;
         if (isRomanian)
             hourMaximum = hourMaximum * in.correctionR;
-        hourAverage = dayAverage / 24.0;
+        hourAverage = dayAverage / HoursPerDay;
     }
 
-    double population;        ///< inhabitants at the end of the period
+    double population;        ///< inhabitants at the design horizon
     double dayAverage;        ///< l/day
     double dayMaximum = 0.0;  ///< l/day
     double hourMaximum = 0.0; ///< l/h
@@ -78,7 +115,7 @@ struct Lengths {
 };
 
 double DensityCoefficient(const CSection& section, const CDataDefinition* key) {
-    return ReadValueOr(section, key, 1.0);
+    return Flow::ReadValueOr(section, key, 1.0);
 }
 
 Lengths SumLengths(const CSectionList& sections, const CDataDefinition* coefficientKey) {
@@ -93,83 +130,85 @@ Lengths SumLengths(const CSectionList& sections, const CDataDefinition* coeffici
     return lengths;
 }
 
-void AppendReport(CReport& report, const Input& in, const Forecast& forecast, const Lengths& lengths,
+void AppendReport(CReport& report, const PercentInput& in, const Forecast& forecast, const Lengths& lengths,
                   double specificFlow) {
     const auto row = [&report](int message, double value) {
-        report.emplace_back(CModuleConfiguration::Instance()->GetMsg(message), fmt::format("{:.4f}", value));
+        report.emplace_back(Msg(message), fmt::format("{:.4f}", value));
     };
-    row(2066, in.consumption);
-    row(2067, in.inhabitants);
-    row(2064, in.yearlyGrowth);
-    row(2065, in.period);
-    row(2068, in.dailyVariation);
-    row(2069, in.hourlyVariation);
+    row(Messages::Consumption, in.consumption);
+    row(Messages::Inhabitants, in.inhabitants);
+    row(Messages::YearlyGrowth, in.yearlyGrowth);
+    row(Messages::Period, in.period);
+    row(Messages::DailyPeakFactor, in.dailyPeakFactor);
+    row(Messages::HourlyPeakFactor, in.hourlyPeakFactor);
     report.emplace_back("======================", "");
-    row(2051, forecast.population);
-    row(2052, forecast.dayAverage);
-    row(2053, forecast.hourAverage);
-    row(2054, forecast.dayMaximum);
-    row(2055, forecast.hourMaximum);
-    row(6930, 1.0); // fixed: every report shows it
-    row(2056, lengths.sum);
-    row(2057, lengths.weighted);
-    row(2058, specificFlow); // l/s per m, before the conversion to m³/s
+    row(Messages::Population, forecast.population);
+    row(Messages::DayAverage, forecast.dayAverage);
+    row(Messages::HourAverage, forecast.hourAverage);
+    row(Messages::DayMaximum, forecast.dayMaximum);
+    row(Messages::HourMaximum, forecast.hourMaximum);
+    row(Messages::Unity, 1.0); // fixed: others rely on it
+    row(Messages::Length, lengths.sum);
+    row(Messages::WeightedLength, lengths.weighted);
+    row(Messages::SpecificFlow, specificFlow); // in l/s per m
 }
 
 } // namespace
 
+} // namespace Waste
+
 CFlowCalculator_WastePercent::CFlowCalculator_WastePercent() {
     m_key = "01_WASTE_PERCENT";
-    m_outputDefinitions = FlowOutputs::Definitions({FlowKeys::SpecificFlow, FlowKeys::WastePercent});
-    m_outputDefinitionsWithKind = FlowOutputs::DefinitionsWithKind({FlowKeys::SpecificFlow, FlowKeys::WastePercent});
+    m_outputDefinitions = Flow::Outputs::Definitions({Keys::SpecificFlow, Keys::WastePercent});
+    m_outputDefinitionsWithKind = Flow::Outputs::DefinitionsWithKind({Keys::SpecificFlow, Keys::WastePercent});
 }
 
 boost::shared_ptr<CFlowCalculatorParameters> CFlowCalculator_WastePercent::CreateParameters() {
-    m_parameters = CalculatorForm::MakeParameters();
-    const auto category = CalculatorForm::AddCategory(*m_parameters, 0, 464);
-    category->SetMsgDescription(464);
-    const auto add = [&category](const char* tag, int message, const CDataBox& value) {
-        CalculatorForm::AddProperty(category, tag, enmPropertyEditorType::Edit, message, value);
-    };
-    add("POTROSNJA", 2066, 150);
-    add("BROJ_STANOVNIKA", 2067, 5000);
-    add("PRIRAST", 2064, 2.0);
-    add("PERIOD", 2065, 30.0);
-    add("COEFF_VAR_D", 2068, 1.5);
-    add("COEFF_VAR_H", 2069, 1.5);
+    using namespace Waste;
+    m_parameters = Flow::MakeParameters();
+    const auto category = Flow::AddCategory(*m_parameters->m_properties, 0, Messages::Category);
+    category->SetMsgDescription(Messages::Category);
+    Flow::AddNumber(category, "POTROSNJA", Messages::Consumption, 150);
+    Flow::AddNumber(category, "BROJ_STANOVNIKA", Messages::Inhabitants, 5000);
+    Flow::AddNumber(category, "PRIRAST", Messages::YearlyGrowth, 2.0);
+    Flow::AddNumber(category, "PERIOD", Messages::Period, 30.0);
+    Flow::AddNumber(category, "COEFF_VAR_D", Messages::DailyPeakFactor, 1.5);
+    Flow::AddNumber(category, "COEFF_VAR_H", Messages::HourlyPeakFactor, 1.5);
     if (Edition::Is(Edition::Romanian)) {
-        add("RO_CS", 4685, 1.1);
-        add("RO_CP", 4686, 1.1);
-        add("RO_CR", 4687, 0.8);
+        Flow::AddNumber(category, "RO_CS", Messages::CorrectionS, 1.1);
+        Flow::AddNumber(category, "RO_CP", Messages::CorrectionP, 1.1);
+        Flow::AddNumber(category, "RO_CR", Messages::CorrectionR, 0.8);
     }
     return m_parameters;
 }
 
 int CFlowCalculator_WastePercent::Calculate(const CSectionList& sections, CFlowCalculatorParameters* params, int write,
                                             CReport* report, IUserInteraction* /*interaction*/) {
+    using namespace Waste;
     if (params == nullptr || !params->m_properties)
         return 0;
-    const CDataDefinition* const coefficientKey = FindDefinition(FlowKeys::DensityCoefficient);
-    const CDataDefinition* const parametersKey = FindDefinition(FlowKeys::WastePercentParameters);
-    const CDataDefinition* const specificFlowKey = FindDefinition(FlowKeys::SpecificFlow);
-    const CDataDefinition* const flowKey = FindDefinition(FlowKeys::WastePercent);
+    const CDataDefinition* const coefficientKey = FindDefinition(Keys::DensityCoefficient);
+    const CDataDefinition* const parametersKey = FindDefinition(Keys::WastePercentParameters);
+    const CDataDefinition* const specificFlowKey = FindDefinition(Keys::SpecificFlow);
+    const CDataDefinition* const flowKey = FindDefinition(Keys::WastePercent);
 
     const CDataBox serialized(params->Serialize());
-    const Input in(*params->m_properties);
+    const PercentInput in(*params->m_properties);
     const Lengths lengths = SumLengths(sections, coefficientKey);
     const Forecast forecast(in, Edition::Is(Edition::Romanian));
-    const double specificFlow = lengths.weighted == 0.0 ? 0.0 : forecast.hourMaximum / 3600.0 / lengths.weighted;
+    const double specificFlow =
+        lengths.weighted == 0.0 ? 0.0 : forecast.hourMaximum / OLMGis::Formulas::SecondsPerHour / lengths.weighted;
 
     int result = 0;
     for (const auto& section : sections) {
         if (!section)
             continue;
-        // Also in a preview: the parameters entered last stay with the sections, though no flow does.
+        // Also in a preview, which stores no flow; fixed: others rely on it.
         CDataRW::Write(parametersKey, section, serialized, nullptr);
         const double coefficient = DensityCoefficient(*section, coefficientKey);
-        const double flow = section->GetLength2D() * coefficient * specificFlow / 1000.0;
+        const double flow = section->GetLength2D() * coefficient * specificFlow / LitresPerCubicMetre;
         if (write != 0) {
-            CDataRW::Write(specificFlowKey, section, CDataBox(specificFlow / 1000.0), nullptr);
+            CDataRW::Write(specificFlowKey, section, CDataBox(specificFlow / LitresPerCubicMetre), nullptr);
             CDataRW::Write(flowKey, section, CDataBox(flow), nullptr);
             result = 1;
         }
@@ -180,13 +219,13 @@ int CFlowCalculator_WastePercent::Calculate(const CSectionList& sections, CFlowC
 }
 
 std::string CFlowCalculator_WastePercent::GetCalculatorName() {
-    return CModuleConfiguration::Instance()->GetMsg(11165);
+    return Msg(Waste::Messages::Name);
 }
 
 std::string CFlowCalculator_WastePercent::GetCalculatorGroupName() {
-    return CModuleConfiguration::Instance()->GetMsg(2313);
+    return Msg(Waste::Messages::GroupName);
 }
 
 std::string CFlowCalculator_WastePercent::GetParametersDataId() {
-    return FlowKeys::WastePercentParameters;
+    return Keys::WastePercentParameters;
 }

@@ -8,19 +8,19 @@
 
 #include <string>
 
-/// Spreads the waste water of a settlement over sections in proportion to their length.
+/// Distributes the dry-weather flow of a settlement over sections in proportion to their length.
 ///
-/// The population is forecast with compound growth, the water consumption turned into the flow of the greatest hour,
-/// and that flow divided by the weighted length of all given sections. Each section gets the specific flow
-/// (SPECIFIC_FLOW, m³/s per m) and its share (FLOW_WASTE_PER, m³/s). Has a preview: without write the report is filled
-/// and no flow is stored.
+/// Forecasts the population with compound growth, calculates the flow of the peak hour from the per-capita consumption,
+/// and divides it by the weighted length of all given sections. Each section gets the specific flow (SPECIFIC_FLOW,
+/// m³/s per m) and its share (FLOW_WASTE_PER, m³/s). Has a preview: with write 0 it fills the report and stores no
+/// flow.
 class CFlowCalculator_WastePercent final : public OLMGis::Sewage::IFlowCalculator {
 public:
     CFlowCalculator_WastePercent();
 
     boost::shared_ptr<OLMGis::Sewage::CFlowCalculatorParameters> CreateParameters() override;
 
-    /// Nulls among the sections are skipped. 1 when write wasn't 0 and a section wasn't null, else 0.
+    /// Skips nulls among the sections. Result: 1 when write was not 0 and a section was not null, else 0.
     int Calculate(const OLMGis::Sewage::CSectionList& sections, OLMGis::Sewage::CFlowCalculatorParameters* params,
                   int write, OLMGis::Sewage::CReport* report, OLMGis::Sewage::IUserInteraction* interaction) override;
 

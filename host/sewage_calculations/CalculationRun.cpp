@@ -10,6 +10,7 @@
 #include "host/gis_core/Utility.h"
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/sewage_core/FlowCalculatorManager.h"
+#include "host/sewage_core/IDensityUser.h"
 #include "host/sewage_core/MissingDensities.h"
 #include "host/workspace_core/WsManager.h"
 
@@ -26,12 +27,15 @@ using Data::CDataDefinition;
 using Data::CJournal;
 using Topology::CTopologyMultiStorage;
 using Utility::BadWords;
+using Utility::Msg;
 using Utility::Result;
 
 namespace {
 
-/// Passes everything on to the host and remembers the alerts: they tell a run that stopped from one that stored
-/// nothing.
+constexpr int NotFiniteResults = 70070;
+
+/// Passes everything on to the host and records the alerts: a run with an alert has stopped, one without may have
+/// stored nothing for other reasons.
 class CAlertRecorder final : public System::IBasicHostServices {
 public:
     CAlertRecorder() : m_host(System::HostServices()) {}
@@ -50,7 +54,7 @@ private:
     System::IBasicHostServices& m_host;
 };
 
-/// Editors that calculators open are modal in every host: nothing has to give way.
+/// Editors that calculators open are modal in every host, so there is nothing to suspend.
 // Final, and never deleted through its base.
 class CModalInteraction final : public IUserInteraction { // NOLINT(cppcoreguidelines-virtual-class-destructor)
 public:
@@ -58,20 +62,20 @@ public:
     void BeginUserInteraction() override {}
 };
 
-/// Borrowed: of the network itself, which no calculator changes, or of the request.
+/// A reference to the network's own list, which no calculator changes, or to that of the request.
 const CSectionList& GatherSections(const CCalculationRequest& request, IFlowCalculator& calculator) {
     if (request.m_sections.empty() || calculator.IsWholeNetworkCalculator() != 0)
         return CTopologyMultiStorage::Instance()->GetActiveTopology()->GetSections();
     return request.m_sections;
 }
 
-/// Reads the journal of a run: which keys got values, how many, in which range.
-std::vector<CStoredResult> SumUp(const CJournal& journal, const CDataDefinition* parameters) {
+/// From the journal of a run: which keys got values, how many, in which range.
+std::vector<CStoredResult> Summarise(const CJournal& journal, const CDataDefinition* parameters) {
     std::vector<CStoredResult> results;
     std::vector<std::vector<bool>> seen;
     const auto& store = System::CProjectContext::Active().GetAttributes();
     for (const CJournal::CAttributeChange& change : journal.GetAttributeChanges()) {
-        // Values of sections are results; a main outlet that was settled on the way, at a node, is none.
+        // Only values of sections are results; a main outlet chosen during the run is an attribute of a node.
         if (change.m_definition == parameters || change.m_definition->m_entityKind != Data::enmEntityKind::Section)
             continue;
         CDataBox box;
@@ -99,7 +103,7 @@ std::vector<CStoredResult> SumUp(const CJournal& journal, const CDataDefinition*
     return results;
 }
 
-/// Names the sections whose results are not finite: the numbers stay as they came out, but must not go unseen.
+/// Names the sections whose results are not finite: such numbers are stored as they are and must not go unnoticed.
 void LogNonFinite(const CJournal& journal) {
     constexpr std::size_t MostNames = 10;
     const auto& store = System::CProjectContext::Active().GetAttributes();
@@ -120,13 +124,13 @@ void LogNonFinite(const CJournal& journal) {
         Workspace::CWsManager::Instance()->LogMessage(
             Workspace::CLogLine::NothingStored,
             Utility::CUtility::Format(
-                Utility::CModuleConfiguration::Instance()->GetMsg(70070), count,
+                Msg(NotFiniteResults), count,
                 fmt::format("{}{}", fmt::join(names, ", "), count > names.size() ? ", ..." : "")));
 }
 
-/// Calculators that multiply densities with areas: an area without a density makes nonsense in them.
-void WarnBeforeDensities(std::string_view key) {
-    if (key != "01_WASTE_AREAS" && key != "02_ADDITIONAL")
+void LogMissingDensities(const IFlowCalculator& calculator) {
+    const auto* const user = dynamic_cast<const IDensityUser*>(&calculator);
+    if (user == nullptr || !user->UsesDensities())
         return;
     if (const auto warning = WarnOfMissingDensities(*CTopologyMultiStorage::Instance()->GetActiveTopology()))
         Workspace::CWsManager::Instance()->LogMessage(Workspace::CLogLine::NothingStored, *warning);
@@ -154,7 +158,7 @@ Result<CCalculationOutcome> RunCalculation(const CCalculationRequest& request) {
         if (calculator->InputParameters(sections, parameters.get(), 0, nullptr) == 0) {
             outcome.m_end = enmRunEnd::GivenUp;
         } else {
-            WarnBeforeDensities(request.m_key);
+            LogMissingDensities(*calculator);
             bool goesOn = true;
             if (request.m_showPreview && calculator->IsPreviewAvailable() != 0) {
                 CReport report;
@@ -177,8 +181,7 @@ Result<CCalculationOutcome> RunCalculation(const CCalculationRequest& request) {
         return outcome;
     }
     outcome.m_hasChanges = !journal.IsEmpty();
-    outcome.m_results =
-        SumUp(journal, Data::CDataConfiguration::Instance()->GetDataDefinitionByID(calculator->GetParametersDataId()));
+    outcome.m_results = Summarise(journal, Data::FindDefinition(calculator->GetParametersDataId()));
     LogNonFinite(journal);
     return outcome;
 }

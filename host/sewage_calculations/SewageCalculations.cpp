@@ -13,7 +13,7 @@ namespace OLMGis::Sewage {
 
 namespace {
 
-/// Shows the figures of a preview in a question: on yes the results are stored.
+/// Shows the figures of a preview in a yes/no question; yes stores the results.
 int AskAfterPreview(std::string_view title, const CReport& report) {
     std::string text(title);
     for (const auto& [label, value] : report)

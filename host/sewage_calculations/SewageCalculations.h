@@ -4,8 +4,8 @@
 
 namespace OLMGis::Sewage {
 
-/// The operations behind panel items and menus: each runs one calculator on the whole active network, with the form
-/// editor and the services of the program in force. Without the calculator they do nothing.
+/// The operations behind panel items and menus. Each runs one calculator on the whole active network, with the form
+/// editor and host services in force. Does nothing when the calculator is not registered.
 class CSewageCalculations {
 public:
     static void CalcWasteWaterPercent();
