@@ -54,10 +54,10 @@ void CHCPluginInfo::EnableMetadataHandlers() {
 }
 
 void CHCPluginInfo::RegisterCalculationItems() {
-    // The framework takes the responder over.
+    // The framework owns the responder from here on.
     CNotificationFramework::Instance()->RegisterEventResponder(new CSewageResponder);
 
-    // Findings come in this order.
+    // Checks run, and their findings are listed, in this order.
     RegisterAnalysisItem<CFAI_MinimalPipeDepth>();
     RegisterAnalysisItem<CFAI_NegativeSlopeCalc>();
     RegisterAnalysisItem<CFAI_NegativeSlope>();
@@ -66,7 +66,7 @@ void CHCPluginInfo::RegisterCalculationItems() {
     RegisterAnalysisItem<CFAI_SmallerDiametersDownflow>();
     RegisterAnalysisItem<CFAI_ManholePipe>();
 
-    // A calculator's rank comes from its key, not from its place here.
+    // Calculators are listed by their keys, not in this order.
     RegisterFlowCalculator<CFlowCalculator_RainSimple>();
     RegisterFlowCalculator<CFlowCalculator_WastePercent>();
     RegisterFlowCalculator<CFlowCalculator_WasteAreas>();

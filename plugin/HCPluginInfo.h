@@ -4,7 +4,7 @@
 
 #include "host/workspace_core/IPluginInfo.h"
 
-/// Registers everything that the module brings; the one place where all of it is listed.
+/// Registers everything that the module provides; the only list of all of it.
 class CHCPluginInfo final : public OLMGis::Workspace::IPluginInfo {
 public:
     void EnableMetadataHandlers() override;

@@ -17,16 +17,13 @@ using Topology::CTopologyStorage;
 
 namespace {
 
-/// The definitions behind a catchment's figures, looked up once.
+/// The definitions of a catchment's values, looked up once.
 struct CCatchmentKeys {
-    const Data::CDataDefinition* m_kinds = Find("kinds");
-    const Data::CDataDefinition* m_area = Find("area");
-    const Data::CDataDefinition* m_coefficient = Find("coefficient");
-    const Data::CDataDefinition* m_density = Find("density");
+    const Data::CDataDefinition* m_kinds = Data::FindDefinition("kinds");
+    const Data::CDataDefinition* m_area = Data::FindDefinition("area");
+    const Data::CDataDefinition* m_coefficient = Data::FindDefinition("coefficient");
+    const Data::CDataDefinition* m_density = Data::FindDefinition("density");
 
-    static const Data::CDataDefinition* Find(std::string_view id) {
-        return Data::CDataConfiguration::Instance()->GetDataDefinitionByID(id);
-    }
     static const CCatchmentKeys& Get() {
         static const CCatchmentKeys keys;
         return keys;
@@ -40,7 +37,7 @@ std::optional<double> Number(const CCatchment& catchment, const Data::CDataDefin
     return box.AsDouble();
 }
 
-/// Calls use for each catchment of a kind that hangs on the section, in the order of entering; returns how many.
+/// Calls use for each catchment of a kind that drains to the section, in the order of entry; returns how many.
 template <class Use>
 int ForEach(const CSection& section, int kind, Use use) {
     int count = 0;

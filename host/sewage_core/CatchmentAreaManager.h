@@ -8,9 +8,9 @@
 
 namespace OLMGis::Sewage {
 
-/// Figures of the catchments that hang on a section. One per project context. Sums run in the order in which the
-/// catchments entered; a catchment of several kinds counts whole for each. A null section answers 0 and changes
-/// nothing. Cost of each question: the catchments of the section.
+/// Areas and densities of the catchments that drain to a section. One per project context. Sums run in the order in
+/// which the catchments were entered; a catchment of several kinds counts in full for each. A null section gives 0 and
+/// changes nothing. Cost of each call: the catchments of the section.
 class CCatchmentAreaManager {
 public:
     static CCatchmentAreaManager* Instance();
@@ -18,16 +18,16 @@ public:
     /// Mark of an absent density.
     static constexpr double NoDensity = -1000000.0;
 
-    /// Sum of the areas (ha) of the section's catchments of a kind (see enmCatchmentKind). Without one area is left
-    /// alone and the result is 0, else 1.
+    /// Sum of the areas (ha) of the section's catchments of a kind (see enmCatchmentKind). Without one area is not
+    /// changed and the result is 0, else 1.
     int GetCATotalArea(const boost::shared_ptr<Topology::CSection>& section, double& area, int kind) const;
 
-    /// Mean density (inhabitants/ha) of the section's household catchments that have one, weighted by area; NoDensity
-    /// when there is none or their areas sum to 0. 1 when there is a density, else 0.
+    /// Mean population density (inhabitants/ha) of the section's household catchments that have one, weighted by area;
+    /// NoDensity when there is none or their areas sum to 0. 1 when there is a density, else 0.
     int GetCAAverageDensityInhab(const boost::shared_ptr<Topology::CSection>& section, double& density) const;
 
-    /// Sum of area (ha) times runoff coefficient over the section's rain catchments; a catchment without a coefficient
-    /// counts whole. Without one area is left alone and the result is 0, else 1.
+    /// Contributing area (ha): sum of area times runoff coefficient over the section's rain catchments; a catchment
+    /// without a coefficient counts in full. Without a catchment area is not changed and the result is 0, else 1.
     int GetCATotalCorectedArea(const boost::shared_ptr<Topology::CSection>& section, double& area) const;
 };
 

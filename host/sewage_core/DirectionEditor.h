@@ -10,22 +10,22 @@
 
 namespace OLMGis::Sewage {
 
-/// Lets a person, or the words of a command line, say which way the flow goes on where it divides. Each program
-/// implements it once. The default settles nothing.
+/// Lets the user choose which way the flow goes on where it divides: in a window, or by the arguments of a command
+/// line. Each program implements it once. The default chooses nothing.
 class IDirectionEditor {
 public:
     virtual ~IDirectionEditor() = default;
 
     /// nodes: those that need a main outlet and have none, in the order in which the run met them; no nulls, never
-    /// empty. The editor stores its choices with CFlowDirection::Settle. Non-zero when the person completed it, 0 when
-    /// the directions stay unsettled: the run then ends with an alert.
+    /// empty. The editor stores the choices with CFlowDirection::Settle. Non-zero when the user completed it, 0 when
+    /// main outlets are still missing: the run then ends with an alert.
     virtual int EditDirections(const std::vector<boost::shared_ptr<Topology::CNode>>& /*nodes*/) { return 0; }
 };
 
-/// The editor in force; the one that settles nothing when none is set.
+/// The editor in force; the one that chooses nothing when none is set.
 IDirectionEditor& DirectionEditor();
 
-/// Puts an editor in force for its own lifetime. Not owned.
+/// Puts an editor in force for the lifetime of the scope. The editor is not owned.
 class CDirectionEditorScope {
 public:
     explicit CDirectionEditorScope(IDirectionEditor& editor);

@@ -18,10 +18,11 @@ class CFlowCalculatorManager {
 public:
     static CFlowCalculatorManager* Instance();
 
-    /// Enters a calculator for the life of the module that registers it. A null and a key that is taken are kept out.
+    /// Registers a calculator for the life of the module that calls it. A null and a key that is already registered are
+    /// ignored.
     void RegisterFlowCalculator(const boost::shared_ptr<IFlowCalculator>& calculator);
 
-    /// Null for an unknown key (plain characters).
+    /// Null for an unknown key (upper and lower case differ).
     boost::shared_ptr<IFlowCalculator> GetCalculator(std::string_view key) const;
 
     /// All calculators in ascending order of key, which is the order of the design work. No nulls.

@@ -13,10 +13,10 @@ namespace OLMGis::Sewage {
 /// One input set of a calculator.
 class CFlowCalculatorParameters {
 public:
-    /// The form that the user edits; null until the calculator made it.
+    /// The form that the user edits; null until the calculator has made it.
     boost::shared_ptr<Topology::CPropertiesEx> m_properties;
 
-    /// The whole set as one text (see CPropertiesEx::Serialize); the empty object without a form.
+    /// All parameters as one text (see CPropertiesEx::Serialize); "{}" without a form.
     std::string Serialize() const { return m_properties ? m_properties->Serialize() : "{}"; }
 };
 

@@ -19,12 +19,12 @@ using Topology::CSection;
 
 namespace {
 
-bool IsSettled(const boost::shared_ptr<CNode>& node) {
+bool HasMainOutletIfNeeded(const boost::shared_ptr<CNode>& node) {
     return !node || !CFlowDirection::NeedsMainOutlet(*node) ||
            node->GetTopology().GetChosenMainOutlet(*node) != nullptr;
 }
 
-/// What decides between outlets. An outlet's own level line at the node is that of its start.
+/// What decides between outlets: the level line of the outlet at its start, then the size of its pipe.
 struct Merit {
     explicit Merit(const CSection& outlet) {
         Data::CDataBox box;
@@ -50,14 +50,14 @@ bool CFlowDirection::NeedsMainOutlet(const CNode& node) {
 }
 
 int CFlowDirection::IsMainFlowSectSet(const CNodeList& nodes) {
-    return std::all_of(nodes.begin(), nodes.end(), IsSettled) ? 1 : 0;
+    return std::all_of(nodes.begin(), nodes.end(), HasMainOutletIfNeeded) ? 1 : 0;
 }
 
 CFlowDirection::CNodeList CFlowDirection::NodesWithoutMainOutlet(const CNodeList& nodes) {
-    CNodeList unsettled;
-    std::copy_if(nodes.begin(), nodes.end(), std::back_inserter(unsettled),
-                 [](const boost::shared_ptr<CNode>& node) { return !IsSettled(node); });
-    return unsettled;
+    CNodeList missing;
+    std::copy_if(nodes.begin(), nodes.end(), std::back_inserter(missing),
+                 [](const boost::shared_ptr<CNode>& node) { return !HasMainOutletIfNeeded(node); });
+    return missing;
 }
 
 boost::shared_ptr<CSection> CFlowDirection::GetMainOutSection(const boost::shared_ptr<CNode>& node) {
@@ -68,8 +68,8 @@ boost::shared_ptr<CSection> CFlowDirection::GetMainOutSection(const boost::share
 int CFlowDirection::ShowDirectionEditor(const CNodeList* nodes) {
     if (nodes == nullptr)
         return 0;
-    const CNodeList unsettled = NodesWithoutMainOutlet(*nodes);
-    return unsettled.empty() ? 1 : DirectionEditor().EditDirections(unsettled);
+    const CNodeList missing = NodesWithoutMainOutlet(*nodes);
+    return missing.empty() ? 1 : DirectionEditor().EditDirections(missing);
 }
 
 boost::shared_ptr<CSection> CFlowDirection::ChooseMainOutlet(const boost::shared_ptr<CNode>& node) {

@@ -45,7 +45,7 @@ int CIDPTurkParams::Load() {
 }
 
 int CIDPTurkParams::setValue(std::string_view text) {
-    // An empty time is no time: splitting would lose it and take the first row for it.
+    // An empty time is an error: splitting would drop it and read the first row as the time.
     const std::string_view trimmed = CUtility::Trim(text);
     std::vector<std::string> parts;
     if (trimmed.starts_with(';') || CUtility::SplitString(trimmed, parts, ';') < 2)

@@ -7,11 +7,11 @@
 
 namespace OLMGis::Sewage {
 
-/// Rain intensity by rows of parameters: each row holds up to a catchment area, and its intensity falls with the time
-/// as A / (t + B)^C.
+/// Rainfall intensity by rows of parameters: each row applies up to a catchment area, and its intensity falls with the
+/// time t as A / (t + B)^C.
 ///
-/// As text: "tc;limit:A:B:C;limit:A:B:C;...": a constant concentration time (min), 0 for none, and rows in order, each
-/// with its highest area (ha), A (l/(s·ha) · min^C), B (min) and C (-).
+/// As text: "tc;limit:A:B:C;limit:A:B:C;...": a constant time of concentration (min), 0 for none, and rows in order,
+/// each with its largest area (ha), A (l/(s·ha) · min^C), B (min) and C (-).
 class CIDPTurkParams {
 public:
     struct CRow {
@@ -21,17 +21,17 @@ public:
         double m_c;
     };
 
-    /// Takes the default rows of the installation. 1 when it has them; else 0, and there is no row.
+    /// Loads the default rows of the installation. 1 when it has them; else 0, and there is no row.
     int Load();
 
-    /// Takes the rows of a text. 1 when it parses; any other text changes nothing and gives 0.
+    /// Loads the rows of a text. 1 when it can be read; any other text changes nothing and gives 0.
     int setValue(std::string_view text);
 
-    /// Intensity (l/(s·ha)) for an area (ha) and a time (min), which gives way to a constant concentration time above
-    /// 0: by the first row whose limit is not below the area, else by the last; 0 without rows.
+    /// Intensity (l/(s·ha)) for an area (ha) and a time of concentration (min); a constant time above 0 replaces the
+    /// time. Uses the first row whose limit is not below the area, else the last; 0 without rows.
     double getIntesity(double area, double time) const;
 
-    /// The row that holds for an area (ha); null without rows.
+    /// The row that applies to an area (ha); null without rows.
     const CRow* FindRow(double area) const;
 
     double GetConstantTime() const { return m_constantTime; } ///< min, 0 for none

@@ -24,32 +24,35 @@ protected:
     ~IUserInteraction() = default;
 };
 
-/// Pairs of label and value of a preview, in order; a separator has a row of equal signs and an empty value.
+/// Lines of a preview in order, as label and value; a separator has a row of equal signs and an empty value.
 using CReport = std::vector<std::pair<std::string, std::string>>;
 
 using CSectionList = std::vector<boost::shared_ptr<Topology::CSection>>;
 
-/// Derives one group of design flows for a list of sections and stores them as attributes of those sections.
-/// Calculators know nothing of each other: they hand values on only through the attributes.
+/// Calculates one group of design flows for a list of sections and stores them as attributes of those sections.
+/// Calculators do not know each other: they pass values on only through the attributes.
+///
+/// The order of the operations is fixed: modules that are built apart rely on it. A further question to a calculator is
+/// an interface of its own (see IDensityUser).
 class IFlowCalculator {
 public:
     virtual ~IFlowCalculator() = default;
 
-    /// Makes a new parameter set with its form, keeps it in place of the former one and returns it. Never null.
+    /// Makes a new parameter set with its form, keeps it in place of the previous one and returns it. Never null.
     virtual boost::shared_ptr<CFlowCalculatorParameters> CreateParameters() = 0;
 
-    /// Told after the user changed one property of a form.
+    /// Called after the user has changed one property of a form.
     virtual void OnPropertiesUpdated(Topology::CPropertyEx* /*property*/, CFlowCalculatorParameters* /*parameters*/) {}
 
     /// The calculation.
-    /// sections: may hold nulls where the calculator says so; never changed.   params: null answers 0, nothing written.
-    /// write: 0 asks for a run without results, which only calculators with a preview honour.
+    /// sections: may contain nulls where the calculator permits it; never changed.   params: null gives 0, nothing
+    /// written.   write: 0 asks for a run without results, which only calculators with a preview observe.
     /// report: receives the preview, may be null.   interaction: may be null where no editor is needed.
-    /// The result tells whether something was stored, differs from calculator to calculator, and never says why not.
+    /// Result: non-zero when something was stored, in a way that each calculator documents; it gives no reason.
     virtual int Calculate(const CSectionList& sections, CFlowCalculatorParameters* params, int write, CReport* report,
                           IUserInteraction* interaction) = 0;
 
-    /// Lets the user edit the parameters, by default through the host's form editor; 1 when they were confirmed.
+    /// Lets the user edit the parameters, by default in the host's form editor; 1 when the user confirmed them.
     virtual int InputParameters(const CSectionList& sections, CFlowCalculatorParameters* params, int mode,
                                 CReport* report);
 
@@ -70,11 +73,11 @@ public:
     /// The key under which Calculate stores the serialised parameters on each section.
     virtual std::string GetParametersDataId() = 0;
 
-    /// Begins with a sequence number: ascending keys are the order of the design work.
+    /// Begins with a sequence number: ascending keys are the order in which a design is calculated.
     const std::string& GetKey() const { return m_key; }
 
-    /// The values that the calculator shows as its results, in order; narrower than what some of them write. No nulls
-    /// where the installation's definitions are complete.
+    /// The values that the calculator shows as its results, in order; some calculators store more. No nulls when the
+    /// installation's definitions are complete.
     const std::vector<const Data::CDataDefinition*>& GetOutputDefinitions() const { return m_outputDefinitions; }
     const std::vector<std::pair<const Data::CDataDefinition*, int>>& GetOutputDefinitionsWithKind() const {
         return m_outputDefinitionsWithKind;

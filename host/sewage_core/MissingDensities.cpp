@@ -13,12 +13,17 @@ namespace OLMGis::Sewage {
 using Topology::CCatchment;
 using Topology::CTopologyStorage;
 
+namespace {
+
+constexpr int DensitiesMissing = 70071;
+
+} // namespace
+
 std::optional<std::string> WarnOfMissingDensities(const CTopologyStorage& topology) {
     constexpr std::size_t mostNamed = 10;
-    const auto* const configuration = Data::CDataConfiguration::Instance();
-    const auto* const kinds = configuration->GetDataDefinitionByID("kinds");
-    const auto* const area = configuration->GetDataDefinitionByID("area");
-    const auto* const density = configuration->GetDataDefinitionByID("density");
+    const auto* const kinds = Data::FindDefinition("kinds");
+    const auto* const area = Data::FindDefinition("area");
+    const auto* const density = Data::FindDefinition("density");
     Data::CDataBox box;
     const auto read = [&](const Data::CDataDefinition* key, const CCatchment& catchment) {
         return Data::CDataRW::Read(key, &catchment, box, 0, nullptr) != 0;
@@ -40,7 +45,7 @@ std::optional<std::string> WarnOfMissingDensities(const CTopologyStorage& topolo
         return std::nullopt;
     if (count > mostNamed)
         names += ", ...";
-    return Utility::CUtility::Format(Utility::CModuleConfiguration::Instance()->GetMsg(70071), count, names);
+    return Utility::CUtility::Format(Utility::Msg(DensitiesMissing), count, names);
 }
 
 } // namespace OLMGis::Sewage

@@ -9,9 +9,9 @@
 
 namespace OLMGis::Sewage {
 
-/// A sentence that names the sections (the first ten, and how many there are) with a household catchment that has an
-/// area above 0 and no density: calculations by density take nonsense for it. Nothing when there is none. For imports,
-/// overviews and the log before a run that uses densities. Linear.
+/// A warning that names the sections (the first ten, and how many there are) with a household catchment that has an
+/// area above 0 and no population density: calculations that use densities give meaningless flows there. Empty when
+/// there is none. For imports, overviews and the log before a run that uses densities. Linear.
 std::optional<std::string> WarnOfMissingDensities(const Topology::CTopologyStorage& topology);
 
 } // namespace OLMGis::Sewage

@@ -2,28 +2,22 @@
 // Copyright (C) the Drenova authors
 #include "host/sewage_core/SectionHydraulics.h"
 
+#include "host/formulas/Units.h"
 #include "host/gis_core/DataRW.h"
 #include "host/network_core/PipeManager.h"
 
 #include <optional>
-#include <string_view>
 
 namespace OLMGis::Sewage {
 
 using Data::CDataBox;
 using Data::CDataDefinition;
 using Data::CDataRW;
+using Data::FindDefinition;
 using Topology::CPipeManager;
 using Topology::CSection;
 
 namespace {
-
-constexpr double Thousandths = 1000.0;
-constexpr double MillimetresPerMetre = 1000.0;
-
-const CDataDefinition* Find(std::string_view key) {
-    return Data::CDataConfiguration::Instance()->GetDataDefinitionByID(key);
-}
 
 std::optional<double> Read(const CDataDefinition* definition, const boost::shared_ptr<CSection>& section) {
     CDataBox box;
@@ -35,9 +29,10 @@ std::optional<double> Read(const CDataDefinition* definition, const boost::share
 } // namespace
 
 CSectionHydraulicsReader::CSectionHydraulicsReader(double viscosity)
-    : m_total(Find("FLOW_TOTAL")), m_rain(Find("FLOW_RAIN_IDF")), m_slope(Find("SECTION_SLOPE")),
-      m_roughness(Find("PIPE_ROUGHNESS")), m_filling(Find("HYD_FILLING")), m_velocity(Find("HYD_VELOCITY")),
-      m_capacity(Find("HYD_CAPACITY")) {
+    : m_total(FindDefinition("FLOW_TOTAL")), m_rain(FindDefinition("FLOW_RAIN_IDF")),
+      m_slope(FindDefinition("SECTION_SLOPE")), m_roughness(FindDefinition("PIPE_ROUGHNESS")),
+      m_filling(FindDefinition("HYD_FILLING")), m_velocity(FindDefinition("HYD_VELOCITY")),
+      m_capacity(FindDefinition("HYD_CAPACITY")) {
     m_hydraulics.SetDViskozitet(viscosity);
 }
 
@@ -66,9 +61,9 @@ CSectionHydraulics CSectionHydraulicsReader::Calculate(const boost::shared_ptr<C
     }
     figures.m_gap = enmHydraulicsGap::None;
     figures.m_slope = *slope;
-    m_hydraulics.SetDPad(figures.m_slope / Thousandths);
+    m_hydraulics.SetDPad(figures.m_slope / Formulas::PerMille);
     m_hydraulics.SetDProtok(figures.m_flow);
-    m_hydraulics.SetDHrapavost(figures.m_roughness / MillimetresPerMetre);
+    m_hydraulics.SetDHrapavost(figures.m_roughness / Formulas::MillimetresPerMetre);
     m_hydraulics.SetPipe(figures.m_pipe.get());
     m_hydraulics.CalculateFillingHeight();
     m_hydraulics.CalculateVelocityForPartiallyFilled();

@@ -10,43 +10,43 @@
 
 namespace OLMGis::Sewage {
 
-/// What a section lacks for its hydraulics, the first of these that is missing.
+/// The first value in this order that a section lacks for its hydraulics.
 enum class enmHydraulicsGap {
     None,
     Flow,        ///< neither of the flows is stored
     Pipe,        ///< no pipe reference
-    UnknownPipe, ///< a reference that the catalogue does not know
+    UnknownPipe, ///< a pipe reference that is not in the catalogue
     Slope,       ///< SECTION_SLOPE is null
 };
 
 /// Uniform flow in the pipe of one section.
 struct CSectionHydraulics {
     enmHydraulicsGap m_gap = enmHydraulicsGap::Flow;
-    const Data::CDataDefinition* m_flowKey = nullptr; ///< where the flow was read; null without one
+    const Data::CDataDefinition* m_flowKey = nullptr; ///< attribute of the flow; null without one
     boost::shared_ptr<Topology::CCatalogItem> m_pipe; ///< null without one
     double m_flow = 0.0;                              ///< m³/s
     double m_slope = 0.0;                             ///< 1/1000
     double m_roughness = 0.0;                         ///< mm
     double m_filling = 0.0;                           ///< %, see CSewageHydraulics::GetDPostotakIspunjnosti
     double m_velocity = 0.0;                          ///< m/s
-    double m_capacity = 0.0;                          ///< full-bore Q, m³/s
+    double m_capacity = 0.0;                          ///< full-pipe capacity, m³/s
     double m_depth = 0.0;                             ///< m
     bool m_isOverfull = false;
 };
 
-/// The hydraulics of sections as they were designed: the flow is FLOW_TOTAL, without it FLOW_RAIN_IDF, which is the
-/// design flow of a network whose totals nobody asked for; the slope is SECTION_SLOPE; the roughness is PIPE_ROUGHNESS,
-/// without it that of the pipe.
+/// The hydraulics of sections as designed: the flow is FLOW_TOTAL, without it FLOW_RAIN_IDF, the design flow of a
+/// storm-water network without calculated totals; the slope is SECTION_SLOPE; the roughness is PIPE_ROUGHNESS, without
+/// it that of the pipe.
 class CSectionHydraulicsReader {
 public:
     /// Viscosity in m²/s.
     explicit CSectionHydraulicsReader(double viscosity);
 
-    /// Figures of a section; those behind a gap are 0. Null has no flow.
+    /// Figures of a section; those that need the missing value are 0. Null has no flow.
     CSectionHydraulics Calculate(const boost::shared_ptr<Topology::CSection>& section);
 
-    /// Stores filling, velocity and capacity as HYD_FILLING, HYD_VELOCITY and HYD_CAPACITY, or makes null what an
-    /// earlier calculation left on a section that now has a gap. Non-zero when numbers were stored.
+    /// Stores filling, velocity and capacity as HYD_FILLING, HYD_VELOCITY and HYD_CAPACITY. On a section that lacks a
+    /// value it sets results of an earlier calculation to null. Non-zero when numbers were stored.
     int Store(const boost::shared_ptr<Topology::CSection>& section, const CSectionHydraulics& figures) const;
 
 private:

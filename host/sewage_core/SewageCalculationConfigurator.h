@@ -4,11 +4,11 @@
 
 namespace OLMGis::Sewage {
 
-/// What the settings of the active project say about sewage calculations.
+/// Settings of the active project for sewage calculations.
 class CSewageCalculationConfigurator {
 public:
-    /// Whether the Turkish extension is in force: 1 when the project's setting "turkish" reads as a whole number other
-    /// than 0, else 0. Asked anew each time.
+    /// Whether the Turkish extension is in force: 1 when the project's setting "turkish" is a whole number other than
+    /// 0, else 0. Reads the setting at each call.
     static int IsTurkishExtensionAllowed();
 };
 

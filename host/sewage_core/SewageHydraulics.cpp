@@ -2,18 +2,18 @@
 // Copyright (C) the Drenova authors
 #include "host/sewage_core/SewageHydraulics.h"
 
+#include "host/formulas/Units.h"
 #include "host/network_core/PipeManager.h"
 
 namespace OLMGis::Sewage {
 
 using Formulas::CSectionShape;
 using Formulas::enmSectionShape;
+using Formulas::MillimetresPerMetre;
 using Topology::CPipeData;
 using Topology::enmPipeShape;
 
 namespace {
-
-constexpr double MillimetresPerMetre = 1000.0;
 
 enmSectionShape KindOf(enmPipeShape shape) {
     switch (shape) {
@@ -29,8 +29,8 @@ enmSectionShape KindOf(enmPipeShape shape) {
     return enmSectionShape::None;
 }
 
-/// Into a shape that was there before, whose levels keep their place in memory.
-void TakeShape(CSectionShape& shape, const CPipeData* pipe) {
+/// Copies the inside of a pipe into a shape; reuses the memory of its levels. A null pipe gives None.
+void CopyShape(CSectionShape& shape, const CPipeData* pipe) {
     shape.m_levels.clear();
     if (pipe == nullptr) {
         shape.m_kind = enmSectionShape::None;
@@ -51,7 +51,7 @@ void CSewageHydraulics::SetStrPipeGuid(std::string_view guid) {
 }
 
 void CSewageHydraulics::SetPipe(const Topology::CCatalogItem* pipe) {
-    TakeShape(m_shape, pipe == nullptr ? nullptr : pipe->GetPipeData());
+    CopyShape(m_shape, pipe == nullptr ? nullptr : pipe->GetPipeData());
 }
 
 void CSewageHydraulics::CalculateMinimumDiameterMinHidRad() {
@@ -69,14 +69,6 @@ void CSewageHydraulics::CalculateVelocityForPartiallyFilled() {
 
 void CSewageHydraulics::CalculateHydraulicsValues() {
     m_values = m_filling;
-    const double fullArea = Formulas::FullShape(m_shape).m_area;
-    m_fullVelocity = fullArea > 0.0 ? m_filling.m_fullFlow / fullArea : 0.0;
-}
-
-CSectionShape ShapeOfPipe(const CPipeData* pipe) {
-    CSectionShape shape;
-    TakeShape(shape, pipe);
-    return shape;
 }
 
 } // namespace OLMGis::Sewage

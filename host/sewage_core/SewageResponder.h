@@ -6,8 +6,8 @@
 
 namespace OLMGis::Sewage {
 
-/// Keeps what sewage knows in step with changes of the network: when a section goes, a node that names it as its main
-/// outlet forgets it.
+/// Keeps main outlets consistent with the network: when a section is deleted, the node that names it as its main outlet
+/// loses that attribute.
 class CSewageResponder final : public Notification::IEventResponder {
 public:
     void OnEvent(const Notification::CEvent& event) override;

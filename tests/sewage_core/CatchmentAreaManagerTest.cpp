@@ -29,7 +29,7 @@ TEST(CatchmentAreaManager, FiguresByKindAndAbsence) {
         double household, industrial, corrected, density;
     } rows[] = {
         {"AB", 8.0, Kept, 1.5, (2.0 * 100.0 + 6.0 * 20.0) / 8.0},
-        {"BC", 1.5, 1.5, 1.5 * 0.8 + 1.0, 40.0}, // without a coefficient the whole area runs off
+        {"BC", 1.5, 1.5, 1.5 * 0.8 + 1.0, 40.0}, // without a coefficient the whole area counts
         {"CD", 5.0, Kept, Kept, None},
         {"DE", 0.0, Kept, Kept, None},
         {"EF", Kept, Kept, Kept, None},

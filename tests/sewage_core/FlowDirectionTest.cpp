@@ -15,7 +15,7 @@ using Sewage::CFlowDirection;
 
 namespace {
 
-/// Catalogue GUID of a new pipe of these inside measures (mm).
+/// Catalogue GUID of a new pipe of these inside dimensions (mm).
 std::string AddPipe(double width, double height) {
     auto& catalog = *Topology::CCatalogManager::Instance()->GetCatalog(Topology::CCatalogManager::PipeCatalog, 1);
     const auto group =
@@ -38,7 +38,7 @@ TEST(FlowDirection, OnlyBifurcationsBelowASectionNeedAMainOutlet) {
     const std::vector<boost::shared_ptr<Topology::CNode>> nodes{net.Node('A'), net.Node('B'), nullptr, net.Node('T')};
     EXPECT_EQ(CFlowDirection::IsMainFlowSectSet({}), 1);
     EXPECT_EQ(CFlowDirection::IsMainFlowSectSet(nodes), 0);
-    EXPECT_EQ(CFlowDirection::GetMainOutSection(net.Node('A')), net.Section("AB")) << "the only way out";
+    EXPECT_EQ(CFlowDirection::GetMainOutSection(net.Node('A')), net.Section("AB")) << "the only section that leaves";
     EXPECT_EQ(CFlowDirection::GetMainOutSection(net.Node('B')), nullptr);
     EXPECT_EQ(CFlowDirection::GetMainOutSection(nullptr), nullptr);
 
@@ -49,7 +49,7 @@ TEST(FlowDirection, OnlyBifurcationsBelowASectionNeedAMainOutlet) {
     EXPECT_EQ(CFlowDirection::IsMainFlowSectSet(nodes), 0) << "TD does not leave B";
 }
 
-TEST(FlowDirection, ANodeForgetsAMainOutletThatIsTakenOut) {
+TEST(FlowDirection, ANodeLosesAMainOutletThatIsDeleted) {
     CTestProject project;
     const CTextNetwork net("A-B-C  B-D");
     Notification::CNotificationFramework::Instance()->RegisterEventResponder(new Sewage::CSewageResponder());
@@ -95,16 +95,16 @@ TEST(FlowDirection, TheAutomaticChoiceTakesTheLowestThenTheLargestThenTheFirst) 
                 net.Set(names[i], "LEVEL_LINE_0", row.outlets[i].level);
             if (row.outlets[i].width != Unknown)
                 net.Set(names[i], "PIPE_REF", AddPipe(row.outlets[i].width, row.outlets[i].height));
-            net.Set(names[i], "LEVEL_LINE_1", -5.0 * static_cast<double>(i)); // the far end has no say
+            net.Set(names[i], "LEVEL_LINE_1", -5.0 * static_cast<double>(i)); // the far end does not count
         }
         EXPECT_EQ(CFlowDirection::SettleAutomatically({net.Node('A'), net.Node('B'), nullptr}), 1);
         EXPECT_EQ(CFlowDirection::GetMainOutSection(net.Node('B')), net.Section(row.expected));
-        EXPECT_EQ(CFlowDirection::SettleAutomatically({net.Node('B')}), 0) << "it is settled now";
+        EXPECT_EQ(CFlowDirection::SettleAutomatically({net.Node('B')}), 0) << "it is chosen now";
         EXPECT_EQ(CFlowDirection::ChooseMainOutlet(net.Node('C')), nullptr) << "an outfall";
     }
 }
 
-TEST(FlowDirection, OnlyAnOutletOfTheNodeCanBeSettled) {
+TEST(FlowDirection, OnlyASectionThatLeavesTheNodeCanBeItsMainOutlet) {
     CTestProject project;
     const CTextNetwork net("A-B-C  B-D");
     EXPECT_EQ(CFlowDirection::Settle(net.Node('B'), net.Section("AB")), 0);
@@ -115,11 +115,11 @@ TEST(FlowDirection, OnlyAnOutletOfTheNodeCanBeSettled) {
     EXPECT_TRUE(CFlowDirection::NodesWithoutMainOutlet({net.Node('B')}).empty());
     const auto removed = net.Section("BD");
     net.Topology().RemoveSection(*removed);
-    EXPECT_EQ(CFlowDirection::Settle(net.Node('B'), removed), 0) << "it was taken out of the network";
-    EXPECT_EQ(CFlowDirection::GetMainOutSection(net.Node('B')), net.Section("BC")) << "one way out is left";
+    EXPECT_EQ(CFlowDirection::Settle(net.Node('B'), removed), 0) << "it was deleted";
+    EXPECT_EQ(CFlowDirection::GetMainOutSection(net.Node('B')), net.Section("BC")) << "one section is left";
 }
 
-TEST(FlowDirection, TheEditorIsAskedOnlyAboutWhatIsUnsettled) {
+TEST(FlowDirection, TheEditorIsAskedOnlyAboutMissingMainOutlets) {
     struct CEditor final : Sewage::IDirectionEditor {
         int EditDirections(const std::vector<boost::shared_ptr<Topology::CNode>>& nodes) override {
             m_asked += NamesOf(nodes) + ";";
@@ -131,7 +131,7 @@ TEST(FlowDirection, TheEditorIsAskedOnlyAboutWhatIsUnsettled) {
     CTestProject project;
     const CTextNetwork net("A-B-C-D  B-E  C-F");
     const CFlowDirection::CNodeList nodes{net.Node('C'), net.Node('B'), net.Node('A')};
-    EXPECT_EQ(CFlowDirection::ShowDirectionEditor(&nodes), 0) << "without an editor nothing gets settled";
+    EXPECT_EQ(CFlowDirection::ShowDirectionEditor(&nodes), 0) << "without an editor nothing is chosen";
     CEditor editor;
     const Sewage::CDirectionEditorScope scope(editor);
     EXPECT_EQ(CFlowDirection::ShowDirectionEditor(&nodes), 1);
@@ -139,7 +139,7 @@ TEST(FlowDirection, TheEditorIsAskedOnlyAboutWhatIsUnsettled) {
     editor.m_answer = 0;
     EXPECT_EQ(CFlowDirection::ShowDirectionEditor(&nodes), 0);
     CFlowDirection::Settle(net.Node('B'), net.Section("BC"));
-    EXPECT_EQ(CFlowDirection::ShowDirectionEditor(&nodes), 1) << "nothing is left to settle";
+    EXPECT_EQ(CFlowDirection::ShowDirectionEditor(&nodes), 1) << "nothing is missing";
     EXPECT_EQ(CFlowDirection::ShowDirectionEditor(nullptr), 0);
     EXPECT_EQ(editor.m_asked, "C B;B;");
 }

@@ -10,7 +10,7 @@
 
 using OLMGis::Sewage::CIDPTurkParams;
 
-TEST(IDPTurkParams, TextsParseWholeOrNotAtAll) {
+TEST(IDPTurkParams, ATextIsReadInFullOrNotAtAll) {
     const CTestProject project;
     CIDPTurkParams defaults;
     ASSERT_EQ(defaults.Load(), 1);
@@ -45,7 +45,7 @@ TEST(IDPTurkParams, TheRowFollowsFromTheArea) {
     ASSERT_EQ(params.setValue("0;10:1000:5:1;20:900:0:0.5"), 1);
     EXPECT_DOUBLE_EQ(params.getIntesity(10, 5), 100.0);
     EXPECT_DOUBLE_EQ(params.getIntesity(10.001, 9), 300.0);
-    EXPECT_DOUBLE_EQ(params.getIntesity(1e9, 9), 300.0) << "the last row holds for all that is larger";
+    EXPECT_DOUBLE_EQ(params.getIntesity(1e9, 9), 300.0) << "the last row applies to all larger areas";
     ASSERT_EQ(params.setValue("20;10:1000:5:1"), 1);
     EXPECT_DOUBLE_EQ(params.getIntesity(1, 5), 40.0) << "the constant time";
 }
