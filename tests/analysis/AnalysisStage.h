@@ -17,9 +17,9 @@
 #include <utility>
 #include <vector>
 
-/// A network drawn as text in a project of its own, and the checks that go over it.
+/// A network drawn as text in a project of its own, for checks to run on.
 struct CAnalysisStage {
-    using CWords = std::vector<std::pair<std::string, std::string>>;
+    using CValues = std::vector<std::pair<std::string, std::string>>;
     using CForm = boost::shared_ptr<OLMGis::Topology::CPropertiesEx>;
 
     CTestProject project;
@@ -59,10 +59,10 @@ struct CAnalysisStage {
         return guid;
     }
 
-    /// Runs an item with words typed into its form: the new findings as "name: text".
-    std::vector<std::string> Run(OLMGis::Topology::IFunctionalAnalysisItem&& item, const CWords& words = {}) {
+    /// Runs a check with values entered in its form: the new findings as "name: text".
+    std::vector<std::string> Run(OLMGis::Topology::IFunctionalAnalysisItem&& item, const CValues& values = {}) {
         const CForm form = item.CreateProperties();
-        for (const auto& [tag, text] : words)
+        for (const auto& [tag, text] : values)
             EXPECT_TRUE(OLMGis::Topology::SetPropertyText(*form->GetPropertyExByTag(tag), text)) << tag;
         return RunWith(item, form);
     }
@@ -82,7 +82,7 @@ struct CAnalysisStage {
         if (const auto section = net.Topology().GetSectionByGuid(guid))
             return std::string(section->GetName());
         const auto node = net.Topology().GetNodeByGuid(guid);
-        return node ? std::string(node->GetName()) : "nobody";
+        return node ? std::string(node->GetName()) : "unknown";
     }
 
 private:
@@ -95,7 +95,7 @@ private:
     }
 };
 
-/// A finding as the stage tells it; value is what stands in the brackets, empty for none.
+/// A finding in the form of CAnalysisStage::Run; value is the text in brackets, empty for none.
 inline std::string Finding(const std::string& name, int message, const std::string& value = {}) {
     return name + ": " + Msg(message) + (value.empty() ? "" : " (" + value + ")");
 }

@@ -6,12 +6,12 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Terrain at 100 m at both ends, so that the depth there is 100 less the level.
-TEST(DepthCheck, TheFirstSampleOutOfTheBandCountsAndLimitsAreStrict) {
+/// Terrain at 100 m at both ends, so that the depth there is 100 minus the level.
+TEST(DepthCheck, TheFirstSampleOutsideTheLimitsCountsAndALimitItselfIsAccepted) {
     const struct {
         double start;
         double end;
-        CAnalysisStage::CWords words;
+        CAnalysisStage::CValues values;
         int message;
         const char* shown;
     } cases[] = {
@@ -30,7 +30,7 @@ TEST(DepthCheck, TheFirstSampleOutOfTheBandCountsAndLimitsAreStrict) {
         stage.SetNode('A', "TERRAIN_1", 100.0);
         stage.SetNode('B', "TERRAIN_1", 100.0);
         stage.SetLevels("AB", c.start, c.end);
-        EXPECT_EQ(stage.Run(CFAI_MinimalPipeDepth(), c.words), FindingOrNone("AB", c.message, c.shown));
+        EXPECT_EQ(stage.Run(CFAI_MinimalPipeDepth(), c.values), FindingOrNone("AB", c.message, c.shown));
     }
 }
 
@@ -42,14 +42,14 @@ TEST(DepthCheck, WithoutAFormOrItsLimitsTheGreatestDepthIsThreeMetres) {
     }
     stage.SetLevels("AB", 96.8, 96.8);
     CFAI_MinimalPipeDepth item;
-    EXPECT_THAT(stage.RunWith(item, item.CreateProperties()), IsEmpty()) << "3.2 m, 3.5 in a fresh form";
+    EXPECT_THAT(stage.RunWith(item, item.CreateProperties()), IsEmpty()) << "3.2 m; the limit of a new form is 3.5";
     EXPECT_THAT(stage.RunWith(item, nullptr), ElementsAre(Finding("AB", 10358, "3.20")));
     EXPECT_THAT(stage.RunWith(item, boost::make_shared<OLMGis::Topology::CPropertiesEx>()),
                 ElementsAre(Finding("AB", 10358, "3.20")));
     EXPECT_THAT(stage.Run(CFAI_MinimalPipeDepth(), {{"TERRAIN", "7"}}), ElementsAre(Finding("AB", 10357, "0.70")));
 }
 
-TEST(DepthCheck, SectionsWithoutTerrainOrLevelsArePassedOver) {
+TEST(DepthCheck, SectionsWithoutTerrainOrLevelsAreSkipped) {
     CAnalysisStage stage("A---B---C---D");
     for (const char node : {'A', 'B', 'D'})
         stage.SetNode(node, "TERRAIN_1", 100.0);

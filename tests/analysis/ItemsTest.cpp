@@ -92,7 +92,7 @@ TEST(AnalysisItems, Identity) {
     }
 }
 
-TEST(AnalysisItems, FormsAreMadeAnewAtEachCall) {
+TEST(AnalysisItems, EachCallMakesANewForm) {
     const CTestProject project;
     for (const CItemRow& row : ItemTable()) {
         SCOPED_TRACE(row.m_key);

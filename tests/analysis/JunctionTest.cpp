@@ -9,8 +9,8 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(CascadeCheck, AStepUpOfMoreThanHalfAMetreOffends) {
-    // Levels that are exact in binary: a step of 0.5 is one of 0.5.
+TEST(CascadeCheck, AStepUpOfMoreThanHalfAMetreIsAFinding) {
+    // Levels that are exact in binary, so that a step of 0.5 is exactly 0.5.
     const std::pair<double, const char*> nextLevels[] = {
         {90.0, ""}, {100.0, ""}, {100.5, ""}, {100.515625, "-0.52"}, {101.0, "-1.00"}, {200.0, "-100.00"}};
     for (const auto& [level, shown] : nextLevels) {
@@ -21,7 +21,7 @@ TEST(CascadeCheck, AStepUpOfMoreThanHalfAMetreOffends) {
     }
 }
 
-TEST(CascadeCheck, EachSectionThatLeadsOnIsHeldAgainstTheUpperOne) {
+TEST(CascadeCheck, EachSectionThatLeadsOnIsComparedWithTheUpperOne) {
     CAnalysisStage stage("A---B---C\nB---D\nB---E\nF---B");
     stage.net.Set("AB", "LEVEL_LINE_1", 50.0);
     stage.net.Set("BC", "LEVEL_LINE_0", 51.0);
@@ -32,15 +32,15 @@ TEST(CascadeCheck, EachSectionThatLeadsOnIsHeldAgainstTheUpperOne) {
     stage.SetNode('B', "MAIN_SECT_OUT", stage.net.Section("BE")->GetGuid());
     EXPECT_THAT(stage.Run(CFAI_NegativeCascade()),
                 ElementsAre(Finding("AB", 3239, "-2.00"), Finding("AB", 3239, "-1.00")))
-        << "the main outlet goes first";
+        << "the main outlet comes first";
 }
 
-TEST(OutletCheck, OneFindingASectionHoweverManyLeadOn) {
+TEST(OutletCheck, OneFindingPerSectionHoweverManyLeadOn) {
     CAnalysisStage stage("A---B---C---D---E\nC---F\nD---G\nD---H");
     EXPECT_THAT(stage.Run(CFAI_MultipleOutletSections()), ElementsAre(Finding("BC", 3237), Finding("CD", 3237)));
 }
 
-TEST(DiameterCheck, AnySmallerPipeOffendsAndSectionsWithoutAreSkipped) {
+TEST(DiameterCheck, AnySmallerPipeIsAFindingAndSectionsWithoutAPipeAreSkipped) {
     CAnalysisStage stage("A---B---C---D---E---F---G\nB---H\nB---I");
     stage.Lay("AB", 300.0);
     stage.Lay("BC", 299.999);

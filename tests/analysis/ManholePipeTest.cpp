@@ -8,8 +8,8 @@ using testing::IsEmpty;
 
 namespace {
 
-/// Manholes of 1 m inner diameter and H2 of 0.5 m where asked for; pipes of 300 mm and a wall of 50 mm at the invert on
-/// every section, whose top lies 0.35 m over the level line.
+/// Manholes of 1 m inner diameter and H2 of 0.5 m at the named nodes; on every section a pipe of 300 mm with a wall of
+/// 50 mm and the level line at the invert, so that its top is 0.35 m above the level line.
 struct CManholeStage : CAnalysisStage {
     explicit CManholeStage(std::string_view drawing, std::string_view manholes) : CAnalysisStage(drawing) {
         const std::string manhole = AddManhole({1.0, 0.25, 0.5, 2.0});
@@ -29,7 +29,7 @@ struct CManholeStage : CAnalysisStage {
 
 } // namespace
 
-TEST(ManholePipeCheck, APipeThatIsTooWideNamesItsNodeOnce) {
+TEST(ManholePipeCheck, APipeThatIsTooWideGivesOneFindingAtItsNode) {
     CManholeStage stage("A---B---C\nB---D\nE---B\nF---G", "BF");
     stage.net.Set("FG", "PIPE_REF", CAnalysisStage::AddPipe(900.0, 50.0));
     stage.SetLevels("FG", 8.0, 8.0);
@@ -42,8 +42,8 @@ TEST(ManholePipeCheck, APipeThatIsTooWideNamesItsNodeOnce) {
         << "the pipe that fits is still tested for its height";
 }
 
-/// The limit at a node is terrain 10.0 less H2 0.5 = 9.5; the top is the level plus what position and pipe add.
-TEST(ManholePipeCheck, ThePipesTopMayReachTheLimitButNotBeyond) {
+/// The limit at a node is terrain 10.0 minus H2 0.5 = 9.5; the top is the level plus the height of the pipe above it.
+TEST(ManholePipeCheck, ThePipesTopMayReachTheLimitButNotExceedIt) {
     const struct {
         const char* name;
         double level;
@@ -64,7 +64,7 @@ TEST(ManholePipeCheck, ThePipesTopMayReachTheLimitButNotBeyond) {
     }
 }
 
-TEST(ManholePipeCheck, ASectionIsNamedOnceAndEachEndFindsItsOwnFault) {
+TEST(ManholePipeCheck, ASectionGivesOneFindingAndEachEndIsChecked) {
     CManholeStage stage("A---B", "AB");
     stage.SetLevels("AB", 9.9, 9.9);
     EXPECT_THAT(stage.Run(CFAI_ManholePipe()), ElementsAre(Finding("AB", 11010)));
@@ -79,16 +79,17 @@ TEST(ManholePipeCheck, TheTerrainOfTheManholeDecidesAndWithoutItLevelZero) {
     stage.SetNode('B', "MANHOLE_RT", 3);
     EXPECT_THAT(stage.Run(CFAI_ManholePipe()), ElementsAre(Finding("AB", 11010)));
     stage.SetNode('B', "MANHOLE_RT", 4);
-    EXPECT_THAT(stage.Run(CFAI_ManholePipe()), ElementsAre(Finding("AB", 11010))) << "no height: held against 0.0";
+    EXPECT_THAT(stage.Run(CFAI_ManholePipe()), ElementsAre(Finding("AB", 11010))) << "no height: compared with 0.0";
     stage.net.Set("AB", "LEVEL_LINE_1", -0.35);
     EXPECT_THAT(stage.Run(CFAI_ManholePipe()), IsEmpty()) << "a top at 0.0 or below";
     stage.net.Set("AB", "LEVEL_LINE_1", 9.0);
     stage.SetNode('B', "MANHOLE_RT", 1);
     stage.SetNode('B', "MANHOLE_H2", 0.7);
-    EXPECT_THAT(stage.Run(CFAI_ManholePipe()), ElementsAre(Finding("AB", 11010))) << "H2 of the node goes first";
+    EXPECT_THAT(stage.Run(CFAI_ManholePipe()), ElementsAre(Finding("AB", 11010)))
+        << "H2 of the node replaces that of the catalogue";
 }
 
-TEST(ManholePipeCheck, WhatCannotBeReadIsPassedOver) {
+TEST(ManholePipeCheck, WhatCannotBeReadIsSkipped) {
     CManholeStage stage("A---B---C---D\nC---E\nC---F", "C");
     stage.SetNode('A', "MANHOLE_ID", "in no catalogue");
     for (const auto& section : stage.net.Sections())

@@ -77,7 +77,7 @@ TEST(PlantedFaults, EachIsFoundInTheOrderOfRegistration) {
                             "0005_MANHOLE_PIPE CD 7.600 7.500 m", "0005_MANHOLE_PIPE DE 8.250 7.500 m"));
 }
 
-TEST(PlantedFaults, ASoundNetworkHasTheForkAlone) {
+TEST(PlantedFaults, ANetworkWithoutFaultsGivesOnlyTheFork) {
     const CSoundNetwork stage;
     EXPECT_THAT(RunAll(), ElementsAre("0005_MULTI_OUTLET_SECT BC 2.000 1.000 "));
     stage.Lay("CD", 1001.0);

@@ -8,10 +8,10 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// Message 0: no finding.
-TEST(SlopeChecks, NegativeFirstThenTheLimitsWhichAreStrict) {
+TEST(SlopeChecks, NegativeFirstThenTheLimitsWhichAreThemselvesAccepted) {
     const struct {
         double slope;
-        CAnalysisStage::CWords words;
+        CAnalysisStage::CValues values;
         int message;
         const char* shown;
     } cases[] = {
@@ -29,14 +29,14 @@ TEST(SlopeChecks, NegativeFirstThenTheLimitsWhichAreStrict) {
         SCOPED_TRACE(c.slope);
         CAnalysisStage stage("A---B");
         stage.net.Set("AB", "SECTION_SLOPE", c.slope);
-        EXPECT_THAT(stage.Run(CFAI_NegativeSlopeCalc(), c.words), IsEmpty()) << "it reads the other attribute";
+        EXPECT_THAT(stage.Run(CFAI_NegativeSlopeCalc(), c.values), IsEmpty()) << "it reads the other attribute";
         stage.net.Set("AB", "SECTION_SLOPE", {});
         stage.net.Set("AB", "SECTION_SLOPE_CAL", c.slope);
-        EXPECT_THAT(stage.Run(CFAI_NegativeSlope(), c.words), IsEmpty()) << "it reads the other attribute";
+        EXPECT_THAT(stage.Run(CFAI_NegativeSlope(), c.values), IsEmpty()) << "it reads the other attribute";
         stage.net.Set("AB", "SECTION_SLOPE", c.slope);
         const auto expected = FindingOrNone("AB", c.message, c.shown);
-        EXPECT_EQ(stage.Run(CFAI_NegativeSlope(), c.words), expected);
-        EXPECT_EQ(stage.Run(CFAI_NegativeSlopeCalc(), c.words), expected);
+        EXPECT_EQ(stage.Run(CFAI_NegativeSlope(), c.values), expected);
+        EXPECT_EQ(stage.Run(CFAI_NegativeSlopeCalc(), c.values), expected);
     }
 }
 

@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "host/formulas/SectionGeometry.h"
 
+#include "host/formulas/Filling.h"
 #include "tests/support/ReferenceTable.h"
 
 #include <gtest/gtest.h>
@@ -102,6 +103,37 @@ TEST(SectionGeometry, SurfaceAndWallAreTheGrowthOfAreaAndPerimeter) {
                 << kind << ' ' << depth;
         }
     }
+}
+
+TEST(SectionGeometry, PartlyFilledCircleByTheAngleOfItsSurface) {
+    // Angles whose sine and cosine are known exactly: P = D a / 2, A = D² (a - sin a) / 8, b = D sin(a / 2).
+    const double root2 = std::numbers::sqrt2;
+    const double root3 = std::numbers::sqrt3;
+    const struct {
+        const char* name;
+        double angle, sine, depthRatio, widthRatio; ///< a (rad), sin a, h / D, b / D
+    } rows[] = {
+        {"60 degrees", Pi / 3.0, root3 / 2.0, (2.0 - root3) / 4.0, 0.5},
+        {"90 degrees", Pi / 2.0, 1.0, (2.0 - root2) / 4.0, root2 / 2.0},
+        {"120 degrees", Pi * 2.0 / 3.0, root3 / 2.0, 0.25, root3 / 2.0},
+        {"180 degrees", Pi, 0.0, 0.5, 1.0},
+        {"240 degrees", Pi * 4.0 / 3.0, -root3 / 2.0, 0.75, root3 / 2.0},
+    };
+    const CFlowConditions conditions{0.004, 0.0015, 1.31e-6};
+    for (const auto& row : rows)
+        for (const double diameter : {0.3, 2.0}) {
+            SCOPED_TRACE(testing::Message() << row.name << ", diameter " << diameter);
+            const double perimeter = 0.5 * diameter * row.angle;
+            const double area = 0.125 * diameter * diameter * (row.angle - row.sine);
+            const double flow = area * UniformVelocity(area / perimeter, conditions);
+            const CFilling filling = FillCircle(diameter, flow, conditions);
+            EXPECT_NEAR(filling.m_depth, row.depthRatio * diameter, 1e-12);
+            for (const CWetSection& wet : {WetCircle(diameter, row.depthRatio * diameter), filling.m_wet}) {
+                EXPECT_NEAR(wet.m_perimeter, perimeter, 1e-12); // the filling is a root to about 1e-13
+                EXPECT_NEAR(wet.m_area, area, 1e-12);
+                EXPECT_NEAR(wet.m_surfaceWidth, row.widthRatio * diameter, 1e-12);
+            }
+        }
 }
 
 TEST(SectionGeometry, TableOfACircleIsTheCircle) {

@@ -15,7 +15,7 @@ using namespace OLMGis::Formulas;
 
 namespace {
 
-constexpr double Derived = 1e-6; ///< the derived tables carry ten digits and are judged at this
+constexpr double Derived = 1e-6; ///< the derived tables have ten digits
 constexpr double Infinity = std::numeric_limits<double>::infinity();
 constexpr double NotANumber = std::numeric_limits<double>::quiet_NaN();
 
@@ -119,13 +119,13 @@ TEST(Filling, SmallestDepthOfTheFlowInEveryShape) {
                 SCOPED_TRACE(testing::Message() << static_cast<int>(shape.m_kind) << ' ' << slope << ' ' << part);
                 const CFilling filling = FillShape(shape, part * full, conditions);
                 EXPECT_FALSE(filling.m_isOverfull);
-                // A film just thick enough to move doubles its flow within some 1e-9 of its depth.
+                // A film just thick enough to move doubles its flow within about 1e-9 of its depth.
                 const double tolerance = part < 1e-4 ? 1e-6 : 1e-10;
                 ExpectNear(UniformFlow(shape, filling.m_depth, conditions), part * full, tolerance);
                 ExpectNear(filling.m_velocity * filling.m_wet.m_area, part * full, tolerance);
                 EXPECT_GE(filling.m_percent, below);
                 below = filling.m_percent;
-                for (int i = 1; i < 200; ++i) // nowhere below does the section carry as much
+                for (int i = 1; i < 200; ++i) // no lower depth carries as much
                     ASSERT_LT(UniformFlow(shape, filling.m_depth * i / 200.0, conditions), part * full);
             }
             EXPECT_FALSE(FillShape(shape, full * (1.0 + 1e-12), conditions).m_isOverfull); // rounding

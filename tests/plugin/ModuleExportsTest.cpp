@@ -14,7 +14,7 @@ using namespace OLMGis::Workspace;
 
 namespace {
 
-/// The module's file with its exports, looked up as any loader would.
+/// The module's file with its exports, looked up as any loader does.
 class ModuleExports : public testing::Test {
 protected:
     OLMGis::Utility::Result<CModuleFile> m_file = CModuleFile::Open(DRENOVA_MODULE_FILE);
@@ -60,7 +60,7 @@ TEST_F(ModuleExports, NothingElseIsSeenFromOutside) {
     const auto getVersion = m_file->Find<decltype(acrxGetApiVersion)>("acrxGetApiVersion");
     ASSERT_NE(getVersion, nullptr);
     EXPECT_EQ(getVersion(), ModuleApiVersion);
-    // A class that was seen would show its table of operations and its type under these names.
+    // A visible class would have its virtual table and type information under these names.
     const IPluginInfo& info = *m_provide();
     const std::string name = typeid(info).name();
     EXPECT_EQ(m_file->Find<void()>(("_ZTV" + name).c_str()), nullptr) << name;

@@ -4,6 +4,7 @@
 #include "host/gis_core/NotificationFramework.h"
 #include "host/network_core/FunctionalAnalysisManager.h"
 #include "host/sewage_core/FlowCalculatorManager.h"
+#include "host/sewage_core/IDensityUser.h"
 #include "host/workspace_core/ModuleLoader.h"
 #include "host/workspace_core/WsManager.h"
 #include "tests/support/TestProject.h"
@@ -43,7 +44,7 @@ std::size_t Responders() {
     return Notification::CNotificationFramework::Instance()->GetResponderCount();
 }
 
-/// A project with the module loaded. The test fails when it can't be.
+/// A project with the module loaded; the test fails when it cannot be loaded.
 struct CStage {
     CTestProject project;
     Utility::Result<CModuleLoader> module = CModuleLoader::Load(DRENOVA_MODULE_FILE);
@@ -53,7 +54,7 @@ struct CStage {
 
 } // namespace
 
-TEST(PluginRegistration, CalculatorsStandInTheOrderOfTheDesignWorkAndComeAndGoWithTheModule) {
+TEST(PluginRegistration, CalculatorsAndChecksAreListedInOrderAndComeAndGoWithTheModule) {
     CStage stage;
     for (int round = 0; round < 2; ++round) {
         EXPECT_THAT(CalculatorKeys(), ElementsAre("001_RAIN_ITP", "00_RAIN_SIMPLE", "01_WASTE_AREAS",
@@ -68,13 +69,13 @@ TEST(PluginRegistration, CalculatorsStandInTheOrderOfTheDesignWorkAndComeAndGoWi
         EXPECT_THAT(ItemKeys(), IsEmpty());
         EXPECT_EQ(Responders(), 0U);
         EXPECT_THAT(CWsManager::Instance()->GetPanelDialogs(), IsEmpty());
-        EXPECT_EQ(dlopen(DRENOVA_MODULE_FILE, RTLD_NOW | RTLD_NOLOAD), nullptr) << "the code has left the memory";
+        EXPECT_EQ(dlopen(DRENOVA_MODULE_FILE, RTLD_NOW | RTLD_NOLOAD), nullptr) << "the code is unloaded";
         stage.module = CModuleLoader::Load(DRENOVA_MODULE_FILE);
         ASSERT_TRUE(stage.module);
     }
 }
 
-TEST(PluginRegistration, ThePanelIsOfferedAndTheTerrainTypesAreAskedFor) {
+TEST(PluginRegistration, RegistersThePanelAndTheHandlerOfTerrainTypes) {
     const CStage stage;
     EXPECT_TRUE(Utility::CModuleConfiguration::Instance()->IsMetadataHandlerEnabled("002_TERRAINTYPE"));
     ASSERT_EQ(CWsManager::Instance()->GetPanelDialogs().size(), 1U);
@@ -87,7 +88,7 @@ TEST(PluginRegistration, ThePanelIsOfferedAndTheTerrainTypesAreAskedFor) {
     EXPECT_NE(Utility::CModuleConfiguration::Instance()->GetIcon(panel->GetButtonIconId()), "") << "there is a picture";
 }
 
-TEST(PluginRegistration, AProjectOfAnotherEditionLoadsTheModuleAnew) {
+TEST(PluginRegistration, AProjectOfAnotherEditionLoadsTheModuleAgain) {
     CStage stage;
     const auto firstOutput = [] {
         return CFlowCalculatorManager::Instance()->GetCalculator("01_WASTE_AREAS")->GetOutputDefinitions().at(0)->m_id;
@@ -110,7 +111,17 @@ TEST(PluginRegistration, ARegisteredCalculatorCalculates) {
     EXPECT_GT(net.Get("AB", "FLOW_WASTE_PER").AsDouble(), 0.0);
 }
 
-TEST(PluginRegistration, ANodeForgetsItsMainOutletWhenTheSectionGoesAndTheModuleIsThere) {
+TEST(PluginRegistration, CalculatorsThatUseDensitiesAnswerThroughTheModuleBoundary) {
+    const CStage stage;
+    std::vector<std::string> keys;
+    for (const auto& calculator : CFlowCalculatorManager::Instance()->GetCalculators())
+        if (const auto* user = dynamic_cast<const Sewage::IDensityUser*>(calculator.get());
+            user != nullptr && user->UsesDensities())
+            keys.push_back(calculator->GetKey());
+    EXPECT_THAT(keys, ElementsAre("01_WASTE_AREAS", "02_ADDITIONAL"));
+}
+
+TEST(PluginRegistration, ANodeLosesItsMainOutletWhenTheSectionIsDeletedAndTheModuleIsLoaded) {
     for (const bool isLoaded : {true, false}) {
         CStage stage;
         if (!isLoaded)
@@ -119,8 +130,8 @@ TEST(PluginRegistration, ANodeForgetsItsMainOutletWhenTheSectionGoesAndTheModule
         const auto outlet = net.Section("BD");
         ASSERT_NE(Data::CDataRW::Write("MAIN_SECT_OUT", net.Node('B'), outlet->GetGuid(), nullptr), 0);
         ASSERT_EQ(net.Topology().RemoveSection(*outlet), 1);
-        Data::CDataBox settled;
-        Data::CDataRW::Read("MAIN_SECT_OUT", net.Node('B'), settled, 0, nullptr);
-        EXPECT_EQ(settled.IsNotNull(), !isLoaded);
+        Data::CDataBox mainOutlet;
+        Data::CDataRW::Read("MAIN_SECT_OUT", net.Node('B'), mainOutlet, 0, nullptr);
+        EXPECT_EQ(mainOutlet.IsNotNull(), !isLoaded);
     }
 }

@@ -3,7 +3,11 @@
 #include "host/sewage_calculations/CalculationRun.h"
 
 #include "host/gis_core/CoreProgressBar.h"
+#include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/Utility.h"
+#include "host/network_core/Catchment.h"
 #include "host/sewage_core/FlowCalculatorManager.h"
+#include "host/sewage_core/IDensityUser.h"
 #include "host/workspace_core/WsManager.h"
 #include "tests/support/ScriptedHost.h"
 #include "tests/support/TestProject.h"
@@ -19,10 +23,12 @@ using namespace OLMGis::Sewage;
 
 namespace {
 
-/// Stores VALUE on each section, and does on the way what a test asks for.
-class CProbe final : public IFlowCalculator {
+/// Stores VALUE on each section, and behaves as a test sets it up.
+class CProbe final : public IFlowCalculator, public IDensityUser {
 public:
     std::string m_alert;
+    bool m_usesDensities = false;
+    std::size_t m_logLinesBefore = 0; ///< lines of the log when the last Calculate began
     bool m_hasProgress = false;
     int m_isWholeNetwork = 0;
     int m_answer = 1;
@@ -43,6 +49,7 @@ public:
     }
     int Calculate(const CSectionList& sections, CFlowCalculatorParameters* params, int write, CReport* report,
                   IUserInteraction*) override {
+        m_logLinesBefore = Workspace::CWsManager::Instance()->GetLog().size();
         auto* progress = Utility::CCoreProgressBar::Instance();
         if (m_hasProgress)
             progress->Show("probe", 0, static_cast<int>(sections.size()));
@@ -69,6 +76,7 @@ public:
     std::string GetCalculatorIcon() override { return {}; }
     std::string GetCalculatorGroupIcon() override { return {}; }
     std::string GetParametersDataId() override { return "FLOW_TOTAL_S"; }
+    bool UsesDensities() const override { return m_usesDensities; }
 };
 
 struct CStage {
@@ -91,13 +99,13 @@ struct CStage {
 
 } // namespace
 
-TEST(CalculationRun, TellsWhatWasStoredWhateverCalculateAnswers) {
+TEST(CalculationRun, ListsWhatWasStoredWhateverCalculateReturns) {
     CStage stage;
     stage.probe->m_answer = 0;
     stage.host.m_words = {{"VALUE", "2.5"}};
     const CCalculationOutcome outcome = stage.Run();
     EXPECT_EQ(outcome.m_end, enmRunEnd::Finished);
-    ASSERT_EQ(outcome.m_results.size(), 1U) << "parameter texts are no results";
+    ASSERT_EQ(outcome.m_results.size(), 1U) << "parameter texts are not results";
     EXPECT_EQ(outcome.m_results[0].m_definition->m_id, "FLOW_TOTAL");
     EXPECT_EQ(outcome.m_results[0].m_count, 3);
     EXPECT_DOUBLE_EQ(outcome.m_results[0].m_sum, 7.5);
@@ -105,7 +113,7 @@ TEST(CalculationRun, TellsWhatWasStoredWhateverCalculateAnswers) {
     EXPECT_EQ(stage.probe->m_changed, std::vector<std::string>{"VALUE"});
 }
 
-TEST(CalculationRun, AnAlertACancelAndAFormGivenUpLeaveTheProjectAsItWas) {
+TEST(CalculationRun, AnAlertACancelAndAFormNotConfirmedLeaveTheProjectAsItWas) {
     CStage alerted;
     alerted.probe->m_alert = "no pipe";
     const CCalculationOutcome outcome = alerted.Run();
@@ -129,7 +137,7 @@ TEST(CalculationRun, AnAlertACancelAndAFormGivenUpLeaveTheProjectAsItWas) {
     EXPECT_TRUE(givenUp.IsUntouched());
 }
 
-TEST(CalculationRun, APreviewStoresTheParametersAndGoesOnWhenAsked) {
+TEST(CalculationRun, APreviewStoresTheParametersAndGoesOnWhenTheUserConfirms) {
     CStage stage;
     CReport shown;
     stage.request.m_showPreview = [&shown](std::string_view, const CReport& report) {
@@ -144,7 +152,7 @@ TEST(CalculationRun, APreviewStoresTheParametersAndGoesOnWhenAsked) {
     EXPECT_TRUE(stage.Run().HasStored());
 }
 
-TEST(CalculationRun, SectionsAskedForAloneUnlessTheWholeNetworkIsNeeded) {
+TEST(CalculationRun, OnlyTheRequestedSectionsUnlessTheWholeNetworkIsNeeded) {
     CStage stage;
     stage.request.m_sections = {stage.net.Section("BC")};
     EXPECT_EQ(stage.Run().m_sectionCount, 1);
@@ -153,7 +161,7 @@ TEST(CalculationRun, SectionsAskedForAloneUnlessTheWholeNetworkIsNeeded) {
     EXPECT_FALSE(RunCalculation({"no such key", {}, {}}));
 }
 
-TEST(CalculationRun, ResultsThatAreNoNumbersAreKeptAndNamed) {
+TEST(CalculationRun, ResultsThatAreNotFiniteAreKeptAndNamed) {
     CStage stage;
     const auto parameters = stage.probe->CreateParameters();
     stage.net.Set("BC", "FLOW_TOTAL", 0.0);
@@ -171,4 +179,37 @@ TEST(CalculationRun, ResultsThatAreNoNumbersAreKeptAndNamed) {
     const auto& log = Workspace::CWsManager::Instance()->GetLog();
     ASSERT_EQ(log.size(), 1U);
     EXPECT_NE(log[0].m_text.find("FLOW_TOTAL of BC"), std::string::npos) << log[0].m_text;
+}
+
+TEST(CalculationRun, WarnsOfMissingDensitiesBeforeARunThatUsesThem) {
+    const struct {
+        const char* name;
+        bool usesDensities;
+        int confirmsForm;
+        Data::CDataBox density; ///< of the catchments of AB and CD
+        bool isWarned;
+    } rows[] = {
+        {"uses densities", true, 1, {}, true},
+        {"uses no densities", false, 1, {}, false},
+        {"form not confirmed", true, 0, {}, false},
+        {"all densities known", true, 1, 120.0, false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        CStage stage;
+        stage.net.AddCatchment("AB", Topology::CatchmentHousehold, 1.5, row.density);
+        stage.net.AddCatchment("BC", Topology::CatchmentHousehold, 1.0, 80.0);
+        stage.net.AddCatchment("BC", Topology::CatchmentHousehold, 0.0);
+        stage.net.AddCatchment("BC", Topology::CatchmentRain, 2.0);
+        stage.net.AddCatchment("CD", Topology::CatchmentHousehold | Topology::CatchmentRain, 2.0, row.density);
+        stage.probe->m_usesDensities = row.usesDensities;
+        stage.host.m_confirmsForms = row.confirmsForm;
+        stage.Run();
+        const auto& log = Workspace::CWsManager::Instance()->GetLog();
+        ASSERT_EQ(log.size(), row.isWarned ? 1U : 0U);
+        if (!row.isWarned)
+            continue;
+        EXPECT_EQ(stage.probe->m_logLinesBefore, 1U) << "the warning comes before the calculation";
+        EXPECT_EQ(log[0].m_text, Utility::CUtility::Format(Utility::Msg(70071), std::size_t{2}, std::string("AB, CD")));
+    }
 }

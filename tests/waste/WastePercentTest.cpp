@@ -72,7 +72,7 @@ TEST(WastePercent, DensityCoefficientWeighsTheShares) {
     EXPECT_EQ(run.Flow("AB"), 0.0) << "a stored 0 is a value";
 }
 
-TEST(WastePercent, NothingToSpreadOver) {
+TEST(WastePercent, NothingToDistributeOver) {
     CRun run;
     run.net.Set("AB", "length", 0.0);
     run.net.Set("BC", "length", 0.0);
@@ -81,7 +81,7 @@ TEST(WastePercent, NothingToSpreadOver) {
     EXPECT_EQ(run.net.Get("BC", "SPECIFIC_FLOW").AsDouble(), 0.0);
     run.report.clear();
     EXPECT_EQ(run.calculator.Calculate({nullptr, nullptr}, run.parameters.get(), 1, &run.report, nullptr), 0);
-    EXPECT_EQ(run.report.size(), 16U) << "a report is produced all the same";
+    EXPECT_EQ(run.report.size(), 16U) << "there is a report in any case";
     EXPECT_EQ(run.calculator.Calculate({}, run.parameters.get(), 1, nullptr, nullptr), 0);
     CRun untouched;
     EXPECT_EQ(untouched.calculator.Calculate(untouched.net.Sections(), nullptr, 1, &run.report, nullptr), 0);
@@ -104,7 +104,7 @@ TEST(WastePercent, TheRomanianEditionCorrectsAndOnlyThere) {
     EXPECT_NEAR(romanian.Flow("AB"), plain, 1e-15);
     Utility::CModuleConfiguration::Instance()->SetEdition("RO ");
     romanian.calculator.Calculate(romanian.net.Sections(), roParameters.get(), 1, nullptr, nullptr);
-    EXPECT_NEAR(romanian.Flow("AB"), plain, 1e-15) << "the code is compared whole";
+    EXPECT_NEAR(romanian.Flow("AB"), plain, 1e-15) << "the whole code is compared";
 }
 
 TEST(WastePercent, ParameterSetsAreIndependent) {
