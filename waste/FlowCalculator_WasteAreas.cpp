@@ -191,9 +191,10 @@ boost::shared_ptr<CFlowCalculatorParameters> CFlowCalculator_WasteAreas::CreateP
     const auto category = AddCategory(*m_parameters, 0, 464);
     category->SetMsgDescription(464);
     AddCheckBox(category, "HOME_CHECK", 2092);
-    AddProperty(category, "HOME_COEFF", Edit, 2067, 4.0);
+    // The numbers are fixed; their texts name inputs of the calculation by population.
+    AddProperty(category, "HOME_COEFF", Edit, 2067, 4.0)->SetMsgLabel(70182);
     AddCheckBox(category, "IND_CHECK", 2093);
-    AddProperty(category, "IND_COEFF", Edit, 2065, 1.0);
+    AddProperty(category, "IND_COEFF", Edit, 2065, 1.0)->SetMsgLabel(70183);
     if (Edition::Is(Edition::Bulgarian))
         AddProperty(category, "BLG_COEFF_K", Edit, 6127, 1.0);
     return m_parameters;

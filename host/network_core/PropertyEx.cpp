@@ -38,11 +38,11 @@ boost::shared_ptr<CPropertyEx> CPropertyEx::CreateProperty(
 }
 
 std::string CPropertyEx::GetName() const {
-    return CModuleConfiguration::Instance()->GetMsg(m_nameMessage);
+    return CModuleConfiguration::Instance()->GetMsg(m_labelMessage != 0 ? m_labelMessage : m_nameMessage);
 }
 
 std::string CPropertyEx::GetDescription() const {
-    return CModuleConfiguration::Instance()->GetMsg(m_descriptionMessage);
+    return CModuleConfiguration::Instance()->GetMsg(m_labelMessage != 0 ? m_labelMessage : m_descriptionMessage);
 }
 
 const CDataBox& CPropertyEx::GetEffectiveValue() const {

@@ -39,6 +39,8 @@ public:
     void SetEditorType(enmPropertyEditorType type) { m_editorType = type; }
     void SetMsgName(int message) { m_nameMessage = message; }
     void SetMsgDescription(int message) { m_descriptionMessage = message; }
+    /// A message that is shown in place of both, 0 for none: for fixed numbers whose text names another quantity.
+    void SetMsgLabel(int message) { m_labelMessage = message; }
     void SetValue(const Data::CDataBox& value) { m_value = value; }
     void SetHiddenValue(const Data::CDataBox& value) { m_hiddenValue = value; }
     void SetDefaultValue(const Data::CDataBox& value) { m_defaultValue = value; }
@@ -101,6 +103,7 @@ private:
     int m_ord = 0;
     int m_nameMessage = 0;
     int m_descriptionMessage = 0;
+    int m_labelMessage = 0;
     int m_isRequired = 0;
     int m_readOnly = 0;
     int m_pickerGroupsOnly = 0;

@@ -73,6 +73,9 @@ TEST(WasteAreas, FormAndPresentationPerEdition) {
     for (const char* edition : {"STANDARD", "RO", "BLG "}) {
         CRun run(edition);
         ExpectForm(*run.parameters->m_properties, {{464, 464, rows}});
+        for (const auto& [tag, unit] :
+             {std::pair("HOME_COEFF", "(l/(s·1000 inh))"), std::pair("IND_COEFF", "(l/(s·ha))")})
+            EXPECT_TRUE(run.parameters->m_properties->GetPropertyExByTag(tag)->GetName().ends_with(unit)) << tag;
         EXPECT_EQ(idsOf(run), "FLOW_WASTE_HOME:6 FLOW_WASTE_IND:6 ");
         EXPECT_EQ(run.calculator->GetOutputDefinitions().size(), 2U);
     }
