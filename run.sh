@@ -45,6 +45,9 @@ PATH=$top/build/release/bin:$PATH
 step "importing the sample network"
 show drenova import "$samples/rivertown.geojson" -o "$project" --replace
 
+step "calculating the slopes of the level lines, which an import leaves to you"
+show drenova slopes "$project"
+
 step "telling what the project holds"
 show drenova info "$project"
 

@@ -6,9 +6,7 @@
 #include "apps/cli/EntityChoice.h"
 #include "apps/cli/Interrupt.h"
 #include "apps/cli/Project.h"
-#include "host/project_io/exchange/ExchangeExport.h"
-#include "host/project_io/tables/CatalogCsv.h"
-#include "host/project_io/tables/CsvExport.h"
+#include "host/project_io/Formats.h"
 
 #include <fmt/format.h>
 
@@ -16,24 +14,24 @@
 
 namespace Cli {
 
+using OLMGis::ProjectIo::CExportChoice;
 using OLMGis::ProjectIo::enmCatalogKind;
 using OLMGis::Utility::BadWords;
 using OLMGis::Utility::Status;
 
 namespace {
 
-Status Write(std::ostream& stream, const CExportOptions& options) {
-    if (options.m_format == "geojson")
-        return OLMGis::ProjectIo::ExportExchange(stream);
-    if (options.m_format == "catalog")
-        return OLMGis::ProjectIo::ExportCatalog(stream, options.m_kind == "manhole" ? enmCatalogKind::Manhole
-                                                                                    : enmCatalogKind::Pipe);
-    return OLMGis::ProjectIo::ExportCsv(stream, FindKind(options.m_on).value_or(OLMGis::Data::enmEntityKind::Section));
+CExportChoice MakeChoice(const CExportOptions& options) {
+    return {FindKind(options.m_on).value_or(OLMGis::Data::enmEntityKind::Section),
+            options.m_kind == "manhole" ? enmCatalogKind::Manhole : enmCatalogKind::Pipe};
 }
 
 } // namespace
 
 CVerbResult ExportProject(const CExportOptions& options, CTerminal& terminal) {
+    const auto format = OLMGis::ProjectIo::FindExportFormat(options.m_format);
+    if (!format)
+        return format.GetError();
     const auto project = CProject::Open(options.m_project, terminal);
     if (!project)
         return project.GetError();
@@ -42,8 +40,8 @@ CVerbResult ExportProject(const CExportOptions& options, CTerminal& terminal) {
         return BadWords(fmt::format("--output: {} is the project itself", options.m_output));
     if (const Status goesOn = Interrupt::Check(); !goesOn)
         return goesOn.GetError();
-    const Status written =
-        WriteFileWhole(options.m_output, [&options](std::ostream& stream) { return Write(stream, options); });
+    const auto write = [&](std::ostream& stream) { return format.Value()->m_export(stream, MakeChoice(options)); };
+    const Status written = WriteFileWhole(options.m_output, write);
     if (!written)
         return written.GetError();
     return enmExitCode::Done;

@@ -10,7 +10,7 @@ namespace Cli {
 
 struct CExportOptions {
     std::string m_project;
-    std::string m_format;          ///< geojson, csv or catalog
+    std::string m_format;          ///< key of a format
     std::string m_output;          ///< file to write, "-" for standard output
     std::string m_on = "sections"; ///< of csv: sections, nodes or catchments
     std::string m_kind = "pipe";   ///< of catalog: pipe or manhole

@@ -6,10 +6,7 @@
 #include "apps/cli/Interrupt.h"
 #include "apps/cli/Project.h"
 #include "apps/cli/ShownText.h"
-#include "host/gis_core/ModuleConfiguration.h"
-#include "host/gis_core/Utility.h"
-#include "host/project_io/exchange/ExchangeImport.h"
-#include "host/project_io/inp/InpImport.h"
+#include "host/project_io/Formats.h"
 #include "host/project_io/tables/CatalogCsv.h"
 
 #include <fmt/format.h>
@@ -18,27 +15,20 @@
 
 namespace Cli {
 
+using OLMGis::ProjectIo::CFormat;
 using OLMGis::ProjectIo::CImportNote;
 using OLMGis::ProjectIo::CImportSummary;
 using OLMGis::Utility::BadWords;
-using OLMGis::Utility::CUtility;
 using OLMGis::Utility::Done;
 using OLMGis::Utility::Result;
 using OLMGis::Utility::Status;
 
 namespace {
 
-/// geojson or inp: as asked for, else by the ending of the input's name.
-Result<std::string> FindFormat(const CImportOptions& options) {
-    if (!options.m_format.empty())
-        return options.m_format;
-    const std::string ending = CUtility::ToLower(std::filesystem::path(options.m_input).extension().string());
-    if (ending == ".geojson" || ending == ".json")
-        return std::string("geojson");
-    if (ending == ".inp")
-        return std::string("inp");
-    return BadWords(fmt::format("{}: found {}, expected .geojson, .json or .inp, or --format geojson or inp",
-                                options.m_input, ending.empty() ? "no ending of the name" : "the ending " + ending));
+/// The format that was asked for, else the one of the input's suffix.
+Result<const CFormat*> FindFormat(const CImportOptions& options) {
+    return options.m_format.empty() ? OLMGis::ProjectIo::GuessImportFormat(options.m_input)
+                                    : OLMGis::ProjectIo::FindImportFormat(options.m_format);
 }
 
 /// Whether two paths lead to one file: the input must not be replaced by what is made of it.
@@ -59,13 +49,11 @@ Status ImportCatalog(const std::string& path, CTerminal& terminal) {
     return Done{};
 }
 
-Result<CImportSummary> ImportNetwork(const std::string& path, const std::string& format) {
+Result<CImportSummary> ImportNetwork(const std::string& path, const CFormat& format) {
     auto input = CInputFile::Open(path);
     if (!input)
         return input.GetError();
-    if (format == "inp")
-        return OLMGis::ProjectIo::ImportInp(input->GetStream(), input->GetName());
-    return OLMGis::ProjectIo::ImportExchange(input->GetStream(), input->GetName());
+    return format.m_import(input->GetStream(), input->GetName());
 }
 
 void TellNotes(const CImportSummary& summary, CTerminal& terminal) {
@@ -104,7 +92,7 @@ CVerbResult ImportProject(const CImportOptions& options, CTerminal& terminal, st
     if (!options.m_catalog.empty())
         if (const Status entered = ImportCatalog(options.m_catalog, terminal); !entered)
             return entered.GetError();
-    const auto summary = ImportNetwork(options.m_input, format.Value());
+    const auto summary = ImportNetwork(options.m_input, *format.Value());
     if (!summary)
         return summary.GetError();
     TellNotes(summary.Value(), terminal);

@@ -12,7 +12,7 @@ namespace Cli {
 struct CImportOptions {
     std::string m_input;     ///< file to read, "-" for standard input
     std::string m_output;    ///< project to make
-    std::string m_format;    ///< geojson or inp; empty to tell by the ending of the input's name
+    std::string m_format;    ///< key of a format; empty to take the one of the input's suffix
     std::string m_catalog;   ///< pipe catalogue table that the network may refer to; empty for none
     bool m_replaces = false; ///< an existing output
 };

@@ -38,7 +38,7 @@ CVerbResult StoreSlopesOfLevels(const CSlopesOptions& options, CTerminal& termin
     if (!project)
         return project.GetError();
     const auto& topology = *OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
-    const CSlopeSummary summary = OLMGis::Topology::StoreSlopes(topology, {false, options.m_isForDesign});
+    const CSlopeSummary summary = OLMGis::Topology::StoreSlopes(topology, {options.m_isForDesign});
     TellOf(summary.m_withoutLevels, "without levels at both ends, left as they are", terminal);
     TellOf(summary.m_withoutLength, "without a length, left as they are", terminal);
     TellOf(summary.m_climbing, "with a level line that climbs, stored with a negative slope", terminal);

@@ -19,6 +19,7 @@
 #include "apps/cli/CommandRun.h"
 #include "apps/cli/CommandSettings.h"
 #include "apps/cli/CommandSlopes.h"
+#include "host/project_io/Formats.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -28,6 +29,10 @@
 #include <memory>
 
 namespace Cli {
+
+using OLMGis::ProjectIo::CFormat;
+using OLMGis::ProjectIo::GetExportFormats;
+using OLMGis::ProjectIo::GetImportFormats;
 
 namespace {
 
@@ -138,13 +143,30 @@ void AddNew(CLI::App& program, CParsedWords& parsed) {
               [options](CTerminal& terminal, std::ostream&) { return MakeNewProject(*options, terminal); });
 }
 
+/// Keys of formats, as choices of an option or argument.
+std::vector<std::string> KeysOf(const std::vector<const CFormat*>& formats) {
+    std::vector<std::string> keys;
+    for (const CFormat* format : formats)
+        keys.emplace_back(format->m_key);
+    return keys;
+}
+
+/// One line for each format, for the help of an argument.
+std::string ListFormats(const std::vector<const CFormat*>& formats, std::string_view last = {}) {
+    std::vector<std::string> lines;
+    for (const CFormat* format : formats)
+        lines.push_back(fmt::format("{}: {} ({})", format->m_key, format->m_title, TextOfSuffixes(*format)));
+    if (!last.empty())
+        lines.emplace_back(last);
+    return fmt::format("{}", fmt::join(lines, "\n"));
+}
+
 void AddImport(CLI::App& program, CParsedWords& parsed) {
     const auto options = std::make_shared<CImportOptions>();
     CVerb(program, parsed, "import", "INPUT -o PROJECT.gpkg [options]", "make a project from a file of another program")
-        .Word("INPUT", options->m_input,
-              "network exchange file (.geojson, .json) or storm-water\nnetwork (.inp); \"-\" for standard input")
+        .Word("INPUT", options->m_input, ListFormats(GetImportFormats(), "\"-\" for standard input, with --format"))
         .Option("-o,--output", options->m_output, "PROJECT.gpkg", "the project to make", true)
-        .Choice("--format", options->m_format, {"geojson", "inp"}, "by default told by the ending of INPUT")
+        .Choice("--format", options->m_format, KeysOf(GetImportFormats()), "by default the one of INPUT's suffix")
         .Option("--catalog", options->m_catalog, "FILE.csv", "table of pipes that the network may refer to")
         .Replace(options->m_replaces)
         .Runs("drenova import town.geojson -o town.gpkg\n\n"
@@ -419,11 +441,7 @@ void AddExport(CLI::App& program, CParsedWords& parsed) {
     const auto options = std::make_shared<CExportOptions>();
     CVerb(program, parsed, "export", "PROJECT FORMAT -o FILE [options]", "write a file for other programs")
         .Word("PROJECT", options->m_project, "project file")
-        .Choice("FORMAT", options->m_format, {"geojson", "csv", "catalog"},
-                "geojson: network exchange file with all of the network\n"
-                "csv: table of all values of one kind of entity\n"
-                "catalog: table of the project's pipes or manholes",
-                true)
+        .Choice("FORMAT", options->m_format, KeysOf(GetExportFormats()), ListFormats(GetExportFormats()), true)
         .Option("-o,--output", options->m_output, "FILE", "the file to write; \"-\" for standard output", true)
         .On(options->m_on)
         .Choice("--kind", options->m_kind, {"pipe", "manhole"}, "which catalogue; by default pipe")

@@ -66,8 +66,7 @@ CSlopeSummary StoreSlopes(const CTopologyStorage& topology, const CSlopeChoice& 
         }
         if (*slope < 0.0)
             summary.m_climbing.push_back(section);
-        if (!choice.m_keepsGiven || !Has(Keys().m_calculated, *section))
-            summary.m_calculated += store(Keys().m_calculated, section, *slope);
+        summary.m_calculated += store(Keys().m_calculated, section, *slope);
         if (choice.m_fillsDesign && !Has(Keys().m_design, *section))
             summary.m_designed += store(Keys().m_design, section, *slope);
     }

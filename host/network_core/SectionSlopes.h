@@ -19,7 +19,6 @@ std::optional<double> SlopeOfLevels(const CSection& section);
 
 /// Which slopes StoreSlopes stores.
 struct CSlopeChoice {
-    bool m_keepsGiven = false;  ///< leaves a SECTION_SLOPE_CAL that is there
     bool m_fillsDesign = false; ///< also SECTION_SLOPE where it is null
 };
 

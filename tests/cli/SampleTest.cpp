@@ -19,7 +19,10 @@ namespace {
 
 class Sample : public testing::Test {
 protected:
-    void SetUp() override { ASSERT_EQ(Drenova({"import", SampleNetwork(), "-o", m_project}).m_code, 0); }
+    void SetUp() override {
+        ASSERT_EQ(Drenova({"import", SampleNetwork(), "-o", m_project}).m_code, 0);
+        ASSERT_EQ(Drenova({"slopes", m_project}).m_code, 0);
+    }
 
     std::vector<std::string> Findings() const {
         std::vector<std::string> findings;

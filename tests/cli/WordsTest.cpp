@@ -56,7 +56,7 @@ const CCase Cases[] = {
     {"unknown coordinate system", {"new", "/new.gpkg", "--crs", "EPSG:1"}, 2, "", "EPSG:1"},
 
     {"import over a project", {"import", "/twins.geojson", "-o", "P"}, 4, "", "--replace replaces it"},
-    {"import of an unknown ending", {"import", "/town.dwg", "-o", "/new.gpkg"}, 2, "", ".geojson, .json or .inp"},
+    {"import of an unknown ending", {"import", "/town.dwg", "-o", "/new.gpkg"}, 2, "", ".geojson, .json, .inp"},
     {"import of nothing", {"import", "/none.geojson", "-o", "/new.gpkg"}, 4, "", "No such file"},
     {"import of something else", {"import", "P", "-o", "/new.gpkg", "--format", "inp"}, 3, "", "town.gpkg"},
     {"import onto its input", {"import", "/twins.geojson", "-o", "/twins.geojson", "--replace"}, 2, "", "is the input"},

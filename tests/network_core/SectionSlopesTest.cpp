@@ -62,21 +62,19 @@ TEST_F(SectionSlopes, FollowFromLevelsAndLengthAndLeaveOthersAlone) {
 
 TEST_F(SectionSlopes, DesignSlopesAreFilledOnlyWhereThereIsNone) {
     m_network.Set("AB", "SECTION_SLOPE", 4.0);
-    EXPECT_EQ(StoreSlopes(m_network.Topology(), {false, true}).m_designed, 1U);
+    EXPECT_EQ(StoreSlopes(m_network.Topology(), {true}).m_designed, 1U);
     EXPECT_EQ(Value("AB", "SECTION_SLOPE"), 4.0);
     EXPECT_NEAR(Value("BC", "SECTION_SLOPE"), -5.0, 1e-11);
     EXPECT_EQ(Value("CD", "SECTION_SLOPE"), -777.0);
 }
 
-TEST_F(SectionSlopes, GivenOnesCanBeKeptReadOnlyOnesAreToldAndAllIsUndone) {
+TEST_F(SectionSlopes, ReadOnlyOnesAreNamedAndAllIsUndone) {
     m_network.Set("AB", "SECTION_SLOPE_CAL", 1.0);
-    EXPECT_EQ(StoreSlopes(m_network.Topology(), {true, false}).m_calculated, 1U);
-    EXPECT_EQ(Value("AB"), 1.0);
     m_network.Section("BC")->SetReadOnly(true);
     CJournal journal;
     {
         const CJournalScope scope(m_project.Store(), &journal);
-        const CSlopeSummary summary = StoreSlopes(m_network.Topology(), {false, true});
+        const CSlopeSummary summary = StoreSlopes(m_network.Topology(), {true});
         EXPECT_EQ(NamesOf(summary.m_refused), "BC");
         EXPECT_NEAR(Value("AB"), 5.0, 1e-11);
     }

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-#include "host/network_core/SectionSlopes.h"
 #include "host/project_io/synthetic/SyntheticNetwork.h"
 #include "host/project_io/tables/CatalogCsv.h"
 #include "tests/project_io/ExchangeText.h"
@@ -29,7 +28,6 @@ public:
         FillCatalog();
         FillNodes();
         FillSections();
-        StoreSlopes(m_topology, {true, false}); // as an import does
         FillCatchments();
         SettleOutlets();
     }

@@ -4,7 +4,6 @@
 
 #include "host/gis_core/ProjectSettings.h"
 #include "host/network_core/CatalogManager.h"
-#include "host/network_core/SectionSlopes.h"
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/project_io/base/Failure.h"
 #include "host/project_io/exchange/ExchangeLinker.h"
@@ -136,7 +135,6 @@ Result<CImportSummary> Import(std::istream& stream, const std::string& name) {
         return status.GetError();
     if (const Status status = Enter(records, topology); !status)
         return status.GetError();
-    StoreSlopes(topology, {true, false});
     if (!reader.GetCrs().empty())
         System::CProjectSettings::Instance()->Set(System::CProjectSettings::Crs, reader.GetCrs());
 
