@@ -16,7 +16,7 @@ CSectionReferences::CSectionReferences(const Topology::CTopologyStorage& topolog
     m_byName.reserve(topology.GetSections().size());
     for (const auto& section : topology.GetSections())
         if (const auto [entry, isNew] = m_byName.insert({section->GetName(), section.get()}); !isNew)
-            entry.value() = nullptr;
+            entry->second = nullptr;
 }
 
 std::string_view CSectionReferences::ReferenceTo(const CSection& section) const {

@@ -6,8 +6,9 @@
 #include "host/network_core/TopologyStorage.h"
 
 #include <boost/shared_ptr.hpp>
-#include <tsl/robin_map.h>
 
+#include <absl/container/flat_hash_map.h>
+#include <functional>
 #include <string_view>
 
 namespace OLMGis::ProjectIo {
@@ -27,7 +28,9 @@ public:
 
 private:
     const Topology::CTopologyStorage& m_topology;
-    tsl::robin_map<std::string_view, const Topology::CSection*> m_byName; ///< null for a name that repeats
+    /// By name, null for a name that repeats.
+    absl::flat_hash_map<std::string_view, const Topology::CSection*, std::hash<std::string_view>, std::equal_to<>>
+        m_byName;
 };
 
 } // namespace OLMGis::ProjectIo

@@ -37,7 +37,7 @@ CNodeSnapper::CNodeSnapper(std::span<const CPoint> points, double tolerance)
         if (isNew)
             EnterCell(i);
         else
-            exact.value().m_isRepeated = true;
+            exact->second.m_isRepeated = true;
     }
 }
 
@@ -50,7 +50,7 @@ void CNodeSnapper::EnterCell(std::uint32_t place) {
         ++count;
     if (count < MostInCell) {
         m_next[place] = cell->second;
-        cell.value() = place;
+        cell->second = place;
     }
 }
 

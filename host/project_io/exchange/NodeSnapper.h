@@ -4,8 +4,7 @@
 
 #include "host/network_core/Geometry.h"
 
-#include <tsl/robin_map.h>
-
+#include <absl/container/flat_hash_map.h>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -50,9 +49,9 @@ private:
 
     std::span<const Topology::CPoint> m_points;
     double m_tolerance;
-    tsl::robin_map<CKey, CExact, KeyHash> m_exact;
-    tsl::robin_map<CKey, std::uint32_t, KeyHash> m_cells; ///< last point of a cell, from which a chain leads on
-    std::vector<std::uint32_t> m_next;                    ///< by point: the one before it in its cell
+    absl::flat_hash_map<CKey, CExact, KeyHash> m_exact;
+    absl::flat_hash_map<CKey, std::uint32_t, KeyHash> m_cells; ///< last point of a cell, from which a chain leads on
+    std::vector<std::uint32_t> m_next;                         ///< by point: the one before it in its cell
 };
 
 } // namespace OLMGis::ProjectIo

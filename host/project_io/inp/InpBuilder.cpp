@@ -8,7 +8,6 @@
 #include "host/network_core/CatalogManager.h"
 #include "host/network_core/Catchment.h"
 #include "host/network_core/TopologyMultiStorage.h"
-#include "host/project_io/base/IdentityQueue.h"
 
 #include <fmt/format.h>
 
@@ -66,16 +65,6 @@ void WriteInt(const CDataDefinition* key, const Data::CAttributeOwner& entity, i
     CDataRW::Write(key, &entity, CDataBox(value), nullptr);
 }
 
-/// The identities of records with a name, in their order.
-template <class Record>
-CIdentityQueue Identify(std::string_view layer, const std::vector<Record>& records, CIdentityQueue::CFetch fetch) {
-    const auto make = [layer, &records](std::size_t i) -> CIdentity {
-        const std::string_view name = records[i].m_name;
-        return {CUtility::MakeGuid(layer, name, i), std::string(name)};
-    };
-    return {records.size(), make, std::move(fetch)};
-}
-
 } // namespace
 
 CInpBuilder::CInpBuilder(CInpNetwork& network, const std::string& fileName)
@@ -100,13 +89,9 @@ Status CInpBuilder::Build() {
 Status CInpBuilder::AddNodes() {
     const std::vector<double> crowns = FindCrowns();
     m_nodes.reserve(m_network.m_nodes.size());
-    auto identities = Identify("inp/node", m_network.m_nodes, [this](const CIdentity& identity) {
-        m_topology.FetchNode(identity.m_guid, identity.m_name);
-    });
     for (std::size_t i = 0; i < m_network.m_nodes.size(); ++i) {
         const CInpNode& record = m_network.m_nodes[i];
-        const CIdentity& identity = identities.Take();
-        auto node = m_topology.AddNode(identity.m_guid, identity.m_name, record.m_point);
+        auto node = m_topology.AddNode(CUtility::MakeGuid("inp/node", record.m_name, i), record.m_name, record.m_point);
         if (!node)
             return Error{node.GetError().kind,
                          fmt::format("{}, line {}: {}", m_fileName, record.m_line, node.GetError().message)};
@@ -140,14 +125,10 @@ std::vector<double> CInpBuilder::FindCrowns() const {
 
 Status CInpBuilder::AddSections() {
     m_sections.reserve(m_network.m_links.size());
-    auto identities = Identify("inp/link", m_network.m_links, [this](const CIdentity& identity) {
-        m_topology.FetchSection(identity.m_guid, identity.m_name);
-    });
     for (std::size_t i = 0; i < m_network.m_links.size(); ++i) {
         const CInpLink& link = m_network.m_links[i];
-        const CIdentity& identity = identities.Take();
-        auto section = m_topology.AddSection(identity.m_guid, identity.m_name, m_nodes[link.m_from], m_nodes[link.m_to],
-                                             LineOf(link));
+        auto section = m_topology.AddSection(CUtility::MakeGuid("inp/link", link.m_name, i), link.m_name,
+                                             m_nodes[link.m_from], m_nodes[link.m_to], LineOf(link));
         if (!section)
             return Error{section.GetError().kind,
                          fmt::format("{}, line {}: {}", m_fileName, link.m_line, section.GetError().message)};
@@ -274,17 +255,15 @@ std::vector<std::uint32_t> CInpBuilder::FindOutletNodes() const {
 Status CInpBuilder::AddCatchments() {
     const std::vector<std::uint32_t> receiving = FindReceivingLinks();
     const std::vector<std::uint32_t> outlets = FindOutletNodes();
-    auto identities = Identify("inp/subcatchment", m_network.m_subcatchments,
-                               [this](const CIdentity& identity) { m_topology.FetchCatchment(identity.m_guid); });
     for (std::size_t i = 0; i < m_network.m_subcatchments.size(); ++i) {
         const CInpSubcatchment& area = m_network.m_subcatchments[i];
-        const CIdentity& identity = identities.Take();
         const std::uint32_t link = outlets[i] == InpNone ? InpNone : receiving[outlets[i]];
         if (link == InpNone) {
             m_network.m_summary.Count("subcatchments whose outlet no section serves, left out", area.m_name);
             continue;
         }
-        auto catchment = m_topology.AddCatchment(identity.m_guid, identity.m_name, m_sections[link], RingsOf(area));
+        auto catchment = m_topology.AddCatchment(CUtility::MakeGuid("inp/subcatchment", area.m_name, i), area.m_name,
+                                                 m_sections[link], RingsOf(area));
         if (!catchment)
             return Error{catchment.GetError().kind,
                          fmt::format("{}, line {}: {}", m_fileName, area.m_line, catchment.GetError().message)};

@@ -9,14 +9,13 @@
 #include "host/project_io/base/ImportSummary.h"
 #include "host/project_io/inp/InpShape.h"
 
-#include <tsl/robin_map.h>
-
 #include <array>
 #include <cstdint>
 #include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -32,7 +31,7 @@ struct InpNameHash {
 struct InpNameEqual {
     bool operator()(std::string_view a, std::string_view b) const;
 };
-using CInpIndex = tsl::robin_map<std::string_view, std::uint32_t, InpNameHash, InpNameEqual>;
+using CInpIndex = std::unordered_map<std::string_view, std::uint32_t, InpNameHash, InpNameEqual>;
 
 /// The name of the record at a place.
 template <class Record>

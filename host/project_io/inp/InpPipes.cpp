@@ -43,7 +43,7 @@ std::uint32_t CInpPipes::Enter(const CInpNetwork& network, const CInpCrossSectio
     if (!data)
         return InpNone;
     data->m_roughness = catalogRoughness;
-    entry.value() = static_cast<std::uint32_t>(m_pipes.size());
+    entry->second = static_cast<std::uint32_t>(m_pipes.size());
     std::string guid = CUtility::MakeGuid("inp/pipe", fmt::format("{}/{}", shape->m_group, name), 0);
     m_pipes.push_back({shape->m_group, std::move(name), std::move(guid), std::move(*data)});
     return entry->second;

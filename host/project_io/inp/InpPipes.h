@@ -6,11 +6,10 @@
 #include "host/network_core/Catalog.h"
 #include "host/project_io/inp/InpNetwork.h"
 
-#include <tsl/robin_map.h>
-
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace OLMGis::ProjectIo {
@@ -45,7 +44,7 @@ private:
 
     std::vector<CPipe> m_pipes;
     std::size_t m_pointCount = 0;
-    tsl::robin_map<std::string, std::uint32_t> m_byName; ///< names tell the group, too; InpNone for no outline
+    std::unordered_map<std::string, std::uint32_t> m_byName; ///< names tell the group, too; InpNone for no outline
 };
 
 } // namespace OLMGis::ProjectIo

@@ -131,7 +131,6 @@ void CLayerReader::ReadIdentity(bool needsName) {
 
 std::uint32_t CLayerReader::EnterNode() {
     ReadIdentity(true);
-    m_topology.FetchNode(m_guid, m_name);
     CPoint point;
     Expect(DecodePoint(m_reader->GetBlob(Layout::Geometry), point));
     return Entered(m_topology.AddNode(m_guid, m_name, point));
@@ -139,20 +138,14 @@ std::uint32_t CLayerReader::EnterNode() {
 
 std::uint32_t CLayerReader::EnterSection() {
     ReadIdentity(false);
-    m_topology.FetchSection(m_guid, m_name);
-    const std::string_view from = m_reader->GetText(Layout::FromGuid);
-    const std::string_view to = m_reader->GetText(Layout::ToGuid);
-    m_topology.FetchNode(from, {});
-    m_topology.FetchNode(to, {});
     Expect(DecodeLine(m_reader->GetBlob(Layout::Geometry), m_line));
-    CNode* const start = FindNode(Layout::FromNode, Layout::FromGuid, from);
-    CNode* const end = FindNode(Layout::ToNode, Layout::ToGuid, to);
+    CNode* const start = FindNode(Layout::FromNode, Layout::FromGuid);
+    CNode* const end = FindNode(Layout::ToNode, Layout::ToGuid);
     return Entered(m_topology.AddSection(m_guid, m_name, start, end, m_line));
 }
 
 std::uint32_t CLayerReader::EnterCatchment() {
     ReadIdentity(false);
-    m_topology.FetchCatchment(m_guid);
     CRings rings;
     Expect(DecodePolygon(m_reader->GetBlob(Layout::Geometry), rings));
     CSection* const section = FindSection();
@@ -165,8 +158,8 @@ void CLayerReader::WarnOfOtherName(std::string_view reference, std::string_view 
                                    m_reader->GetKey(), m_layer.m_table, reference, named, reference, found));
 }
 
-/// guid: the text of the GUID's column.
-CNode* CLayerReader::FindNode(int nameColumn, int guidColumn, std::string_view guid) {
+CNode* CLayerReader::FindNode(int nameColumn, int guidColumn) {
+    const std::string_view guid = m_reader->GetText(guidColumn);
     const std::string_view name = m_reader->GetText(nameColumn);
     if (guid.empty() && name.empty())
         return nullptr;

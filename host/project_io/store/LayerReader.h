@@ -49,7 +49,7 @@ private:
     std::uint32_t EnterSection();
     std::uint32_t EnterCatchment();
     void ReadIdentity(bool needsName);
-    Topology::CNode* FindNode(int nameColumn, int guidColumn, std::string_view guid);
+    Topology::CNode* FindNode(int nameColumn, int guidColumn);
     Topology::CSection* FindSection();
     void WarnOfOtherName(std::string_view reference, std::string_view found, std::string_view named);
     void ReadAttributes(std::uint32_t row);

@@ -6,7 +6,6 @@
 #include "host/gis_core/Utility.h"
 #include "host/network_core/SectionSlopes.h"
 #include "host/network_core/TopologyMultiStorage.h"
-#include "host/project_io/base/IdentityQueue.h"
 
 #include <fmt/format.h>
 
@@ -60,9 +59,8 @@ struct CKeys {
     }
 };
 
-CIdentity Identity(std::string_view layer, std::string name) {
-    std::string guid = CUtility::MakeGuid(layer, name, 0);
-    return {std::move(guid), std::move(name)};
+std::string GuidOf(std::string_view layer, std::string_view name) {
+    return CUtility::MakeGuid(layer, name, 0);
 }
 
 std::size_t CountSections(const CSyntheticLayout& layout) {
@@ -86,7 +84,8 @@ private:
     Status AddSections();
     Status AddSection(std::uint32_t from, std::uint32_t to, CSection*& section);
     Status AddCatchments(CSection& section);
-    Status AddCatchment(CSection& section, int kinds, const CDataBox& coefficient, const CDataBox& density);
+    /// number: of the catchment among those of its section, from 1.
+    Status AddCatchment(CSection& section, int number, int kinds, const CDataBox& coefficient, const CDataBox& density);
 
     static void Set(const CDataDefinition* key, const Data::CAttributeOwner& entity, const CDataBox& box) {
         Data::CDataRW::Write(key, &entity, box, nullptr);
@@ -99,15 +98,7 @@ private:
     std::vector<double> m_levels; ///< inverts, m, by place in the layout
     std::vector<CNode*> m_nodes;  ///< by place in the layout
     std::size_t m_sectionCount;
-
-    /// S1, S2 and so on, and two catchments of each: S1/1, S1/2, S2/1 and so on.
-    CIdentityQueue m_sectionIdentities{
-        m_sectionCount, [](std::size_t index) { return Identity("section", fmt::format("S{}", index + 1)); },
-        [this](const CIdentity& identity) { m_topology.FetchSection(identity.m_guid, identity.m_name); }};
-    CIdentityQueue m_catchmentIdentities{
-        2 * m_sectionCount,
-        [](std::size_t index) { return Identity("catchment", fmt::format("S{}/{}", index / 2 + 1, index % 2 + 1)); },
-        [this](const CIdentity& identity) { m_topology.FetchCatchment(identity.m_guid); }};
+    std::size_t m_addedSections = 0;
 };
 
 double CNetworkGenerator::LengthTo(std::uint32_t node, std::uint32_t down) const {
@@ -131,16 +122,12 @@ void CNetworkGenerator::FindLevels() {
 
 Status CNetworkGenerator::AddNodes() {
     m_nodes.resize(m_layout.m_nodes.size());
-    const auto make = [this, outfalls = 0, others = 0](std::size_t index) mutable {
-        const bool isOutfall = m_layout.m_nodes[m_nodes.size() - 1 - index].m_down == Nowhere;
-        return Identity("node", isOutfall ? fmt::format("OUT{}", ++outfalls) : fmt::format("N{}", ++others));
-    };
-    CIdentityQueue identities(m_nodes.size(), make, [this](const CIdentity& identity) {
-        m_topology.FetchNode(identity.m_guid, identity.m_name);
-    });
+    std::size_t outfalls = 0;
+    std::size_t others = 0;
     for (std::size_t i = m_nodes.size(); i-- > 0;) {
-        const CIdentity& identity = identities.Take();
-        const auto node = m_topology.AddNode(identity.m_guid, identity.m_name, m_layout.m_nodes[i].m_point);
+        const bool isOutfall = m_layout.m_nodes[i].m_down == Nowhere;
+        const std::string name = isOutfall ? fmt::format("OUT{}", ++outfalls) : fmt::format("N{}", ++others);
+        const auto node = m_topology.AddNode(GuidOf("node", name), name, m_layout.m_nodes[i].m_point);
         if (!node)
             return node.GetError();
         m_nodes[i] = node.Value().get();
@@ -170,8 +157,8 @@ Status CNetworkGenerator::AddSections() {
 }
 
 Status CNetworkGenerator::AddSection(std::uint32_t from, std::uint32_t to, CSection*& section) {
-    const CIdentity& identity = m_sectionIdentities.Take();
-    const auto added = m_topology.AddSection(identity.m_guid, identity.m_name, m_nodes[from], m_nodes[to], {});
+    const std::string name = fmt::format("S{}", ++m_addedSections);
+    const auto added = m_topology.AddSection(GuidOf("section", name), name, m_nodes[from], m_nodes[to], {});
     if (!added)
         return added.GetError();
     section = added.Value().get();
@@ -188,17 +175,16 @@ Status CNetworkGenerator::AddSection(std::uint32_t from, std::uint32_t to, CSect
 }
 
 Status CNetworkGenerator::AddCatchments(CSection& section) {
-    Status rain = AddCatchment(section, Topology::CatchmentRain, m_random.Between(0.35, 0.85, 2), {});
+    Status rain = AddCatchment(section, 1, Topology::CatchmentRain, m_random.Between(0.35, 0.85, 2), {});
     if (rain && m_random.Unit() < 0.8)
-        return AddCatchment(section, Topology::CatchmentHousehold, 1.0, m_random.Between(40.0, 180.0, 0));
-    m_catchmentIdentities.Take(); // of the second one, which this section has not
+        return AddCatchment(section, 2, Topology::CatchmentHousehold, 1.0, m_random.Between(40.0, 180.0, 0));
     return rain;
 }
 
-Status CNetworkGenerator::AddCatchment(CSection& section, int kinds, const CDataBox& coefficient,
+Status CNetworkGenerator::AddCatchment(CSection& section, int number, int kinds, const CDataBox& coefficient,
                                        const CDataBox& density) {
-    const CIdentity& identity = m_catchmentIdentities.Take();
-    const auto added = m_topology.AddCatchment(identity.m_guid, identity.m_name, &section, {});
+    const std::string name = fmt::format("{}/{}", section.GetName(), number);
+    const auto added = m_topology.AddCatchment(GuidOf("catchment", name), name, &section, {});
     if (!added)
         return added.GetError();
     const Topology::CCatchment& catchment = *added.Value();

@@ -11,9 +11,9 @@
 #include "host/project_io/tables/CsvWriter.h"
 
 #include <fmt/format.h>
-#include <tsl/robin_map.h>
 
 #include <array>
+#include <unordered_map>
 #include <vector>
 
 namespace OLMGis::ProjectIo {
@@ -60,9 +60,9 @@ private:
     enmCatalogValues m_values;
     CCsvReader& m_reader;
     std::vector<CCatalogCsvRow> m_rows;
-    tsl::robin_map<std::string, std::string> m_groupGuids; ///< of new groups, by name
-    tsl::robin_map<std::string, std::size_t, Utility::GuidHash, Utility::GuidEqual> m_lineOfGuid;
-    tsl::robin_map<std::string, std::size_t> m_lineOfName; ///< by group and name
+    std::unordered_map<std::string, std::string> m_groupGuids; ///< of new groups, by name
+    std::unordered_map<std::string, std::size_t, Utility::GuidHash, Utility::GuidEqual> m_lineOfGuid;
+    std::unordered_map<std::string, std::size_t> m_lineOfName; ///< by group and name
 };
 
 Status CCatalogImport::ReadAll() {

@@ -191,7 +191,7 @@ Result<CCsvTarget> CCsvTargets::NewCatchment(CSection& section) {
     target.m_section = &section;
     const auto alike = m_alike.find(AlikeKey(section, AnyKinds));
     const std::uint32_t first = alike == m_alike.end() ? 1 : alike->second.m_count + 1;
-    std::uint32_t& number = m_nextNumber.insert({section.GetRow(), first}).first.value();
+    std::uint32_t& number = m_nextNumber.insert({section.GetRow(), first}).first->second;
     target.m_name = m_sectionColumn == "section" ? m_reader.GetField(m_name) : std::string_view();
     if (target.m_name.empty())
         target.m_name = fmt::format("{}/{}", section.GetName(), number);

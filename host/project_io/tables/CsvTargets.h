@@ -7,9 +7,8 @@
 #include "host/project_io/base/SectionReferences.h"
 #include "host/project_io/tables/CsvReader.h"
 
-#include <tsl/robin_map.h>
-#include <tsl/robin_set.h>
-
+#include <absl/container/flat_hash_map.h>
+#include <absl/container/flat_hash_set.h>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -68,9 +67,9 @@ private:
     std::optional<std::size_t> m_guid;
     std::string_view m_sectionColumn; ///< of catchments: the column that tells the section
     std::vector<std::size_t> m_lines; ///< by row of the store: the line that was about the entity, 0 for none
-    tsl::robin_map<std::uint64_t, CAlike> m_alike;             ///< by section and kinds
-    tsl::robin_map<std::uint32_t, std::uint32_t> m_nextNumber; ///< by section: number of its next new catchment
-    tsl::robin_set<std::string, Utility::GuidHash, Utility::GuidEqual> m_newGuids;
+    absl::flat_hash_map<std::uint64_t, CAlike> m_alike;             ///< by section and kinds
+    absl::flat_hash_map<std::uint32_t, std::uint32_t> m_nextNumber; ///< by section: number of its next new catchment
+    absl::flat_hash_set<std::string, Utility::GuidHash, Utility::GuidEqual> m_newGuids;
 };
 
 } // namespace OLMGis::ProjectIo
