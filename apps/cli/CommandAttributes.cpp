@@ -135,7 +135,7 @@ CVerbResult LoadAttributes(const CLoadOptions& options, CTerminal& terminal) {
     if (!project)
         return project.GetError();
     const std::size_t before = GetAllEntities(kind).size();
-    const auto stored = OLMGis::ProjectIo::LoadTable(table->GetStream(), table->GetName(), kind);
+    const auto stored = OLMGis::ProjectIo::LoadCsv(table->GetStream(), table->GetName(), kind);
     if (!stored)
         return stored.GetError();
     const std::size_t made = GetAllEntities(kind).size() - before;

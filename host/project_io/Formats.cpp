@@ -33,7 +33,7 @@ Status WriteValues(std::ostream& stream, const CExportChoice& choice) {
 }
 
 Status WriteCatalog(std::ostream& stream, const CExportChoice& choice) {
-    return ExportCatalog(stream, choice.m_catalog);
+    return ExportCatalogCsv(stream, choice.m_catalog);
 }
 
 template <class Direction>

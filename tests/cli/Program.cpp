@@ -66,8 +66,6 @@ void Prepare(const CStart& start, const std::string& out, const std::string& err
     } else {
         redirect(::open(out.c_str(), O_WRONLY | O_CREAT, 0666), STDOUT_FILENO);
     }
-    if (!start.m_folder.empty() && ::chdir(start.m_folder.c_str()) != 0)
-        ::_exit(126);
     for (const auto& [name, value] : start.m_environment)
         ::setenv(name.c_str(), value.c_str(), 1);
     std::signal(SIGINT, SIG_DFL);

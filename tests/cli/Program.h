@@ -45,9 +45,8 @@ struct CStart {
     std::vector<std::string> m_words;
     std::vector<std::pair<std::string, std::string>> m_environment{}; ///< beside the present one
     std::string m_outputTo{};                                         ///< file for standard output; empty to catch it
-    int m_input = -1;       ///< descriptor for standard input; -1 for none to read
-    bool m_isDeaf = false;  ///< nobody reads standard output
-    std::string m_folder{}; ///< working folder; empty for the present one
+    int m_input = -1;      ///< descriptor for standard input; -1 for none to read
+    bool m_isDeaf = false; ///< nobody reads standard output
 };
 
 /// The program drenova, running. Its standard input, if any, is the caller's matter.

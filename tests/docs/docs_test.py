@@ -5,6 +5,7 @@
 In a block marked "console" a line that begins with "$ " is a command (a "\\" at its end joins the next line, "# exit N"
 names an exit code other than 0). The lines below it are its standard output; "..." stands for any number of lines, and
 a command without lines below it may print anything. Columns may be spaced otherwise, numbers differ by 1e-6.
+A block below a line "`NAME`:" is a file of that name, and some command has to name it.
 Each page runs in a folder of its own where data/ is the project's.
 """
 
@@ -18,6 +19,7 @@ import unittest
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 PROGRAM = pathlib.Path(os.environ["DRENOVA_PROGRAM"])
 BLOCK = re.compile(r"^```console\n(.*?)^```$", re.MULTILINE | re.DOTALL)
+EXAMPLE = re.compile(r"^`([\w.-]+)`:\n\n```\w+\n(.*?)^```$", re.MULTILINE | re.DOTALL)
 
 
 def commands(page):
@@ -69,7 +71,12 @@ class Docs(unittest.TestCase):
                 os.symlink(ROOT / "data", os.path.join(folder, "data"))
                 environment = {**os.environ, "DRENOVA_HOME": os.path.join(folder, "home"), "LC_ALL": "C.UTF-8",
                                "PATH": f"{PROGRAM.parent}:{os.environ['PATH']}"}
-                for command, code, expected in commands(page.read_text(encoding="utf-8")):
+                text = page.read_text(encoding="utf-8")
+                for name, example in EXAMPLE.findall(text):
+                    pathlib.Path(folder, name).write_text(example, encoding="utf-8")
+                    with self.subTest(page=page.name, example=name):
+                        self.assertTrue(any(name in command.split() for command, _, _ in commands(text)))
+                for command, code, expected in commands(text):
                     count += 1
                     with self.subTest(page=page.name, command=command):
                         ended = subprocess.run(["bash", "-c", command], cwd=folder, env=environment, check=False,

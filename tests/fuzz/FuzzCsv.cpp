@@ -45,13 +45,13 @@ std::string Export(enmEntityKind kind) {
 
 std::string Export(enmCatalogKind kind) {
     std::ostringstream stream;
-    Require(static_cast<bool>(ProjectIo::ExportCatalog(stream, kind)), "the catalogue cannot be written");
+    Require(static_cast<bool>(ProjectIo::ExportCatalogCsv(stream, kind)), "the catalogue cannot be written");
     return stream.str();
 }
 
 Utility::Result<int> Import(const std::string& text, enmEntityKind kind) {
     std::istringstream stream(text);
-    return ProjectIo::LoadTable(stream, FileName, kind);
+    return ProjectIo::LoadCsv(stream, FileName, kind);
 }
 
 Utility::Result<int> Import(const std::string& text, enmCatalogKind kind) {

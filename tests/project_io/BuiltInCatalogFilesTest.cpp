@@ -75,11 +75,11 @@ TEST(BuiltInCatalogFiles, ExchangeFilesAndTablesHoldTheOwnCatalogueAlone) {
         FillWithBothKinds();
         ASSERT_TRUE(ExportExchange(exchange));
         std::ostringstream table;
-        ASSERT_TRUE(ExportCatalog(table, enmCatalogKind::Pipe));
+        ASSERT_TRUE(ExportCatalogCsv(table, enmCatalogKind::Pipe));
         EXPECT_THAT(table.str(), HasSubstr("Brick 500"));
         EXPECT_THAT(table.str(), Not(HasSubstr("PVC")));
         std::ostringstream manholes;
-        ASSERT_TRUE(ExportCatalog(manholes, enmCatalogKind::Manhole));
+        ASSERT_TRUE(ExportCatalogCsv(manholes, enmCatalogKind::Manhole));
         EXPECT_EQ(manholes.str(), "group,name,guid,inner_diameter_m,h1_m,h2_m,height_m\n");
     }
     EXPECT_THAT(exchange.str(), HasSubstr("Old town"));
@@ -149,7 +149,7 @@ TEST(BuiltInCatalogFiles, ReferencesMayBeNames) {
 
     const auto load = [](const std::string& text) {
         std::istringstream table(text);
-        return LoadTable(table, "pipes.csv", Data::enmEntityKind::Section);
+        return LoadCsv(table, "pipes.csv", Data::enmEntityKind::Section);
     };
     ASSERT_TRUE(load("name,PIPE_REF\nS1,Clay DN 300\n"));
     EXPECT_EQ(section->GetPipe()->GetName(), "Clay DN 300");

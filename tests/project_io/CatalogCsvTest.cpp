@@ -29,7 +29,7 @@ CCatalog& Catalog(std::string_view id) {
 
 std::string Export(enmCatalogKind kind) {
     std::ostringstream stream;
-    EXPECT_TRUE(ExportCatalog(stream, kind));
+    EXPECT_TRUE(ExportCatalogCsv(stream, kind));
     return stream.str();
 }
 

@@ -21,7 +21,7 @@ namespace {
 
 Utility::Result<int> Load(const std::string& text, enmEntityKind kind) {
     std::istringstream stream(text);
-    return LoadTable(stream, "t.csv", kind);
+    return LoadCsv(stream, "t.csv", kind);
 }
 
 std::string Export(enmEntityKind kind) {

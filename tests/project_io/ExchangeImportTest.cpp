@@ -110,7 +110,7 @@ TEST(ExchangeImport, EndsWithoutNamesSnapToNodes) {
     ASSERT_EQ(summary.m_notes.size(), 2U);
     EXPECT_THAT(summary.m_notes[0].m_what, HasSubstr("ends more than 1 m from its nodes"));
     EXPECT_EQ(summary.m_notes[0].m_first, "feature 3 (section \"named\")");
-    EXPECT_THAT(summary.m_notes[1].m_what, HasSubstr("where several nodes stand"));
+    EXPECT_THAT(summary.m_notes[1].m_what, HasSubstr("at which there are several nodes"));
 }
 
 TEST(ExchangeImport, PolygonsGiveTheAreaWhereNoneIsGiven) {

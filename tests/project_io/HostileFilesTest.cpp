@@ -45,7 +45,7 @@ std::string LoadMessage(std::streambuf& buffer) {
     const CTestProject project;
     FillSmall();
     std::istream stream(&buffer);
-    return MessageOf(ProjectIo::LoadTable(stream, "table.csv", Data::enmEntityKind::Node));
+    return MessageOf(ProjectIo::LoadCsv(stream, "table.csv", Data::enmEntityKind::Node));
 }
 
 } // namespace

@@ -184,7 +184,7 @@ TEST(ProjectFile, WhatOthersDoToRowsIsReadAsLongAsItMakesSense) {
         {"INSERT INTO sections(from_node) VALUES ('B')", " node-b > "},
         {"UPDATE sections SET name = CAST(x'41ff42' AS TEXT)", "section section-1 A\xEF\xBF\xBD"
                                                                "B "},
-        {"ALTER TABLE nodes ADD COLUMN colour TEXT", "the column \"colour\" of the layer nodes is no attribute"},
+        {"ALTER TABLE nodes ADD COLUMN colour TEXT", "the column \"colour\" of the layer nodes is not an attribute"},
         {"CREATE TABLE layer_styles(id)", "the table \"layer_styles\" is none of the project's"},
         {"CREATE VIEW pipes AS SELECT 1", "the table \"pipes\" is none of the project's"},
         {"UPDATE gpkg_geometry_columns SET srs_id = 4326 WHERE table_name = 'nodes'",

@@ -12,8 +12,7 @@
 
 namespace OLMGis::ProjectIo {
 
-/// Values of attributes as texts of tables and exchange files. Results that are not finite are kept as they came out of
-/// a calculation, under these texts.
+/// Values of attributes as texts of tables and exchange files. Results that are not finite are written as these texts.
 inline constexpr std::string_view TextOfNaN = "NaN";
 inline constexpr std::string_view TextOfInfinity = "Infinity";
 inline constexpr std::string_view TextOfMinusInfinity = "-Infinity";
@@ -28,12 +27,12 @@ std::optional<double> NonFiniteOfText(std::string_view text);
 std::string TextOfAttribute(const Data::CDataBox& box);
 
 /// Value of an attribute from its text; the empty text is null. The kinds of a catchment may be names (see
-/// KindsOfText). BadInput, telling the key, what was found and what was expected, for a text that is no value of the
+/// KindsOfText). BadInput, naming the key, what was found and what was expected, for a text that is not a value of the
 /// attribute and for a value that CheckAttribute refuses.
 Utility::Result<Data::CDataBox> AttributeOfText(const Data::CDataDefinition& definition, std::string_view text);
 
-/// Whether a value makes sense as input: lengths, areas, coefficients and densities are finite and not negative, kinds
-/// a sum of 1, 2 and 4, positions of the level line 0 to 4. BadInput otherwise. A null always does.
+/// BadInput for a value that makes no sense as input. Lengths, areas, coefficients and densities must be finite and not
+/// negative, kinds a sum of 1, 2 and 4, positions of the level line 0 to 4. A null is accepted.
 Utility::Status CheckAttribute(const Data::CDataDefinition& definition, const Data::CDataBox& box);
 
 /// Kinds of a catchment as a sum of bits (see Topology::enmCatchmentKind), from their names joined by "+", "|", ","
@@ -46,8 +45,8 @@ std::optional<int> KindOfName(std::string_view name);
 /// Names of the kinds joined by a separator, rain first: "rain+household". Empty for none; other bits are left out.
 std::string TextOfKinds(int kinds, std::string_view separator);
 
-/// What a message shows of a text of a file: in quotation marks, cut after 60 characters, never malformed UTF-8 and
-/// never a control character.
+/// A text of a file as a message shows it: in quotation marks, cut after 60 characters; malformed UTF-8 and control
+/// characters are replaced.
 std::string Quote(std::string_view text);
 
 } // namespace OLMGis::ProjectIo

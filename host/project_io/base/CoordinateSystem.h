@@ -21,11 +21,13 @@ struct CCoordinateSystem {
     std::string ToText() const;
 };
 
-/// The number in "EPSG:n" (case ignored, blanks around it allowed); nothing for any other text. No register is asked.
+/// The number in "EPSG:n" (case ignored, blanks around it allowed); nothing for any other text. The EPSG register is
+/// not read.
 std::optional<int> ParseEpsgCode(std::string_view text);
 
-/// The coordinate system behind "EPSG:n", from PROJ's register. BadInput for another text, an unknown number and for
-/// one that has no plane of coordinates (heights, geocentric). Refused when the register can't be read. About 6 ms.
+/// The coordinate system of "EPSG:n", from the register of PROJ. BadInput for any other text, for an unknown number and
+/// for a system without plane coordinates (heights, geocentric). Refused when the register cannot be read. Costs some
+/// milliseconds.
 Utility::Result<CCoordinateSystem> ParseCrs(std::string_view text);
 
 } // namespace OLMGis::ProjectIo

@@ -97,8 +97,8 @@ bool CFileLock::TryLock(const fs::path& path, const std::string& name) {
     const CFileIdentity locked = CFileIdentity::Of(state);
     const auto there = CFileIdentity::Of(path);
     if (!there || !there->IsSameFile(locked))
-        return false; // somebody swapped in another one while we waited
-    // The bytes that programs of SQLite lock while they read or write.
+        return false; // another process replaced the file while we waited
+    // The bytes that SQLite locks while it reads or writes.
     constexpr off_t SqliteLocks = 0x40000000;
     constexpr off_t SqliteLockCount = 512;
     struct flock use {};

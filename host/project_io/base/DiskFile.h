@@ -11,7 +11,7 @@ struct stat;
 
 namespace OLMGis::ProjectIo {
 
-/// An open file of the system, closed at the end.
+/// An open file descriptor, closed by the destructor.
 class CDescriptor {
 public:
     explicit CDescriptor(int number = -1) : m_number(number) {}
@@ -27,8 +27,7 @@ private:
     int m_number;
 };
 
-/// What tells one state of a file from another: which file it is, its size and the time of its last change. Two states
-/// that look the same are the same.
+/// Which file it is, its size and the time of its last change: two equal values mean that the file has not changed.
 struct CFileIdentity {
     std::uint64_t m_device = 0;
     std::uint64_t m_node = 0;
@@ -44,16 +43,16 @@ struct CFileIdentity {
     friend bool operator==(const CFileIdentity&, const CFileIdentity&) = default;
 };
 
-/// The full path of a file behind all links, the last of which may lead to nothing yet. Throws CFailure when its folder
-/// is missing, naming the path as given.
+/// The full path of a file with all links resolved; the file itself need not exist. Throws CFailure, naming the path as
+/// given, when its folder is missing.
 std::filesystem::path ResolvedPath(const std::string& path);
 
-/// The system's words for an error number.
+/// The system's text for an error number.
 std::string ReasonOf(int systemError);
 
-/// Keeps other programs of ours from saving the same file at the same time, for its own lifetime. It waits for a
-/// second; then, or when the file is used by another program, it throws CFailure. A file that isn't there and a file
-/// system without locks give no lock and no error.
+/// Keeps other Drenova programs from saving the same file, until the destructor releases the lock. Waits for up to one
+/// second; throws CFailure when the file is still locked then or when another program uses it. A missing file and a
+/// file system without locks give no lock and no error.
 class CFileLock {
 public:
     CFileLock(const std::filesystem::path& path, const std::string& name);

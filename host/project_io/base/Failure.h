@@ -11,9 +11,9 @@
 
 namespace OLMGis::ProjectIo {
 
-/// An error on its way from the depths of reading or writing a project file to CProjectFile, which turns it into a
-/// value. Thrown and caught inside this library only: a row may be bad in fifty places, and each would have to pass its
-/// error up through four calls.
+/// An error that is thrown and caught inside this library only; its public operations answer with a Result. An
+/// exception here because a row of a project file can be bad in fifty places, four calls below the operation that
+/// answers.
 class CFailure final : public std::exception {
 public:
     explicit CFailure(Utility::Error error) : m_error(std::move(error)) {}
@@ -32,17 +32,17 @@ private:
     throw CFailure(Utility::Refused(std::move(message)));
 }
 
-/// What a reader says of an exception that the stream or a library threw while it read.
+/// The error for an exception that the stream or a library threw while a file was read.
 inline Utility::Error ReadError(const std::string& name, const std::exception& error) {
     if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
         return Utility::Refused(name + ": not enough memory");
     return Utility::Refused(name + ": cannot be read: " + error.what());
 }
 
-/// The door of an operation: what is thrown inside, by us or by a library, becomes a value here. name: what errors call
-/// the file.
+/// Runs a step and turns what it throws, our own failures and exceptions of libraries, into an error. name: name of the
+/// file in messages.
 template <class Value, class Step>
-Utility::Result<Value> AtTheDoor(const std::string& name, Step step) {
+Utility::Result<Value> CatchFailures(const std::string& name, Step step) {
     try {
         return step();
     } catch (const CFailure& failure) {

@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The name says nothing of the target's: however long that is, the temporary one is not too long.
+// Made without the target's name, so that it is never longer than the file system allows.
 constexpr std::string_view Prefix = ".drenova-save-";
 constexpr std::string_view Suffix = ".gpkg";
 constexpr std::size_t RandomDigits = 16;
@@ -59,7 +59,7 @@ CFileReplacement::CFileReplacement(fs::path target, std::string name)
     if (hasOld && ::access(m_target.c_str(), W_OK) != 0)
         Refuse("cannot be written", errno);
     RemoveLeftOvers();
-    constexpr mode_t OrdinaryMode = 0666; // less what the user's mask takes away
+    constexpr mode_t OrdinaryMode = 0666; // reduced by the user's umask
     constexpr mode_t PrivateMode = 0600;  // until it has that of the old file
     constexpr int Tries = 100;
     for (int i = 0; i < Tries; ++i)
@@ -77,7 +77,7 @@ void CFileReplacement::Refuse(const char* what, int systemError) const {
     FailRefused(fmt::format("{}: {}: {}; the file is as it was", m_name, what, ReasonOf(systemError)));
 }
 
-/// A left-over of a killed process is one that nobody holds locked.
+/// A temporary file of a killed process is one that no process has locked.
 void CFileReplacement::RemoveLeftOvers() const {
     std::error_code error;
     for (fs::directory_iterator entry(m_target.parent_path(), error), end; !error && entry != end;
@@ -90,7 +90,7 @@ void CFileReplacement::RemoveLeftOvers() const {
     }
 }
 
-/// False when the name is taken, or when somebody took the new file for a left-over before it was locked.
+/// False when the name is taken, or when another process removed the new file before it was locked.
 bool CFileReplacement::TryCreate(unsigned mode) {
     const fs::path temporary = m_target.parent_path() / RandomName();
     m_file = CDescriptor(::open(temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
@@ -112,7 +112,7 @@ void CFileReplacement::TakeOverMode() const {
     struct stat old {};
     if (::stat(m_target.c_str(), &old) != 0)
         return;
-    // Who may not give files away keeps at least the group, where that is allowed.
+    // A user who may not change the owner can often still set the group.
     constexpr auto SameOwner = static_cast<uid_t>(-1);
     [[maybe_unused]] const bool isKept =
         ::fchown(m_file.Get(), old.st_uid, old.st_gid) == 0 || ::fchown(m_file.Get(), SameOwner, old.st_gid) == 0;
@@ -129,7 +129,7 @@ int CFileReplacement::Swap(bool mayReplace) const {
         return 0;
     if (errno != EINVAL && errno != ENOSYS)
         return errno;
-    // A file system that cannot do it in one step: a second name is refused as well where there is a file.
+    // For file systems without this kind of rename: a hard link also fails where the target exists.
     if (::link(m_temporary.c_str(), m_target.c_str()) != 0)
         return errno;
     ::unlink(m_temporary.c_str());

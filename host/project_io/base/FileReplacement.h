@@ -10,31 +10,33 @@
 
 namespace OLMGis::ProjectIo {
 
-/// A new file that takes the place of another one whole or not at all: it is written beside it under a name of its own
-/// and swapped in at the end. A crash, a full disk or a killed process leaves the old file as it was; what a killed
-/// process left behind is cleared away by the next one in the same folder. Throws CFailure, which calls the file name.
+/// Replaces a file as a whole or not at all: the new file is written beside the old one under a temporary name and
+/// renamed at the end. A crash, a full disk or a killed process leaves the old file as it was; a temporary file left by
+/// a killed process is removed by the next replacement in the same folder. Throws CFailure; name: name of the file in
+/// messages.
 class CFileReplacement {
 public:
     /// target: full path without links.
     CFileReplacement(std::filesystem::path target, std::string name);
 
-    /// Takes the new file away when it was not swapped in.
+    /// Removes the new file if Commit was not called or failed.
     ~CFileReplacement();
     CFileReplacement(const CFileReplacement&) = delete;
     CFileReplacement& operator=(const CFileReplacement&) = delete;
 
-    /// The empty file to write into; its name ends like the target's kind, as programs expect it.
+    /// The empty file to write into; it has the suffix of the target, because libraries choose the format by it.
     std::string GetTemporaryPath() const { return m_temporary.string(); }
 
-    /// Brings everything that was written to the disk and gives it the mode and, where allowed, the owner of the old
-    /// file. What takes long is then over.
+    /// Flushes the new file to the disk and gives it the mode and, where allowed, the owner of the old file. The slow
+    /// part of a replacement: Commit only renames.
     void Flush();
 
-    /// Swaps the new file in. Fails when there is an old one that may not be replaced. Answers what the target is now.
+    /// Renames the new file to the target. Fails when the target exists and may not be replaced. Returns the new state
+    /// of the target.
     CFileIdentity Commit(bool mayReplace);
 
 private:
-    /// While it lives, a write beyond the size limit of the process is an error and not the end of the process.
+    /// While it exists, a write beyond the size limit of the process is an error instead of ending the process.
     class CSizeSignalGuard {
     public:
         CSizeSignalGuard();
@@ -56,7 +58,7 @@ private:
     std::filesystem::path m_target;
     std::string m_name;
     std::filesystem::path m_temporary;
-    CDescriptor m_file; ///< locked as long as it is being written: that is how it differs from a left-over
+    CDescriptor m_file; ///< locked while it is written; an unlocked temporary file is left over from a killed process
     bool m_isCommitted = false;
 };
 

@@ -9,16 +9,16 @@
 
 namespace OLMGis::ProjectIo {
 
-/// Something that an import noticed on single objects and tells once for all of them.
+/// Something that an import noticed on several objects, reported once with their number.
 struct CImportNote {
-    std::string m_what;      ///< what was noticed, without the object; the same words for every object
+    std::string m_what;      ///< what was noticed, without the object; the same text for every object
     std::size_t m_count = 0; ///< on how many objects
     std::string m_first;     ///< line, record or name of the first one; may be empty
 };
 
-/// What an import brought and what it noticed on the way. Whatever the size of the source, it stays small.
+/// Counts of what an import read, and what it noticed. Its size is limited for any source.
 struct CImportSummary {
-    /// More kinds of notes than this stand under one of their own, so that a hostile source cannot fill the screen.
+    /// Further kinds of notes are counted as FurtherNotes, so that a bad source cannot fill the screen.
     static constexpr std::size_t MostNotes = 100;
     static constexpr std::string_view FurtherNotes = "further notes of other kinds";
 
@@ -31,10 +31,11 @@ struct CImportSummary {
     std::vector<CImportNote> m_notes;    ///< in the order in which they were noticed first
     std::vector<std::string> m_warnings; ///< whole sentences, in order
 
-    /// Counts an occurrence of what; where is kept of the first one only. Cost: the number of kinds of notes.
+    /// Counts occurrences of what; where: line, record or name, kept of the first occurrence only. Cost: the number of
+    /// kinds of notes.
     void Count(std::string_view what, std::string_view where, std::size_t count = 1);
 
-    /// For display: what was brought, then the warnings, then the notes; one text a line, without line ends.
+    /// For display: the counts, then the warnings, then the notes; one text per line, without line ends.
     std::vector<std::string> ToLines() const;
 };
 

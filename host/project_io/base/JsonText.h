@@ -8,11 +8,11 @@
 
 namespace OLMGis::ProjectIo {
 
-/// Appends a text as a JSON string; bytes that are no UTF-8 become replacement characters.
+/// Appends a text as a JSON string; bytes that are not UTF-8 become replacement characters.
 void AppendJson(fmt::memory_buffer& buffer, std::string_view text);
 
-/// Appends a number: the shortest text that reads back as the same number, sign of zero included; what is not finite
-/// as one of the texts "NaN", "Infinity", "-Infinity".
+/// Appends a number: the shortest text that reads back as the same number, sign of zero included; a number that is
+/// not finite as one of the texts "NaN", "Infinity", "-Infinity".
 void AppendJson(fmt::memory_buffer& buffer, double number);
 void AppendJson(fmt::memory_buffer& buffer, int number);
 

@@ -7,7 +7,7 @@
 
 namespace OLMGis::ProjectIo {
 
-/// Shows the progress of opening or saving for its own lifetime, counted in rows of the file.
+/// Shows the progress of opening or saving while it exists, counted in rows of the file.
 class COperationProgress {
 public:
     COperationProgress(std::string_view caption, std::int64_t rows);
@@ -15,17 +15,17 @@ public:
     COperationProgress(const COperationProgress&) = delete;
     COperationProgress& operator=(const COperationProgress&) = delete;
 
-    /// Another row is done. Throws CFailure of the kind Cancelled when the user gave up.
+    /// Counts one row. Throws CFailure of the kind Cancelled when the user cancelled.
     void Advance() {
         if ((++m_done & (StepRows - 1)) == 0)
             Show();
     }
 
-    /// Asks once more whether to go on.
+    /// Updates the display and throws as Advance does.
     void Show();
 
 private:
-    static constexpr std::int64_t StepRows = 1024; ///< rows between two looks at the user, a power of 2
+    static constexpr std::int64_t StepRows = 1024; ///< rows between two updates, a power of 2
 
     std::int64_t m_rows;
     std::int64_t m_done = 0;

@@ -22,7 +22,7 @@ CSectionReferences::CSectionReferences(const Topology::CTopologyStorage& topolog
 std::string_view CSectionReferences::ReferenceTo(const CSection& section) const {
     const auto found = m_byName.find(section.GetName());
     const bool isOnly = found != m_byName.end() && found->second == &section;
-    // A name that looks like another's GUID would be taken for that GUID.
+    // A name that equals the GUID of another section would be read as that GUID.
     return isOnly && !m_topology.GetSectionByGuid(section.GetName()) ? section.GetName() : section.GetGuid();
 }
 

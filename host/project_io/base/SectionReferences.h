@@ -13,17 +13,17 @@
 
 namespace OLMGis::ProjectIo {
 
-/// How files refer to sections: by name where only one section has it, else by GUID. Made for one file, while the
-/// topology stays as it is. Linear to make, then one hash look-up a question, whatever the number of equal names.
+/// How files refer to sections: by name where only one section has it, else by GUID. Made for one file; the topology
+/// must not change meanwhile. Linear to make, then one hash look-up per question.
 class CSectionReferences {
 public:
     explicit CSectionReferences(const Topology::CTopologyStorage& topology);
 
-    /// The text that finds this section again.
+    /// The text by which Find finds this section.
     std::string_view ReferenceTo(const Topology::CSection& section) const;
 
-    /// The section of a GUID or name; a text that is a GUID is taken for one. BadInput, telling what was found and what
-    /// was expected, for an unknown text and for a name that repeats.
+    /// The section of a GUID or name; a text that is the GUID of a section is taken as one. BadInput, saying what was
+    /// found and what was expected, for an unknown text and for a name that repeats.
     Utility::Result<boost::shared_ptr<Topology::CSection>> Find(std::string_view text) const;
 
 private:

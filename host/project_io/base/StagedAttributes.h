@@ -10,18 +10,18 @@
 
 namespace OLMGis::ProjectIo {
 
-/// Values of attributes on their way into a project: they wait here, by the place of their record, until everything is
-/// known to be good. Columns like those of the store, so that waiting costs no more than being stored.
+/// Values of attributes that wait, by the place of their record, until the whole file is known to be good. Kept in
+/// columns as the store keeps them, so that they take no more memory than there.
 class CStagedAttributes {
 public:
-    /// Keeps a value for a record; a null is kept as none.
+    /// Keeps a value for a record; a null is not kept.
     void Set(const Data::CDataDefinition& definition, std::uint32_t record, const Data::CDataBox& box);
 
     bool IsNotNull(const Data::CDataDefinition& definition, std::uint32_t record) const;
     bool Read(const Data::CDataDefinition& definition, std::uint32_t record, Data::CDataBox& box) const;
 
-    /// Writes all values of a kind of entity, which are forgotten here; rows[record] is the row of a record in the
-    /// store. Cost: values and, a 64th each, records a column.
+    /// Writes all values of one kind of entity into the store and removes them here; rows[record] is the row of a
+    /// record in the store. Linear in values and in records per column.
     void Store(Data::CAttributeStore& store, Data::enmEntityKind kind, const std::vector<std::uint32_t>& rows);
 
 private:

@@ -16,13 +16,13 @@ namespace OLMGis::ProjectIo {
 /// The place of nothing in a list of records.
 inline constexpr std::uint32_t NoRecord = Utility::NoPlace;
 
-/// The text at a place of a list, which is borrowed and may grow.
+/// The text at a place of a list; the list is borrowed and may grow.
 struct CTextAt {
     const std::vector<Data::CKeptText>* m_texts;
     std::string_view operator()(std::uint32_t place) const { return (*m_texts)[place].View(); }
 };
 
-/// Names compare by plain characters, GUIDs without case and braces.
+/// Names compare by plain characters; GUIDs compare without letter case and braces.
 using CNameIndex = Utility::CPlaceIndex<CTextAt, std::hash<std::string_view>, std::equal_to<std::string_view>>;
 using CGuidIndex = Utility::CPlaceIndex<CTextAt, Utility::GuidHash, Utility::GuidEqual>;
 

@@ -8,12 +8,11 @@
 
 namespace OLMGis::ProjectIo {
 
-/// Passes a text on to a parser that keeps the value it is reading, whatever its length, and ends the text early where
-/// one value goes on for too long: a file of one endless text must not fill the memory. The parser's side tells each
-/// value; the price is a count a block.
+/// Limits the length of one value that a parser reads: the text ends early where a value is too long, so that a file of
+/// one endless text cannot fill the memory. The reader calls NoteValue after each value. Costs one counter per block.
 class CValueLimit final : public std::streambuf {
 public:
-    /// The source is borrowed. longest: bytes of a value with the blanks around it; it is kept to a block or so.
+    /// The source is borrowed. longest: bytes of a value with the blanks around it, exceeded by one block at most.
     CValueLimit(std::streambuf& source, std::size_t longest) : m_source(source), m_longest(longest) {}
 
     void SetLongest(std::size_t longest) { m_longest = longest; }

@@ -68,7 +68,7 @@ private:
     void WriteKey(std::string_view key);
     void WriteValue(const CDataBox& box);
 
-    /// The section that leaves the node and whose GUID is, letter for letter, its settled main outlet; else null. Any
+    /// The section that leaves the node and whose GUID is, letter for letter, its chosen main outlet; else null. Any
     /// other text of the attribute is written as an attribute, so that it comes back as it was.
     const CSection* FindMainOutlet(const CNode& node) const;
     bool HasKnownPipe(const CSection& section) const;
@@ -91,7 +91,7 @@ private:
 };
 
 std::vector<const CDataDefinition*> CExchangeWriter::KeysOf(enmEntityKind kind) const {
-    // These have forms of their own in the format.
+    // The format has properties of its own for these.
     std::vector<const CDataDefinition*> keys = m_topology.GetStore().GetUsedDefinitions(kind);
     std::erase_if(keys, [&](const CDataDefinition* key) {
         return key == m_mainOutlet || key == m_pipe || key == m_kinds || key->m_id.starts_with("TERRAIN_");
@@ -158,8 +158,8 @@ void CExchangeWriter::WriteCatalog(std::string_view member, std::string_view cat
     if (std::all_of(groups.begin(), groups.end(), [](const auto& group) { return group->GetSubItems().empty(); }))
         return;
     std::ostringstream table;
-    if (!ExportCatalog(table, kind))
-        return; // a text in memory takes every byte
+    if (!ExportCatalogCsv(table, kind))
+        return; // cannot fail: the stream is in memory
     AppendJson(m_buffer, member);
     AppendRaw(m_buffer, ":");
     AppendJson(m_buffer, std::string_view(table.str()));

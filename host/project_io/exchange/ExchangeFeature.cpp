@@ -55,7 +55,7 @@ void CExchangeGeometry::AddNumber(double number) {
         m_point.m_y = number;
     else
         m_hasHeights = true;
-    m_numbersInPoint = std::min(m_numbersInPoint + 1, 3); // further ones say nothing more, however many
+    m_numbersInPoint = std::min(m_numbersInPoint + 1, 3); // more than 3 are treated as 3
 }
 
 void CExchangeGeometry::CloseList() {

@@ -14,7 +14,7 @@ namespace OLMGis::ProjectIo {
 
 enum class enmJsonKind : std::uint8_t { Null, Boolean, Number, Text, List, Object };
 
-/// One value of a JSON text; of lists and objects only that they are ones.
+/// One value of a JSON text; of lists and objects only the kind.
 struct CJsonValue {
     enmJsonKind m_kind = enmJsonKind::Null;
     double m_number = 0.0; ///< of a number; 0 or 1 of a boolean
@@ -24,7 +24,7 @@ struct CJsonValue {
     std::string Describe() const;
 };
 
-/// One property of a feature. The items of a list have no keys. What stands deeper is not kept.
+/// One property of a feature. The items of a list have no keys. Values that are nested deeper are not kept.
 struct CExchangeProperty {
     struct CItem {
         std::string m_key;
@@ -39,7 +39,7 @@ struct CExchangeProperty {
 /// The geometry of a feature, gathered from nested lists of numbers.
 class CExchangeGeometry {
 public:
-    /// More than this in one geometry, points and the like, is a fault.
+    /// A geometry with more points, rings or lists than this is a fault.
     static constexpr std::size_t MostPoints = 10'000'000;
 
     void Clear();
@@ -61,7 +61,7 @@ public:
     /// All points in order; of a polygon ring after ring.
     const std::vector<Topology::CPoint>& GetPoints() const { return m_points; }
 
-    /// Rings of a polygon without fault; rings are taken from the points.
+    /// Rings of a polygon without a fault: parts of GetPoints.
     std::size_t GetRingCount() const { return m_ringEnds.size(); }
     std::span<const Topology::CPoint> GetRing(std::size_t ring) const;
 
@@ -74,11 +74,11 @@ private:
     std::string m_type;
     std::string m_fault; ///< the first one
     std::vector<Topology::CPoint> m_points;
-    std::vector<std::size_t> m_ringEnds; ///< places behind the last point of each ring
+    std::vector<std::size_t> m_ringEnds; ///< place after the last point of each ring
     Topology::CPoint m_point;
-    int m_level = 0;          ///< lists open now
+    int m_level = 0;          ///< open lists
     int m_positionLevel = 0;  ///< lists around the numbers; 0 while there was no number
-    int m_numbersInPoint = 0; ///< of the position that is being read, 3 for all beyond
+    int m_numbersInPoint = 0; ///< of the position that is being read; 3 for three or more
     bool m_isGiven = false;
     bool m_hasHeights = false;
 };
@@ -86,11 +86,11 @@ private:
 /// One feature of an exchange file. Made once and filled anew for each.
 class CExchangeFeature {
 public:
-    /// More properties than this have no meaning and are a fault, and so are longer texts in all.
+    /// More properties than this are a fault, and so are texts that are longer in sum.
     static constexpr std::size_t MostProperties = 256;
     static constexpr std::size_t LongestTexts = std::size_t{1} << 24; ///< bytes
 
-    /// Begins the feature of a number, counted from 1.
+    /// Begins the feature of that number, counted from 1.
     void Begin(std::size_t number);
 
     std::size_t GetNumber() const { return m_number; }
@@ -104,13 +104,13 @@ public:
     /// Null when there is none of that key.
     const CExchangeProperty* FindProperty(std::string_view key) const;
 
-    /// The text of a property; empty when there is none or it is no text.
+    /// The text of a property; empty when there is none or it is not a text.
     std::string_view FindText(std::string_view key) const;
 
     CExchangeGeometry& GetGeometry() { return m_geometry; }
     const CExchangeGeometry& GetGeometry() const { return m_geometry; }
 
-    /// What its reading found wrong with it, as "found X, expected Y"; empty when nothing was.
+    /// The first fault that was found while reading, as "found X, expected Y"; empty for none.
     const std::string& GetFault() const { return m_fault; }
     void SetFault(std::string fault);
 
@@ -119,13 +119,13 @@ public:
 
 private:
     std::size_t m_number = 0;
-    std::vector<CExchangeProperty> m_properties; ///< never shrinks, so that its texts keep their room
+    std::vector<CExchangeProperty> m_properties; ///< never shrinks, so that its texts keep their memory
     std::size_t m_propertyCount = 0;
     CExchangeGeometry m_geometry;
     std::string m_fault; ///< the first one
 };
 
-/// The label of a feature by what is known of it; layer may be empty.
+/// The label of a feature; layer and name may be empty.
 std::string LabelOfFeature(std::size_t number, std::string_view layer, std::string_view name);
 
 } // namespace OLMGis::ProjectIo

@@ -24,7 +24,7 @@ using Utility::Status;
 
 namespace {
 
-/// Enters linked records into a topology, kind by kind; rows tell where each record went.
+/// Enters linked records into a topology, kind by kind, and keeps the row of each record.
 class CExchangeStore {
 public:
     CExchangeStore(CExchangeRecords& records, CTopologyStorage& topology) : m_records(records), m_topology(topology) {}
@@ -150,7 +150,7 @@ Result<CImportSummary> Import(std::istream& stream, const std::string& name) {
 } // namespace
 
 Result<CImportSummary> ImportExchange(std::istream& stream, const std::string& name) {
-    return AtTheDoor<CImportSummary>(name, [&] { return Import(stream, name); });
+    return CatchFailures<CImportSummary>(name, [&] { return Import(stream, name); });
 }
 
 } // namespace OLMGis::ProjectIo

@@ -21,7 +21,7 @@ using Utility::Status;
 
 namespace {
 
-/// A drawn end farther from its node than this (m) is told: the line may run against `from` and `to`.
+/// A drawn end farther from its node than this (m) is reported: the line may run against `from` and `to`.
 constexpr double FarEnd = 1.0;
 
 class CLinker {
@@ -92,7 +92,7 @@ Status CLinker::Snap(std::uint32_t section, bool isStart, std::uint32_t& node) {
             fmt::format("found no node within {} m of its {} at {} {}, expected one, or a node named in \"{}\"",
                         SnapTolerance, isStart ? "start" : "end", point.m_x, point.m_y, isStart ? "from" : "to"));
     if (found.m_isAmbiguous)
-        m_summary.Count("end of a section where several nodes stand, of which the first was taken",
+        m_summary.Count("end of a section at which there are several nodes, of which the first was taken",
                         LabelOfSection(section));
     node = found.m_place;
     return Done();
@@ -128,7 +128,7 @@ Status CLinker::LinkCatchments() {
     std::uint32_t last = NoRecord;
     for (std::uint32_t i = 0; i < m_records.m_catchments.size(); ++i) {
         CExchangeRecords::CCatchment& record = m_records.m_catchments[i];
-        // A text that is kept once for several catchments in a row is looked up once.
+        // Consecutive catchments of one section share their text, which is looked up once.
         if (last != NoRecord &&
             m_records.m_catchments[i - 1].m_sectionText.View().data() == record.m_sectionText.View().data()) {
             record.m_section = last;

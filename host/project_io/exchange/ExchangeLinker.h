@@ -11,8 +11,8 @@
 
 namespace OLMGis::ProjectIo {
 
-/// How far from a node a drawn end of a section may lie (m) to count as the same place: coordinates pass through
-/// programs that round them to the millimetre.
+/// A drawn end of a section within this distance of a node (m) snaps to it: other programs round coordinates to the
+/// millimetre.
 inline constexpr double SnapTolerance = 0.001;
 
 /// Joins the records of an exchange file: sections to nodes, by name or by their drawn ends, catchments to sections,

@@ -22,7 +22,7 @@ using Utility::Status;
 
 namespace {
 
-/// Bytes of the longest value: in features, and among the members of the collection, of which some are whole tables.
+/// Bytes of the longest value: of features, and of members of the collection, some of which are whole tables.
 constexpr std::size_t LongestValue = std::size_t{1} << 20;
 constexpr std::size_t LongestMember = std::size_t{1} << 27;
 
@@ -41,7 +41,7 @@ enum class enmPlace : std::uint8_t {
     Skipped, ///< nothing in it is kept
 };
 
-/// The parser's message without its own number, readable on one line whatever the file holds.
+/// The parser's message without its own number, on one line and without control characters.
 std::string Clean(std::string_view what) {
     constexpr std::size_t longest = 300;
     if (const std::size_t end = what.find("] "); what.starts_with('[') && end != std::string_view::npos)
@@ -52,8 +52,8 @@ std::string Clean(std::string_view what) {
     return clean;
 }
 
-/// Receives the text token by token, keeps the present feature and hands it on. The operations with small letters are
-/// called by the parser; false from one of them ends the reading.
+/// Receives the text token by token, collects one feature and passes it to the sink. The parser calls the operations
+/// with lower-case names; false from one of them ends the reading.
 class CExchangeHandler {
 public:
     using CJson = nlohmann::json;
@@ -94,7 +94,7 @@ public:
                                     "left open?)",
                                     m_limit.GetLongest()));
         const std::string what = Clean(error.what());
-        // Faults of the text tell line and column themselves, a number too large does not.
+        // Faults of the text contain line and column already; a number out of range does not.
         const std::string place = what.starts_with("parse error") ? "" : fmt::format("byte {}: ", position);
         return Fail(fmt::format("found no valid JSON: {}{}", place, what));
     }
@@ -124,7 +124,7 @@ private:
 
     bool TakeNumber(enmJsonKind kind, double number) {
         m_limit.NoteValue();
-        // Coordinates are most of a file's numbers.
+        // First, because most numbers of a file are coordinates.
         if (kind == enmJsonKind::Number && !m_places.empty() && m_places.back() == enmPlace::Coordinates) {
             m_feature.GetGeometry().AddNumber(number);
             return true;
@@ -138,7 +138,7 @@ private:
     void TakeFeatureMember(const CJsonValue& value);
     bool TakeCrs(const CJsonValue& value);
 
-    /// What a list or object that opens now is; notes it where it stands. Nothing after an error.
+    /// The place of a list or object that opens now; notes an error where it is not allowed. Nothing after an error.
     std::optional<enmPlace> PlaceOfObject();
     std::optional<enmPlace> PlaceOfList();
     std::optional<enmPlace> PlaceIn(enmJsonKind kind);

@@ -150,7 +150,7 @@ Status CExchangeReader::CheckGeometry(std::string_view type, bool isRequired) {
     if (const std::string fault = geometry.FindFault(type); !fault.empty())
         return Fault("geometry: " + fault);
     if (geometry.HasHeights())
-        m_summary.Count("geometry with heights, which are not taken over (terrain and levels are attributes)",
+        m_summary.Count("geometry with heights, which are not imported (terrain and levels are attributes)",
                         m_feature->Label());
     return Done();
 }
@@ -267,7 +267,7 @@ Status CExchangeReader::ReadCatchment() {
     m_record = static_cast<std::uint32_t>(m_records.m_catchments.size());
     CExchangeRecords::CCatchment catchment;
     catchment.m_feature = FeatureNumber();
-    // Catchments of one section stand together in most files: the text is kept once.
+    // Catchments of one section follow each other in most files: the text is kept once.
     const bool isRepeated =
         !m_records.m_catchments.empty() && m_records.m_catchments.back().m_sectionText.View() == section;
     catchment.m_sectionText =

@@ -17,8 +17,8 @@ class CCatalog;
 
 namespace OLMGis::ProjectIo {
 
-/// Turns features into records, each for itself: what it refers to may come later. Every key, type and value of a
-/// feature is judged here; GUIDs and names of nodes are checked for their uniqueness.
+/// Turns features into records one by one; references are resolved later by LinkExchange. Checks every key, type and
+/// value of a feature, and that GUIDs and names of nodes are unique.
 class CExchangeReader final : public IExchangeSink {
 public:
     /// Everything is borrowed; pipes is the catalogue that the property `pipe` refers to.
@@ -62,7 +62,7 @@ private:
     std::string m_crs;
     const CExchangeFeature* m_feature = nullptr; ///< the present one
     std::uint32_t m_record = 0;                  ///< its place among its kind
-    std::string m_lastPipeText;                  ///< pipes repeat in runs: the last one is not looked up again
+    std::string m_lastPipeText; ///< neighbouring sections often have the same pipe, which is then not looked up again
     std::string m_lastPipeGuid;
 };
 

@@ -20,9 +20,9 @@ struct CPointRange {
     std::uint32_t m_count = 0;
 };
 
-/// A network on its way from an exchange file into a project: compact records in the order of the file, because a
-/// feature may refer to others that come later. m_feature is the number of the feature that a record came from; names
-/// and GUIDs stand in lists of their own, by the place of the record.
+/// The content of an exchange file as compact records in the order of the file; needed because a feature may refer to
+/// others that come later. m_feature is the number of the feature in the file; names and GUIDs are in lists of their
+/// own, by the place of the record.
 struct CExchangeRecords {
     struct CNode {
         std::uint32_t m_nameId = 0; ///< in m_nodeNames
@@ -63,7 +63,7 @@ struct CExchangeRecords {
     std::vector<Data::CKeptText> m_sectionGuids;
     CNameIndex m_sectionsByName{{&m_sectionNames}}; ///< the first one of each name
     CGuidIndex m_sectionsByGuid{{&m_sectionGuids}};
-    std::vector<bool> m_isNameRepeated; ///< by section, true at the first one of a name that others have, too
+    std::vector<bool> m_isNameRepeated; ///< by section, true at the first section of a name that others have too
 
     std::vector<CCatchment> m_catchments;
     std::vector<Data::CKeptText> m_catchmentNames; ///< empty for none

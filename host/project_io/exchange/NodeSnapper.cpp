@@ -22,7 +22,7 @@ std::size_t CNodeSnapper::KeyHash::operator()(const CKey& key) const {
 }
 
 CNodeSnapper::CKey CNodeSnapper::CellOf(const CPoint& point) const {
-    // Adding 0 turns a negative zero into the ordinary one, which has other bits.
+    // Adding 0 turns a negative zero into a positive one: equal keys must have equal bits.
     return {std::floor(point.m_x / m_tolerance) + 0.0, std::floor(point.m_y / m_tolerance) + 0.0};
 }
 
@@ -67,7 +67,7 @@ CNodeSnapper::CFound CNodeSnapper::Find(const CPoint& point) const {
                 continue;
             for (std::uint32_t i = cell->second; i != NoRecord; i = m_next[i]) {
                 const double distance = Topology::Distance(m_points[i], point);
-                // Of two equally near points the first one of the list, whatever the cell.
+                // Of two equally near points the first one of the list.
                 if (distance < nearest || (distance == nearest && i < found.m_place)) {
                     nearest = distance;
                     found.m_place = i;

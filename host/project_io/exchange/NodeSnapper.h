@@ -12,23 +12,23 @@
 namespace OLMGis::ProjectIo {
 
 /// Finds the node at the end of a drawn line: the one at exactly that place, else the nearest within a tolerance.
-/// A grid of cells as wide as the tolerance: linear in nodes, constant a question, whatever the drawing.
+/// Uses a grid of cells as wide as the tolerance: linear in the nodes, constant per question for any drawing.
 class CNodeSnapper {
 public:
     struct CFound {
         std::uint32_t m_place = 0;  ///< in the list of points, NoRecord where no point is near enough
-        bool m_isAmbiguous = false; ///< several points stand at exactly the place of the one that was found
+        bool m_isAmbiguous = false; ///< several points have exactly the place of the one that was found
     };
 
-    /// Points that are not known are passed over. tolerance: m, > 0. The points are borrowed.
+    /// The points are borrowed; unknown ones are skipped. tolerance: m, > 0.
     CNodeSnapper(std::span<const Topology::CPoint> points, double tolerance);
 
     /// Of several points at exactly the same place the first one of the list.
     CFound Find(const Topology::CPoint& point) const;
 
 private:
-    /// More different points than this in one cell are drawn in a finer grid than the tolerance; later ones are found
-    /// only exactly.
+    /// Limits the cost of a drawing that is finer than the tolerance: further points of a cell are found only at
+    /// exactly their place.
     static constexpr int MostInCell = 16;
 
     struct CKey {

@@ -51,7 +51,7 @@ struct CInpKeys {
     const CDataDefinition* m_coefficient = Definition("coefficient");
 };
 
-/// Definitions are the installation's, the same for every project.
+/// Looked up once: the definitions are the same for every project.
 const CInpKeys& Keys() {
     static const CInpKeys keys;
     return keys;
@@ -96,8 +96,8 @@ Status CInpBuilder::AddNodes() {
             return Error{node.GetError().kind,
                          fmt::format("{}, line {}: {}", m_fileName, record.m_line, node.GetError().message)};
         m_nodes.push_back(node.Value().get());
-        // The format gives no depth of outfalls, and a depth of 0 elsewhere stands for "up to the highest crown of the
-        // links at the node": so its own engine fills both.
+        // In this format outfalls have no depth, and a depth of 0 means "up to the highest crown of the links at the
+        // node".
         const double top =
             record.m_depth > 0.0 ? record.m_invert + record.m_depth : std::max(record.m_invert, crowns[i]);
         if (!(record.m_depth > 0.0))
@@ -116,7 +116,7 @@ std::vector<double> CInpBuilder::FindCrowns() const {
             continue;
         const CInpCrossSection& section = m_network.m_crossSections[link.m_crossSection];
         const double height = GetInpHeight(m_network, section);
-        // An unknown level is not a number and never the greater one.
+        // An unknown level is not-a-number, which std::max leaves out here.
         crowns[link.m_from] = std::max(crowns[link.m_from], link.m_inlet + height);
         crowns[link.m_to] = std::max(crowns[link.m_to], link.m_outlet + height);
     }
@@ -147,8 +147,8 @@ void CInpBuilder::WriteSection(const CInpLink& link, const Topology::CSection& s
     if (link.m_kind == enmInpLinkKind::Conduit) {
         WriteConduit(link, section);
     } else {
-        // A device stands at one place: the distance on the map, in units that the file need not tell, is no length
-        // over which flow is spread or travels.
+        // A device is at one place: its length on the map, in units that the file need not name, is no length over
+        // which water travels.
         Write(Keys().m_length, section, 0.0);
         m_network.m_summary.Count(
             fmt::format("{}, taken as sections without a pipe", NamesOfKinds[static_cast<std::size_t>(link.m_kind)]),
@@ -180,8 +180,8 @@ void CInpBuilder::WriteSlope(const CInpLink& link, const Topology::CSection& sec
         m_network.m_summary.Count("conduits of length 0, left without a slope", link.m_name);
         return;
     }
-    // A conduit that climbs keeps its direction and its negative slope: whether it flows the other way is for the
-    // engineer to say, and the checks name it.
+    // A conduit that climbs keeps its direction and its negative slope: the engineer decides whether it flows the other
+    // way, and the checks report it.
     const double slope = (link.m_inlet - link.m_outlet) / link.m_length * 1000.0;
     Write(Keys().m_slope, section, slope);
     Write(Keys().m_slopeOfLevels, section, slope);
@@ -189,7 +189,7 @@ void CInpBuilder::WriteSlope(const CInpLink& link, const Topology::CSection& sec
         m_network.m_summary.Count("conduits with adverse slope, kept as given", link.m_name);
 }
 
-/// Of a conduit; of one with a surveyed channel that of the channel, as the format has it.
+/// Manning's n of a conduit; the format takes it from the surveyed channel where there is one.
 double CInpBuilder::ManningOf(const CInpLink& link) const {
     const CInpTransect* transect = FindInpTransect(m_network, m_network.m_crossSections[link.m_crossSection]);
     return transect != nullptr && transect->m_manning > 0.0 ? transect->m_manning : link.m_manning;
@@ -214,7 +214,7 @@ void CInpBuilder::NoteCrossSection(const CInpLink& link, const CInpCrossSection&
 }
 
 /// By node: the link that takes what drains to it: the first one out in the order of the network, at an outfall the
-/// first one in. The format knows no main outlets, so the first stands for it.
+/// first one in. The format has no main outlets, so the first one is taken.
 std::vector<std::uint32_t> CInpBuilder::FindReceivingLinks() const {
     std::vector<std::uint32_t> receiving(m_network.m_nodes.size(), InpNone);
     const auto enter = [&](auto nodeOf) {
@@ -229,7 +229,7 @@ std::vector<std::uint32_t> CInpBuilder::FindReceivingLinks() const {
     return receiving;
 }
 
-/// By subcatchment: the node that it drains to in the end, InpNone for those that drain round in a ring.
+/// By subcatchment: the node that it finally drains to, InpNone for those that drain in a ring.
 std::vector<std::uint32_t> CInpBuilder::FindOutletNodes() const {
     const std::vector<CInpSubcatchment>& areas = m_network.m_subcatchments;
     std::vector<std::uint32_t> outlets(areas.size(), InpNone);
@@ -244,7 +244,7 @@ std::vector<std::uint32_t> CInpBuilder::FindOutletNodes() const {
             way.push_back(at);
             at = areas[at].m_subcatchment;
         }
-        // Everything on the way drains to where its end does; a way back into itself ends nowhere.
+        // Everything on the way drains to where its end drains; a ring drains nowhere.
         const std::uint32_t outlet = at == InpNone ? outlets[way.back()] : outlets[at];
         for (const std::uint32_t area : way)
             outlets[area] = outlet;
@@ -284,7 +284,7 @@ std::vector<CPoint> CInpBuilder::GatherPoints(const CInpPointRows& chain, const 
     return points;
 }
 
-/// Start, vertices, end, without the ends whose place is unknown; empty for straight between the nodes.
+/// Start, vertices, end, without ends whose place is unknown; empty for a straight line between the nodes.
 std::vector<CPoint> CInpBuilder::LineOf(const CInpLink& link) const {
     std::vector<CPoint> line = GatherPoints(link.m_vertices, m_network.m_vertexRows);
     if (line.empty())
@@ -299,7 +299,7 @@ std::vector<CPoint> CInpBuilder::LineOf(const CInpLink& link) const {
 /// The polygon as a closed ring; empty when it has fewer than three corners.
 Topology::CRings CInpBuilder::RingsOf(const CInpSubcatchment& area) {
     std::vector<CPoint> ring = GatherPoints(area.m_polygon, m_network.m_polygonRows);
-    // Some writers repeat the first corner at the end, others repeat it twice or not at all.
+    // Some programs repeat the first corner at the end, others repeat it twice or not at all.
     while (ring.size() > 1 && ring.back() == ring.front())
         ring.pop_back();
     if (ring.size() < 3) {

@@ -16,11 +16,11 @@
 namespace OLMGis::ProjectIo {
 
 /// Builds the topology, attributes and pipe catalogue of the active project from resolved records: nodes, all links as
-/// sections, subcatchments as rain catchments, each kind in the order of the file. What could not be taken over whole
-/// is noted in the network's notes. Linear.
+/// sections, subcatchments as rain catchments, each kind in the order of the file. What could not be imported as
+/// it is, is noted in the summary of the network. Linear.
 class CInpBuilder {
 public:
-    /// network is borrowed and must be resolved; fileName is what messages call the file.
+    /// network is borrowed and must be resolved; fileName: name of the file in messages.
     CInpBuilder(CInpNetwork& network, const std::string& fileName);
 
     /// BadInput when the topology or the catalogue refuses an object: the project was not empty.

@@ -39,7 +39,7 @@ Result<CImportSummary> Import(std::istream& stream, const std::string& name) {
         return built.GetError();
     network.m_summary.m_format = "storm-water network (.inp)";
     for (const auto& [section, lines] : reader.GetUnreadLines())
-        network.m_summary.Count(fmt::format("lines of {} not taken over", section), "", lines);
+        network.m_summary.Count(fmt::format("lines of {} not imported", section), "", lines);
     return std::move(network.m_summary);
 }
 
@@ -49,7 +49,7 @@ Result<CImportSummary> ImportInp(std::istream& stream, const std::string& name) 
     try {
         return Import(stream, name);
     } catch (const std::exception& e) {
-        return Utility::Refused(fmt::format("{}: the import was broken off: {}", name, e.what()));
+        return Utility::Refused(fmt::format("{}: the import stopped: {}", name, e.what()));
     }
 }
 

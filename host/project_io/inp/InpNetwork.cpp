@@ -26,8 +26,8 @@ char ToUpper(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
-/// Finds records by name, where the names mostly come in the order of the records: looks first at the record found last
-/// and at the one behind it, which memory has at hand, and asks the index only then.
+/// Finds records by name. Names mostly come in the order of the records, so the record that was found last and the next
+/// one are compared before the index is asked.
 template <class Record>
 class CInpLookUp {
 public:
@@ -57,7 +57,7 @@ Error AtLine(const std::string& fileName, std::size_t line, const std::string& f
     return BadInput(fmt::format("{}, line {}: found {}, expected {}", fileName, line, found, expected));
 }
 
-/// Enters the names of one kind of record, of which none may repeat.
+/// Enters the names of one kind of record; no name may repeat.
 template <class Record>
 std::optional<Error> IndexNames(CInpNames<Record>& index, const std::vector<Record>& records, std::string_view kind,
                                 const std::string& fileName) {
@@ -100,7 +100,7 @@ void PlaceNodes(CInpNetwork& network) {
             network.m_summary.Count("nodes without coordinates", node.m_name);
 }
 
-/// Chains a row of points to the others of its object.
+/// Appends a row of points to the others of its object.
 void Append(CInpPointRows& chain, std::vector<CInpPointRow>& rows, std::uint32_t row) {
     if (chain.m_first == InpNone)
         chain.m_first = row;
@@ -189,7 +189,7 @@ std::optional<Error> JoinSubcatchments(CInpNetwork& network, const std::string& 
     return std::nullopt;
 }
 
-/// Feet to m and acres to ha. Map coordinates have units of their own and stay.
+/// Feet to m and acres to ha. Map coordinates have their own unit and stay.
 void ConvertToMetres(CInpNetwork& network) {
     for (CInpNode& node : network.m_nodes) {
         node.m_invert *= MetresPerFoot;
@@ -213,7 +213,7 @@ void ConvertToMetres(CInpNetwork& network) {
         }
 }
 
-/// Depths of the surveyed channels, once for all conduits that have them.
+/// Depths of the surveyed channels, each calculated once.
 void MeasureTransects(CInpNetwork& network) {
     for (CInpTransect& transect : network.m_transects) {
         const auto [lowest, highest] =
@@ -224,8 +224,8 @@ void MeasureTransects(CInpNetwork& network) {
     }
 }
 
-/// The level of a conduit's end from its offset: heights count from the invert, levels stand for themselves, none is
-/// the invert.
+/// The level of a conduit's end from its offset, which is a height above the invert of the node or a level, by the
+/// options of the file; without an offset the invert.
 double EndLevel(double offset, const CInpNode& node, bool isElevation) {
     if (std::isnan(offset))
         return node.m_invert;
@@ -237,7 +237,7 @@ void SetLevels(CInpNetwork& network) {
         const CInpNode& from = network.m_nodes[link.m_from];
         const CInpNode& to = network.m_nodes[link.m_to];
         const bool isConduit = link.m_kind == enmInpLinkKind::Conduit;
-        // Of other links the format knows at most the level of the upper end; what it doesn't know stays unknown.
+        // Of other links the format has at most the level of the upper end; the other stays unknown.
         if (isConduit || !std::isnan(link.m_inlet))
             link.m_inlet = EndLevel(link.m_inlet, from, network.m_isOffsetElevation);
         if (isConduit)

@@ -24,7 +24,7 @@ namespace OLMGis::ProjectIo {
 /// The index of nothing.
 inline constexpr std::uint32_t InpNone = std::numeric_limits<std::uint32_t>::max();
 
-/// Names of the format: ASCII letters count without case, as its own engine compares them.
+/// Names compare without the case of ASCII letters, as the format defines.
 struct InpNameHash {
     std::size_t operator()(std::string_view name) const;
 };
@@ -47,7 +47,7 @@ using CInpNames = Utility::CPlaceIndex<CInpNameAt<Record>, InpNameHash, InpNameE
 struct CInpNode {
     std::string_view m_name;
     double m_invert = 0.0; ///< level of the bottom, m
-    double m_depth = 0.0;  ///< greatest depth, m; 0: up to the highest crown of the links at it
+    double m_depth = 0.0;  ///< greatest depth, m; 0 means up to the highest crown of its links
     Topology::CPoint m_point;
     std::size_t m_line = 0;
 };
@@ -95,13 +95,13 @@ struct CInpSubcatchment {
     std::size_t m_line = 0;
 };
 
-/// A point of the map on its way to its node.
+/// The place of a node on the map.
 struct CInpCoordinate {
     std::string_view m_nodeName;
     Topology::CPoint m_point;
 };
 
-/// Everything that is kept of a storm-water file, as plain records in the order of the file. Texts live in m_texts.
+/// What is kept of a storm-water file, as plain records in the order of the file. Texts are stored in m_texts.
 struct CInpNetwork {
     bool m_isUs = true;               ///< lengths in feet and areas in acres, until ResolveInpNetwork
     bool m_isOffsetElevation = false; ///< offsets of links are levels and not heights above the invert of the node
@@ -121,7 +121,7 @@ struct CInpNetwork {
     CInpIndex m_curvesByName;
     CInpIndex m_transectsByName;
     Data::CTextArena m_texts;
-    CImportSummary m_summary; ///< what could not be taken over whole
+    CImportSummary m_summary; ///< notes what could not be imported as it is
 };
 
 /// The transect that the text of a cross-section names, null for none. One hash look-up for irregular shapes.
@@ -130,10 +130,10 @@ const CInpTransect* FindInpTransect(const CInpNetwork& network, const CInpCrossS
 /// Inside height of a cross-section (m); 0 where it is unknown.
 double GetInpHeight(const CInpNetwork& network, const CInpCrossSection& section);
 
-/// Joins the records by their names and converts everything to m and ha, once: after it no record knows feet, offsets
-/// or names of others. BadInput, naming line and object, for what contradicts itself: a name that repeats, a link to an
+/// Resolves references by name and converts everything to m and ha, once: afterwards no record has feet, offsets or
+/// unresolved names. BadInput, naming line and object, for contradictions: a name that repeats, a link to an
 /// unknown node, a conduit without cross-section, a cross-section without link, a subcatchment with an unknown outlet.
-/// fileName is what messages call the file. Linear.
+/// fileName: name of the file in messages. Linear.
 Utility::Status ResolveInpNetwork(CInpNetwork& network, const std::string& fileName);
 
 } // namespace OLMGis::ProjectIo

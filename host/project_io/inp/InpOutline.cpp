@@ -11,14 +11,14 @@ namespace {
 
 constexpr int ChordCount = 64;
 
-/// By how much the upper edge of a ledge is lifted, so that heights keep growing (mm).
+/// The upper edge of a ledge is lifted by this (mm), so that heights keep growing.
 constexpr double LedgeHeight = 0.01;
 
 double Round(double millimetres) {
     return std::round(millimetres * 1e6) / 1e6;
 }
 
-/// Adds a point above the last one; a point that is not above it tells nothing that a chord could follow.
+/// Adds a point; one that is not above the last one is left out, because heights must grow.
 void AddPoint(CInpOutline& outline, double height, double width) {
     const Topology::CShapePoint point{Round(height), Round(width)};
     if (outline.empty() || point.m_height > outline.back().m_height)
@@ -75,7 +75,7 @@ CInpOutline PowerOutline(double height, double width, double exponent) {
     CInpOutline outline;
     for (int i = 0; i <= ChordCount; ++i) {
         const double part = static_cast<double>(i) / ChordCount;
-        // Equal steps of what changes faster: the width of a rounded bottom, the height of a pointed one.
+        // Equal steps of the quantity that changes faster: width for a rounded bottom, height for a pointed one.
         if (exponent >= 1.0)
             AddPoint(outline, height * std::pow(part, exponent), width * part);
         else

@@ -127,7 +127,7 @@ bool CInpParser::ReadNode(std::size_t depthPlace) {
 }
 
 bool CInpParser::ReadDivider() {
-    // Name, elevation, diverted link, kind, then what the kind needs, then the greatest depth.
+    // Name, elevation, diverted link, kind, values of the kind, greatest depth.
     const std::string_view kind = m_reader.GetToken(3);
     if (IsOneOf(kind, {"OVERFLOW"}))
         return ReadNode(4);
@@ -163,7 +163,7 @@ bool CInpParser::ReadConduit() {
            ReadOffset(5, conduit.m_inlet) && ReadOffset(6, conduit.m_outlet);
 }
 
-/// "*" and the end of the line stand for no offset.
+/// "*" and the end of the line mean no offset.
 bool CInpParser::ReadOffset(std::size_t place, double& offset) {
     return m_reader.GetToken(place) == "*" || m_reader.ReadOptionalNumber(place, Offset, offset);
 }
@@ -182,7 +182,7 @@ bool CInpParser::ReadCrossSection() {
     const bool isNamed = *shape == enmInpShape::Irregular || *shape == enmInpShape::Street;
     if (isNamed || *shape == enmInpShape::Custom)
         section.m_text = Keep(m_reader.GetToken(isNamed ? 2 : 3));
-    // A curve's or transect's name stands in place of a dimension; only a custom shape has its height beside it.
+    // The name of a curve or transect takes the place of a dimension; only a custom shape also has a height.
     const std::size_t dimensionCount = isNamed ? 0 : *shape == enmInpShape::Custom ? 1 : section.m_dimensions.size();
     for (std::size_t i = 0; i < dimensionCount; ++i) {
         if (!m_reader.ReadOptionalNumber(2 + i, Dimension, section.m_dimensions[i]))
@@ -209,7 +209,7 @@ bool CInpParser::ReadTransect() {
         if (!m_reader.ReadNumber(1, Manning, left) || !m_reader.ReadNumber(2, Manning, right) ||
             !m_reader.ReadNumber(3, Manning, channel))
             return false;
-        // A 0 keeps what held before.
+        // A 0 keeps the previous value.
         if (channel > 0.0)
             m_channelManning = channel;
         m_hasOtherBanks = (left > 0.0 && left != m_channelManning) || (right > 0.0 && right != m_channelManning);

@@ -7,8 +7,8 @@
 
 namespace OLMGis::ProjectIo {
 
-/// Turns the lines of a storm-water file into records, each line for itself: names of other objects stay names, because
-/// the format lets its sections stand in any order.
+/// Turns the lines of a storm-water file into records, line by line. Names of other objects are kept as names, because
+/// the headings of a file may come in any order.
 class CInpParser {
 public:
     CInpParser(CInpReader& reader, CInpNetwork& network) : m_reader(reader), m_network(network) {}

@@ -27,7 +27,7 @@ std::uint32_t CInpPipes::Enter(const CInpNetwork& network, const CInpCrossSectio
     const std::optional<CInpShapeName> shape = NameInpShape(section);
     if (!shape)
         return InpNone;
-    // Catalogues know k to the micrometre: what differs less is the same pipe.
+    // Roughness is known to the micrometre: smaller differences give the same pipe.
     const double catalogRoughness = std::round(roughness * 1000.0) / 1000.0;
     std::string name = fmt::format("{} k {}", shape->m_name, catalogRoughness);
     const auto [entry, isNew] = m_byName.emplace(name, InpNone);

@@ -17,17 +17,17 @@ namespace {
 
 constexpr std::size_t BlockSize = std::size_t{1} << 20;
 
-/// Names of sections up to which unknown ones are counted one by one: a file of nothing but headings must not fill a
+/// Unknown headings are counted one by one up to this number, so that a file of nothing but headings cannot fill a
 /// report.
 constexpr std::size_t MostSectionsOneByOne = 60;
 
 struct CHeading {
-    std::string_view m_start; ///< with which a heading begins, whatever follows: the format lets headings be cut short
+    std::string_view m_start; ///< a heading begins with it: the format allows shortened headings
     std::string_view m_name;
     enmInpSection m_section = enmInpSection::Other;
 };
 
-/// Every section of the format. Of two beginnings the longer one stands first.
+/// Every heading of the format. Of two that begin alike the longer one comes first.
 constexpr CHeading Headings[] = {
     {"TITLE", "TITLE"},
     {"OPTION", "OPTIONS", enmInpSection::Options},
@@ -96,7 +96,7 @@ bool IsAscii(std::string_view text) {
     return std::none_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
 }
 
-/// A piece of the file as a message shows it: short, and readable whatever its bytes.
+/// A piece of the file as a message shows it: short and without control characters.
 std::string Quote(std::string_view text) {
     constexpr std::size_t Longest = 40;
     std::size_t length = std::min(text.size(), Longest);

@@ -14,7 +14,7 @@
 
 namespace OLMGis::ProjectIo {
 
-/// The sections of the storm-water format of which something is kept. Lines of Other are counted and passed over.
+/// The headings of the storm-water format whose lines are read. Lines of Other are counted and skipped.
 enum class enmInpSection : std::uint8_t {
     Other,
     Options,
@@ -36,28 +36,28 @@ enum class enmInpSection : std::uint8_t {
     Polygons,
 };
 
-/// A number of the format: its name in messages, and the range outside of which it is taken for a slip (in the units of
-/// the file; wide enough for both unit systems).
+/// A number of the format: its name in messages and its possible range, in the units of the file and wide enough for
+/// both unit systems.
 struct CInpQuantity {
     std::string_view m_name;
     double m_least = 0.0;
     double m_greatest = 0.0;
 };
 
-/// Walks through the lines of a storm-water file, whatever their number, with one block of it in memory. Comments,
-/// empty lines and lines of sections that are not kept never reach the caller; the latter are counted by section.
+/// Reads a storm-water file line by line with one block of it in memory. Skips comments and empty lines, and counts the
+/// lines of headings that are not read.
 class CInpReader {
 public:
-    /// A longer line is no line of this format (which knows 1024 characters) but another kind of file.
+    /// The format allows 1024 characters; a longer line than this means another kind of file.
     static constexpr std::size_t LongestLine = std::size_t{64} * 1024;
 
-    /// The stream is borrowed; name is what messages call it.
+    /// The stream is borrowed; name: name of the file in messages.
     CInpReader(std::istream& stream, std::string name);
 
-    /// Goes to the next line with data; false at the end of the file and after an error.
+    /// Reads the next line with data; false at the end of the file and after an error.
     bool Next();
 
-    /// Of the line that Next went to. Tokens are stripped of quotation marks, never none, valid until the next Next.
+    /// Tokens of the current line without quotation marks; at least one, valid until the next call of Next.
     enmInpSection GetSection() const { return m_section; }
     std::size_t GetLineNumber() const { return m_lineNumber; }
     const std::vector<std::string_view>& GetTokens() const { return m_tokens; }
@@ -71,20 +71,20 @@ public:
     /// the range.
     bool ReadNumber(std::size_t place, const CInpQuantity& quantity, double& value);
 
-    /// The same where the line may end before that place: value then stays as it is.
+    /// The same for a place that the line may not have: value then stays as it is.
     bool ReadOptionalNumber(std::size_t place, const CInpQuantity& quantity, double& value);
 
     /// Notes an error at a line; always false. An error noted earlier stays.
     bool Fail(std::string_view found, std::string_view expected) { return FailAt(m_lineNumber, found, expected); }
     bool FailAt(std::size_t line, std::string_view found, std::string_view expected);
 
-    /// Nothing while all went well.
+    /// Nothing while there is no error.
     const std::optional<Utility::Error>& GetError() const { return m_error; }
 
-    /// Counts the present line as not kept.
+    /// Counts the current line as not read.
     void CountUnread();
 
-    /// Lines of which nothing was kept, by the name of their section.
+    /// Number of lines that were not read, by heading.
     const std::map<std::string, std::size_t, std::less<>>& GetUnreadLines() const { return m_unread; }
 
     /// Whether any section heading of the format was seen.

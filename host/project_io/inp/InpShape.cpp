@@ -60,7 +60,7 @@ std::array<double, 4> InMillimetres(const CInpCrossSection& section) {
     return dimensions;
 }
 
-/// Width of the format's egg of a height: its egg is the standard one of 2:3.
+/// Width of an egg of that height: the format's egg is the standard one of 2:3.
 double EggWidth(double height) {
     return ToInpMillimetres(height * 2.0 / 3.0 / 1000.0);
 }

@@ -58,13 +58,14 @@ struct CInpCrossSection {
     std::size_t m_line = 0;
 };
 
-/// How many of the dimensions, from the first on, must be above 0. The first one is the inside height, in all shapes.
+/// How many of the dimensions, from the first one on, must be above 0. The first one is the inside height for all
+/// shapes.
 std::size_t CountInpPositiveDimensions(enmInpShape shape);
 
 /// Whether the dimension of that place is a length; others are ratios and exponents.
 bool IsInpLength(enmInpShape shape, std::size_t place);
 
-/// A shape drawn as a curve: pairs of depth and width, both as parts of the full height.
+/// A shape drawn as a curve: pairs of depth and width, both relative to the full height.
 struct CInpShapeCurve {
     std::string_view m_name;
     std::vector<std::pair<double, double>> m_points;
@@ -80,19 +81,19 @@ struct CInpTransect {
     std::vector<std::pair<double, double>> m_points;
 };
 
-/// What the catalogue calls the inside of a pipe; the same for the same inside, whatever the roughness.
+/// Name of the inside of a pipe in the catalogue; the same for the same inside and any roughness.
 struct CInpShapeName {
     std::string_view m_group;
     std::string m_name;
 };
 
-/// Name of a cross-section; nothing for shapes whose outline does not follow from their numbers (tables of their makers
-/// give it) and for numbers that do not close to an outline.
+/// Name of a cross-section; nothing for shapes whose outline does not follow from their numbers (it is in tables of
+/// makers) and for numbers that give no closed outline.
 std::optional<CInpShapeName> NameInpShape(const CInpCrossSection& section);
 
-/// The inside of a pipe (mm) with that cross-section, roughness left 0. curve and transect are those that its text
-/// names, null for none. Nothing where NameInpShape has no name, and where curve or transect are missing or enclose no
-/// area. Cost: n log n in the stations of a transect.
+/// The inside of a pipe (mm) with that cross-section; the roughness stays 0. curve and transect: those that the text of
+/// the cross-section names, null for none. Nothing where NameInpShape gives no name, and where curve or transect are
+/// missing or enclose no area. Cost: n log n in the stations of a transect.
 std::optional<Topology::CPipeData> MakeInpPipe(const CInpCrossSection& section, const CInpShapeCurve* curve,
                                                const CInpTransect* transect);
 

@@ -122,7 +122,7 @@ private:
     std::int64_t m_pointRow = 0;
 };
 
-/// A number of the catalogue; a null, which not-a-number is stored as, gives 0.
+/// A number of the catalogue; 0 for a null, as which not-a-number is stored.
 double NumberAt(const CSqlReader& reader, int column, double least = 0.0) {
     const double number = reader.IsNull(column) ? 0.0 : reader.GetReal(column);
     if (!std::isfinite(number) || number < least)

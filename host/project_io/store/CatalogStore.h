@@ -6,11 +6,11 @@ namespace OLMGis::ProjectIo {
 
 class CSqliteDatabase;
 
-/// Writes the catalogues of the active project, groups and items in their order, into tables that are there. Throws
-/// CFailure, like the way back.
+/// Writes the catalogues of the active project, groups and items in their order, into tables that exist already. Throws
+/// CFailure.
 void WriteCatalogs(CSqliteDatabase& database);
 
-/// Enters what the file's tables hold into the catalogues of the active project.
+/// Enters the content of these tables into the catalogues of the active project. Throws CFailure.
 void ReadCatalogs(const CSqliteDatabase& database);
 
 } // namespace OLMGis::ProjectIo

@@ -21,7 +21,7 @@ using Topology::CItemFindings;
 
 namespace {
 
-/// Writes row after row of the layer, whose table is there.
+/// Writes the rows of the layer; its table exists already.
 class CFindingWriter {
 public:
     CFindingWriter(CSqliteDatabase& database, int srsId, COperationProgress& progress)

@@ -13,13 +13,13 @@ namespace OLMGis::ProjectIo {
 /// Number of findings that the active project keeps.
 std::size_t CountFindings();
 
-/// Writes the findings of the active project as a layer with its spatial index, in their order; nothing when no checks
+/// Writes the findings of the active project as a layer with its spatial index, in their order; nothing when no check
 /// ran. Throws CFailure.
 std::optional<CLayerContent> WriteFindings(CSqliteDatabase& database, int srsId, COperationProgress& progress);
 
 /// Puts the findings of a file into the active project; none when the file has no such layer. A layer that cannot be
-/// read is told as a warning and left out: findings can be had again, and a project must open without them. What one
-/// item found at one time comes back as one, and without the parameters of the run.
+/// read gives a warning and is left out: the checks can be run again, and a project must open without them. Findings of
+/// one item come back as one run of it, without the parameters of the run.
 void ReadFindings(const CSqliteDatabase& database, const CFileTables& tables, CWarnings& warnings);
 
 } // namespace OLMGis::ProjectIo

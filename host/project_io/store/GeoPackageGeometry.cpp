@@ -83,7 +83,7 @@ private:
     bool m_isLittle = true;
 };
 
-/// What stands before the coordinates: passes the head of the blob and of its well-known binary.
+/// Reads the head of the blob and of its well-known binary, up to the coordinates.
 class CGeometryReader {
 public:
     CGeometryReader(std::span<const std::byte> blob, std::uint32_t wantedType) : m_reader(blob) {
@@ -114,12 +114,12 @@ public:
         return point;
     }
 
-    /// A count of things that take so many bytes at least; a count that the blob can't hold is refused before any room
-    /// is made for it.
+    /// A count of items that take at least so many bytes each; fails for a count that the blob has no room for, before
+    /// memory is reserved.
     std::uint32_t TakeCount(std::size_t leastBytes) {
         const std::uint32_t count = m_reader.TakeCount();
         if (count > m_reader.GetRest() / leastBytes)
-            FailBadInput(fmt::format("the geometry ends too early, it should hold {} points or rings", count));
+            FailBadInput(fmt::format("the geometry ends too early, expected {} points or rings", count));
         return count;
     }
 
@@ -138,7 +138,7 @@ private:
     void PassHead() {
         if (m_reader.TakeByte() != 'G' || m_reader.TakeByte() != 'P')
             FailBadInput("the geometry does not begin with GP");
-        m_reader.TakeByte(); // version of the blob, of which there is one
+        m_reader.TakeByte(); // version of the blob; there is only one
         const unsigned flags = m_reader.TakeByte();
         constexpr unsigned EmptyFlag = 0x10;
         constexpr unsigned ExtendedFlag = 0x20;
@@ -152,7 +152,7 @@ private:
         m_isEmpty = (flags & EmptyFlag) != 0;
     }
 
-    /// The type without its ordinates, which are noted.
+    /// The type without its ordinates; keeps their size.
     std::uint32_t PassType() {
         m_reader.SetLittleEndian(m_reader.TakeByte() == 1);
         const std::uint32_t type = m_reader.TakeCount();
@@ -164,11 +164,11 @@ private:
     }
 
     CBlobReader m_reader;
-    std::size_t m_extraBytes = 0; ///< of each point, behind x and y
+    std::size_t m_extraBytes = 0; ///< of each point, after x and y
     bool m_isEmpty = false;
 };
 
-/// Runs a decoding step, its failure as a value.
+/// Runs a decoding step and returns its failure as a value.
 template <class Step>
 Status Decoded(Step step) {
     try {
@@ -220,7 +220,7 @@ void CGeometryEncoder::Begin(std::span<const CPoint> outline, bool hasEnvelope) 
         Put(m_extent.m_minY);
         Put(m_extent.m_maxY);
     }
-    m_blob.push_back(std::byte{1}); // well-known binary says its byte order once more
+    m_blob.push_back(std::byte{1}); // well-known binary repeats the byte order
 }
 
 void CGeometryEncoder::PutPoints(std::span<const CPoint> points, bool isClosed) {
@@ -280,7 +280,7 @@ Status DecodePoint(std::span<const std::byte> blob, CPoint& point) {
             return;
         point = reader.TakePoint();
         if (!point.IsKnown())
-            point = {}; // an empty point is written as two that are not numbers
+            point = {}; // an empty point is written as two not-a-numbers
         else if (!IsFinite(point))
             FailBadInput("the geometry has a coordinate that is not a finite number");
     });

@@ -24,10 +24,9 @@ struct CExtent {
     void Add(const CExtent& other);
 };
 
-/// Turns geometry into the binary form of GeoPackage (a head with coordinate system and extent, then well-known binary,
-/// all little-endian), written by hand: a million of them are an ordinary save. The blob lives in the encoder until the
-/// next one is made. An empty blob stands for geometry that a GIS could not show: none, or a coordinate that is not a
-/// finite number.
+/// Turns geometry into the binary form of GeoPackage: a head with coordinate system and extent, then well-known binary,
+/// all little-endian. The blob is valid until the encoder makes the next one. Geometry that a GIS cannot show, none or
+/// one with a coordinate that is not finite, gives an empty blob.
 class CGeometryEncoder {
 public:
     using CBlob = std::span<const std::byte>;
@@ -38,7 +37,7 @@ public:
     CBlob Encode(const Topology::CPoint& point);
     CBlob Encode(std::span<const Topology::CPoint> line);
 
-    /// Rings are closed where they are not; one that is too short to hold an area is left out.
+    /// Rings are closed where they are not; one that is too short to enclose an area is left out.
     CBlob Encode(const Topology::CRings& rings);
 
     /// The extent of the last blob.
@@ -55,9 +54,8 @@ private:
     std::vector<std::byte> m_blob;
 };
 
-/// The way back, for blobs of any origin: both byte orders, heights and measures skipped, collections of one part. An
-/// empty blob and an empty geometry give an unknown point, no line, no rings. BadInput says what is wrong with the
-/// blob.
+/// Read blobs of any program: both byte orders, collections of one part; heights and measures are skipped. An empty
+/// blob and an empty geometry give an unknown point, no line, no rings. BadInput says what is wrong with the blob.
 Utility::Status DecodePoint(std::span<const std::byte> blob, Topology::CPoint& point);
 Utility::Status DecodeLine(std::span<const std::byte> blob, std::vector<Topology::CPoint>& line);
 Utility::Status DecodePolygon(std::span<const std::byte> blob, Topology::CRings& rings);

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::string_view KeyType = "INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL";
 
-/// The common columns, the geometry of this type, and the layer's own ones behind them.
+/// The common columns, the geometry of this type, and then the layer's own columns.
 std::vector<CColumn> LayerColumns(std::string_view geometryType, std::vector<CColumn> own) {
     std::vector<CColumn> columns = {{"fid", KeyType, ""},
                                     {GeometryColumn, geometryType, ""},
@@ -59,7 +59,7 @@ const CLayer& GetFindingsLayer() {
                                   {"name", "TEXT", "Name of the node or section"},
                                   {"text", "TEXT", "Finding"},
                                   {"value", "REAL", "What was found"},
-                                  {"limit", "REAL", "What it was held against"},
+                                  {"limit", "REAL", "What it was compared with"},
                                   {"unit", "TEXT", "Unit of value and limit"},
                                   {"time", "DATETIME", "Time of the run"}}};
     return layer;

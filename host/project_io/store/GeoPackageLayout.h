@@ -15,8 +15,8 @@ namespace OLMGis::ProjectIo {
 class CSqliteDatabase;
 
 /// The layout of a project file: an OGC GeoPackage 1.3 with the layers nodes, sections and catchments, whose columns
-/// are the fixed ones below and then one for each attribute that has a value, named by its key; and beside them tables
-/// of our own, whose names begin with drenova_.
+/// are the fixed ones below and then one for each attribute that has a value, named by its key; and tables of our own,
+/// whose names begin with drenova_.
 namespace Layout {
 
 inline constexpr std::uint32_t ApplicationId = 0x47504B47; ///< "GPKG"
@@ -40,13 +40,13 @@ inline constexpr std::string_view GeometryColumn = "geom";
 struct CColumn {
     std::string_view m_name;
     std::string_view m_type;        ///< as SQL has it
-    std::string_view m_description; ///< for the user of a GIS; empty where the name says it
+    std::string_view m_description; ///< for the user of a GIS; empty where the name is enough
 };
 
 /// The first columns of every layer, in this order.
 enum enmCommonColumn : int { Fid, Geometry, Guid, Name, NetworkOrder, CommonColumnCount };
 
-/// What follows them in a layer.
+/// The columns that follow them in a layer.
 enum enmSectionColumn : int { FromNode = CommonColumnCount, ToNode, FromGuid, ToGuid };
 enum enmCatchmentColumn : int { SectionName = CommonColumnCount, SectionGuid };
 
@@ -58,13 +58,12 @@ struct CLayer {
     std::vector<CColumn> m_columns; ///< fixed ones, in the order of the enums above
 };
 
-/// The layers in the order in which they are written and read: what is referred to comes first.
+/// The layers in the order in which they are written and read: a layer comes after those that it refers to.
 const std::vector<CLayer>& GetLayers();
 const CLayer& GetLayer(Data::enmEntityKind kind);
 
-/// The layer of findings, whose m_kind means nothing: a row is what a check found at a node or a section. A project on
-/// which no checks ran has none, and neither has a file that was saved by a program without checks, which is why it
-/// asks for no other schema version.
+/// The layer of findings; its m_kind has no meaning: a row is a finding of a check at a node or a section. Optional: a
+/// project on which no checks ran has none, so that it needs no schema version of its own.
 const CLayer& GetFindingsLayer();
 
 /// The columns of the layer of findings, in this order.
@@ -90,8 +89,8 @@ struct CTable {
 };
 const std::vector<CTable>& GetTables();
 
-/// Whether a text attribute is kept in TextsTable, its column holding the row there: serialised parameters, of which a
-/// million sections may carry the same long text.
+/// Whether a text attribute is kept in TextsTable, with the row there in its column: true for serialised parameters,
+/// because a million sections may have the same long text.
 bool IsSharedText(const Data::CDataDefinition& definition);
 
 /// The SQL type of an attribute's column.
@@ -101,7 +100,7 @@ std::string_view TypeOf(const Data::CDataDefinition& definition);
 void CreateTable(CSqliteDatabase& database, std::string_view table, std::span<const CColumn> columns,
                  std::span<const Data::CDataDefinition* const> attributes = {});
 
-/// INSERT with a place for each column, in order.
+/// INSERT with a placeholder for each column, in order.
 std::string InsertStatement(std::string_view table, std::size_t columnCount);
 
 } // namespace Layout

@@ -9,11 +9,11 @@
 
 namespace OLMGis::ProjectIo {
 
-/// Only what a project file says about itself. Throws CFailure.
+/// Reads only the meta table of a project file. Throws CFailure.
 CProjectMeta ReadGeoPackageMeta(const CSqliteDatabase& database);
 
-/// Fills the active project, which must be empty, from a project file. Throws CFailure, after which the project is half
-/// filled and has to be thrown away. Cost: linear.
+/// Fills the active project, which must be empty, from a project file. Throws CFailure, after which the caller must
+/// discard the half-filled project. Linear.
 CProjectMeta ReadGeoPackage(const CSqliteDatabase& database, CWarnings& warnings);
 
 } // namespace OLMGis::ProjectIo

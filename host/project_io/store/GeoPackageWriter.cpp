@@ -26,7 +26,7 @@ using Layout::CTable;
 
 namespace {
 
-// No clock in the file: the same project gives the same bytes.
+// A fixed time: the same project must give the same bytes.
 constexpr std::string_view LastChange = "1970-01-01T00:00:00.000Z";
 
 constexpr const char* SystemTables = R"(
@@ -99,11 +99,11 @@ constexpr const char* Wgs84 =
     R"(AUTHORITY["EPSG","6326"]],PRIMEM["Greenwich",0,AUTHORITY["EPSG","8901"]],UNIT["degree",0.0174532925199433,)"
     R"(AUTHORITY["EPSG","9122"]],AXIS["Latitude",NORTH],AXIS["Longitude",EAST],AUTHORITY["EPSG","4326"]])";
 
-constexpr int UndefinedPlane = -1; ///< numbers of coordinate systems that every GeoPackage has
+constexpr int UndefinedPlane = -1; ///< numbers of coordinate systems that the format requires in every file
 constexpr int UndefinedGlobe = 0;
 constexpr int Wgs84Code = 4326;
 
-/// Fills one GeoPackage, whose system tables are there, from front to back.
+/// Fills one GeoPackage; its system tables exist already.
 class CGeoPackageWriter {
 public:
     CGeoPackageWriter(CSqliteDatabase& database, COperationProgress& progress)
@@ -133,7 +133,7 @@ private:
         m_srs.Bind(5, definition).Run();
     }
 
-    /// Those that every GeoPackage has, and the project's.
+    /// Those that the format requires, and the project's.
     void WriteCoordinateSystems() {
         PutCoordinateSystem("Undefined Cartesian SRS", UndefinedPlane, "NONE", "undefined");
         PutCoordinateSystem("Undefined geographic SRS", UndefinedGlobe, "NONE", "undefined");
@@ -143,7 +143,7 @@ private:
         m_srsId = code.value_or(UndefinedPlane);
         if (!code || *code == Wgs84Code)
             return;
-        // A register that is missing on this machine is no reason to lose work: the number alone says all.
+        // A missing EPSG register must not prevent a save: the number alone identifies the system.
         const auto system = ParseCrs(setting);
         PutCoordinateSystem(system ? system->m_name : fmt::format("EPSG:{}", *code), *code, "EPSG",
                             system ? system->m_wkt : "undefined");
@@ -198,7 +198,7 @@ private:
             DescribeAttribute(layer, *attribute);
     }
 
-    /// The label, and behind it the unit.
+    /// Title: the label. Description: label and unit.
     void DescribeAttribute(const CLayer& layer, const CDataDefinition& attribute) {
         auto& texts = *Utility::CModuleConfiguration::Instance();
         const bool hasLabel = texts.HasMsg(attribute.m_labelMessage);

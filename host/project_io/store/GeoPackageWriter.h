@@ -6,9 +6,9 @@
 
 namespace OLMGis::ProjectIo {
 
-/// Writes the active project into an existing empty file, as a GeoPackage. name is what errors call the file. The same
-/// content and save counter give the same bytes. Throws CFailure, after which the file is worth nothing.
-/// Cost: linear, but for the sorts of the spatial index.
+/// Writes the active project into an existing empty file, as a GeoPackage. name: name of the file in errors. The same
+/// content and save counter give the same bytes. Throws CFailure, after which the caller must
+/// discard the file. Cost: linear, except for the sorts of the spatial index.
 void WriteGeoPackage(const std::string& path, const std::string& name, int saveCounter);
 
 } // namespace OLMGis::ProjectIo

@@ -43,7 +43,7 @@ CLayerReader::CLayerReader(const CSqliteDatabase& database, const CFileTables& t
     LookAtOrder();
 }
 
-/// Tells columns of attributes from those that nobody knows.
+/// Separates columns of attributes from unknown ones, which give a warning.
 void CLayerReader::SortColumns(const std::vector<std::string>& inFile, CWarnings& warnings) {
     const std::vector<std::string> fixed = m_columns;
     for (const std::string& column : inFile) {
@@ -51,8 +51,8 @@ void CLayerReader::SortColumns(const std::vector<std::string>& inFile, CWarnings
             continue;
         const CDataDefinition* definition = Data::CDataConfiguration::Instance()->GetDataDefinitionByID(column);
         if (definition == nullptr || definition->m_entityKind != m_layer.m_kind) {
-            warnings.Add(fmt::format("the column \"{}\" of the layer {} is no attribute; saving will drop it", column,
-                                     m_layer.m_table));
+            warnings.Add(fmt::format("the column \"{}\" of the layer {} is not an attribute; saving will drop it",
+                                     column, m_layer.m_table));
             continue;
         }
         m_columns.push_back(column);
@@ -61,8 +61,8 @@ void CLayerReader::SortColumns(const std::vector<std::string>& inFile, CWarnings
     }
 }
 
-/// Counts the rows and finds out whether they already lie in the order of the network, as in a file that nobody else
-/// changed: sorting a million rows would double the time.
+/// Counts the rows and checks whether they are in the order of the network already, as in a file that no other program
+/// changed; then they need no sorting.
 void CLayerReader::LookAtOrder() {
     const std::vector<std::string> columns = {m_columns[Layout::Fid], m_columns[Layout::NetworkOrder]};
     CSqlReader reader(m_database, m_layer.m_table, columns, Quoted(columns[0]));
@@ -101,8 +101,8 @@ void CLayerReader::Read(COperationProgress& progress) {
     }
     m_reader = nullptr;
     if (reader.GetRepairedCount() > 0)
-        m_warnings.Add(fmt::format("{} texts of the layer {} were not UTF-8 and were mended", reader.GetRepairedCount(),
-                                   m_layer.m_table));
+        m_warnings.Add(fmt::format("{} texts of the layer {} were not UTF-8 and were repaired",
+                                   reader.GetRepairedCount(), m_layer.m_table));
 }
 
 void CLayerReader::Expect(const Status& status) const {

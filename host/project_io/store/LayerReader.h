@@ -18,8 +18,8 @@ namespace OLMGis::ProjectIo {
 
 class COperationProgress;
 
-/// Enters the rows of one layer into the topology and the attributes of the active project. What other programs may do
-/// to a layer is accepted as long as it makes sense: rows added, taken out, moved, reordered, attributes emptied. A row
+/// Enters the rows of one layer into the topology and the attributes of the active project. Changes by other
+/// programs are accepted as long as they make sense: rows added, removed, moved, reordered, attributes emptied. A row
 /// without a GUID gets one made from layer, name and row; a node without a name gets one made from its row. Throws
 /// CFailure.
 class CLayerReader {
@@ -67,7 +67,7 @@ private:
     std::vector<std::string> m_columns; ///< fixed ones, then those of the attributes
     std::vector<CAttribute> m_attributes;
     std::size_t m_rowCount = 0;
-    bool m_isInOrder = true; ///< by row is by the order of the network
+    bool m_isInOrder = true; ///< whether the order of rows is the order of the network
 
     // While rows are read.
     CSqlReader* m_reader = nullptr;

@@ -31,7 +31,7 @@ CTopologyStorage& ActiveTopology() {
     return *CTopologyMultiStorage::Instance()->GetActiveTopology();
 }
 
-/// Whether the file will hold a value there: not-a-number is kept as null.
+/// Whether a value is written: the file keeps not-a-number as null.
 bool HasValue(const CAttributeColumn& column, std::uint32_t row) {
     if (!column.IsNotNull(row))
         return false;
@@ -64,7 +64,7 @@ CLayerContent CLayerWriter::Write() {
     return content;
 }
 
-/// The attributes that at least one of the entities has. Cost: mostly a look at the first one.
+/// The attributes that at least one of the entities has. Mostly the first entity decides.
 template <class Entities>
 void CLayerWriter::FindAttributes(const Entities& entities) {
     for (const CDataDefinition* definition : ActiveTopology().GetStore().GetUsedDefinitions(m_layer.m_kind)) {

@@ -24,10 +24,10 @@ namespace OLMGis::ProjectIo {
 class COperationProgress;
 class CSharedTexts;
 
-/// What a layer holds, for the tables in which GeoPackage describes it.
+/// The content of a layer, for the tables in which GeoPackage describes it.
 struct CLayerContent {
     const Layout::CLayer* m_layer = nullptr;
-    std::vector<const Data::CDataDefinition*> m_attributes; ///< columns behind the fixed ones
+    std::vector<const Data::CDataDefinition*> m_attributes; ///< columns after the fixed ones
     CExtent m_extent;
 };
 
@@ -62,7 +62,7 @@ private:
     void BindAttributes(std::uint32_t row);
     void BindAttribute(int place, const CAttribute& attribute, std::uint32_t row);
 
-    /// Binds a name and a GUID; without an entity two nulls.
+    /// Binds name and GUID of an entity, or two nulls for none.
     template <class Entity>
     void BindReference(int nameColumn, int guidColumn, const Entity& entity);
 

@@ -25,9 +25,9 @@ using Utility::Status;
 
 namespace {
 
-/// Without definitions every attribute would be an unknown column, and be dropped by the next save. Without the
-/// built-in catalogues references to their pipes would lead nowhere, and a new group could take the name of a built-in
-/// one.
+/// Fails when the installation is incomplete. Without definitions every attribute would be an unknown column and be
+/// dropped by the next save; without the built-in catalogues references to their pipes would be lost, and a new group
+/// could take the name of a built-in one.
 void CheckInstallation() {
     if (const std::string& error = Data::CDataConfiguration::Instance()->GetLoadError(); !error.empty())
         FailRefused(error);
@@ -35,7 +35,7 @@ void CheckInstallation() {
         FailRefused(error);
 }
 
-/// What others left beside the place of the new file would be taken for a part of it.
+/// Files that SQLite left beside an earlier file of this name would be read as part of the new one.
 void CheckSideFiles(const std::filesystem::path& target, const std::string& path) {
     const bool hasLog = HasWriteAheadLog(target);
     if (!hasLog && !HasHotJournal(target))
@@ -59,11 +59,11 @@ int ReadSaveCounter(const std::filesystem::path& target, const std::string& path
 } // namespace
 
 Result<CProjectFile> CProjectFile::Open(const std::string& path) {
-    return AtTheDoor<CProjectFile>(path, [&] { return Opened(path); });
+    return CatchFailures<CProjectFile>(path, [&] { return Opened(path); });
 }
 
 Result<CProjectFile> CProjectFile::Create(const std::string& path, bool replace) {
-    return AtTheDoor<CProjectFile>(path, [&] {
+    return CatchFailures<CProjectFile>(path, [&] {
         const std::filesystem::path folder = ResolvedPath(path).parent_path();
         CTerrainPathsMove terrain(folder, folder);
         CProjectFile file = Written(path, replace);
@@ -73,7 +73,7 @@ Result<CProjectFile> CProjectFile::Create(const std::string& path, bool replace)
 }
 
 Status CProjectFile::SaveAs(const std::string& path, bool replace) {
-    return AtTheDoor<Done>(path, [&] {
+    return CatchFailures<Done>(path, [&] {
         CTerrainPathsMove terrain(m_target.parent_path(), ResolvedPath(path).parent_path());
         *this = Written(path, replace);
         terrain.Keep();
@@ -82,7 +82,7 @@ Status CProjectFile::SaveAs(const std::string& path, bool replace) {
 }
 
 Status CProjectFile::Save() {
-    return AtTheDoor<Done>(m_path, [&] {
+    return CatchFailures<Done>(m_path, [&] {
         CTerrainPathsMove terrain(m_target.parent_path(), m_target.parent_path());
         SaveOver();
         terrain.Keep();
@@ -141,7 +141,7 @@ void CProjectFile::CheckStillOurs() const {
 void CProjectFile::SaveOver() {
     CheckInstallation();
     CheckSideFiles(m_target, m_path);
-    CheckStillOurs(); // once before the work, and once more when nobody can come between
+    CheckStillOurs(); // before the work; checked again under the lock
     const int counter = m_saveCounter == std::numeric_limits<int>::max() ? 1 : m_saveCounter + 1;
     CFileReplacement replacement(m_target, m_path);
     WriteGeoPackage(replacement.GetTemporaryPath(), m_path, counter);

@@ -34,7 +34,7 @@ void WritePairs(CSqliteDatabase& database, std::string_view table, const Pairs& 
             .Run();
 }
 
-/// A number of the file's own notes, above 0.
+/// A number of the meta table, above 0.
 int NumberOf(const CSqliteDatabase& database, const std::map<std::string, std::string, std::less<>>& notes,
              std::string_view name) {
     const auto found = notes.find(name);

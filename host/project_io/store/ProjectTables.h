@@ -16,13 +16,13 @@ namespace OLMGis::ProjectIo {
 
 class CSqliteDatabase;
 
-/// What a project file says about itself.
+/// The content of the meta table.
 struct CProjectMeta {
     int m_schemaVersion = 0;
     int m_saveCounter = 0; ///< how often this file was saved, from 1
 };
 
-/// Texts that many rows share, numbered from 1 in the order of their first use.
+/// Texts shared by many rows, numbered from 1 in the order of their first use.
 class CSharedTexts {
 public:
     /// The number of a text of the pool. One hash look-up.
@@ -34,16 +34,16 @@ private:
     std::vector<std::uint32_t> m_poolIds;
 };
 
-/// These write into tables that are there, of the active project. Throw CFailure, like the way back.
+/// Write the active project into tables that exist already, or read it back. Throw CFailure.
 void WriteMeta(CSqliteDatabase& database, int saveCounter);
 void WriteSettings(CSqliteDatabase& database);
 void WriteSharedTexts(CSqliteDatabase& database, const CSharedTexts& texts, const Data::CTextPool& pool);
 
-/// Fails for another schema version than ours, telling both.
+/// Fails for another schema version than ours, naming both.
 CProjectMeta ReadMeta(const CSqliteDatabase& database);
 void ReadSettings(const CSqliteDatabase& database);
 
-/// Enters the texts into the pool; answers their ids there by row of the table.
+/// Enters the texts into the pool; returns their ids there by row of the table.
 std::unordered_map<std::int64_t, std::uint32_t> ReadSharedTexts(const CSqliteDatabase& database, Data::CTextPool& pool);
 
 } // namespace OLMGis::ProjectIo

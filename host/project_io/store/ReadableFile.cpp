@@ -19,7 +19,7 @@ namespace OLMGis::ProjectIo {
 
 namespace fs = std::filesystem;
 
-/// The first bytes of a file of SQLite, numbers big-endian.
+/// The first bytes of an SQLite file; numbers are big-endian.
 class CReadableFile::CHead {
 public:
     static constexpr std::size_t Size = 100;
@@ -30,11 +30,11 @@ public:
     bool IsSqlite() const {
         return m_size == static_cast<ssize_t>(Size) && std::string_view(m_bytes.data(), Magic.size()) == Magic;
     }
-    bool IsLogged() const { return m_bytes[18] == 2 || m_bytes[19] == 2; } ///< changes go to a log first
+    bool IsLogged() const { return m_bytes[18] == 2 || m_bytes[19] == 2; } ///< the file uses a write-ahead log
     std::uint32_t GetApplicationId() const { return NumberAt(68); }
     std::uint32_t GetUserVersion() const { return NumberAt(60); }
 
-    /// Size that the file should have; 0 when the head doesn't say.
+    /// Size that the file should have; 0 when the head does not say.
     std::uint64_t GetExpectedSize() const {
         const std::uint32_t pageSize = ByteAt(16) * 256U + ByteAt(17);
         constexpr std::uint32_t LargestPage = 65536;
@@ -74,7 +74,7 @@ CReadableFile::CReadableFile(const fs::path& path, std::string name)
     if (static_cast<std::uint64_t>(m_identity.m_size) < head.GetExpectedSize())
         FailBadInput(fmt::format("{}: is cut off: found {} bytes, expected {}", m_name, m_identity.m_size,
                                  head.GetExpectedSize()));
-    if (head.IsLogged()) // reading it the ordinary way would leave files beside it
+    if (head.IsLogged()) // opening it normally would create files beside it
         m_access = CSqliteDatabase::enmAccess::ReadAlone;
 }
 
@@ -116,7 +116,7 @@ int CReadableFile::CPrivateFolder::Make() {
     return 0;
 }
 
-/// The copy is taken as it was at one moment: when file and log are the same before and after.
+/// Copies file and log; fails when one of them changed meanwhile, because the two would not fit together.
 void CReadableFile::MakePrivateCopy() {
     if (const int error = m_copyFolder.Make(); error != 0)
         FailRefused(fmt::format("{}: no folder for a private copy: {}", m_name, ReasonOf(error)));

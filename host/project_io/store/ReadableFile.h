@@ -10,27 +10,27 @@
 
 namespace OLMGis::ProjectIo {
 
-/// A project file made ready for reading without leaving a trace, also in a folder that may not be written. Changes
-/// that another program keeps in a log beside the file are read as well, from a private copy; a half-made change that
-/// would have to be taken back first is refused. Throws CFailure, which calls the file name.
+/// Prepares a project file for reading without changing anything in its folder, which may be read-only. Changes that
+/// another program keeps in a write-ahead log beside the file are read too, from a private copy; a file with an
+/// unfinished change that must be rolled back first is refused. Throws CFailure; name: name of the file in messages.
 class CReadableFile {
 public:
     CReadableFile(const std::filesystem::path& path, std::string name);
 
-    /// What to open, and how.
+    /// Path and mode for opening the database.
     const std::string& GetPath() const { return m_readPath; }
     CSqliteDatabase::enmAccess GetAccess() const { return m_access; }
 
-    /// What the project file was before anything was read.
+    /// State of the project file before anything was read.
     const CFileIdentity& GetIdentity() const { return m_identity; }
 
-    /// Fails when somebody changed the project file since.
+    /// Fails when the project file has been changed since.
     void CheckUnchanged() const;
 
 private:
     class CHead;
 
-    /// A folder that only the user may look into, and that goes away with its content.
+    /// A folder that only the user may read, removed with its content by the destructor.
     class CPrivateFolder {
     public:
         CPrivateFolder() = default;

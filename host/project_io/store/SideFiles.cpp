@@ -19,7 +19,7 @@ fs::path WriteAheadLogOf(const fs::path& path) {
 }
 
 bool HasHotJournal(const fs::path& path) {
-    // A journal that is kept for the next time begins with zeros.
+    // A finished journal that is kept for the next change begins with zeros.
     constexpr std::array<unsigned char, 8> Magic = {0xD9, 0xD5, 0x05, 0xF9, 0x20, 0xA1, 0x63, 0xD7};
     std::ifstream journal(JournalOf(path), std::ios::binary);
     for (const unsigned char expected : Magic)

@@ -6,12 +6,12 @@
 
 namespace OLMGis::ProjectIo {
 
-/// What other programs of SQLite leave beside a file while they change it, or when they were killed at that.
+/// Files that SQLite keeps beside a database while a program changes it, and that stay when the program is killed.
 
-/// Whether a journal lies beside the file that says how to take a half-made change back.
+/// Whether there is a rollback journal with an unfinished change.
 bool HasHotJournal(const std::filesystem::path& path);
 
-/// Whether a log lies beside the file that holds changes which are not yet in it.
+/// Whether there is a write-ahead log with changes that are not in the file yet.
 bool HasWriteAheadLog(const std::filesystem::path& path);
 
 std::filesystem::path JournalOf(const std::filesystem::path& path);

@@ -48,14 +48,14 @@ std::size_t CeilDivide(std::size_t a, std::size_t b) {
 
 } // namespace
 
-/// Writes nodes and what belongs to them into the inner tables of one R-tree.
+/// Writes nodes, owners and parents into the tables of one R-tree.
 class CSpatialIndex::CTableWriter {
 public:
     CTableWriter(CSqliteDatabase& database, const std::string& name)
         : m_database(database), m_name(name),
           m_node(database, fmt::format("INSERT OR REPLACE INTO {} VALUES (?, ?)", Quoted(name + "_node"))) {}
 
-    /// depth: levels below the root, of the root only, where it is noted.
+    /// depth: levels below the root; stored in the root only, 0 for other nodes.
     void PutNode(std::int64_t number, std::size_t depth, const std::vector<CCell>& cells, const CTile& tile) {
         std::array<std::byte, NodeBytes> node{};
         PutBigEndian(node.data(), static_cast<std::uint16_t>(depth));
@@ -73,8 +73,8 @@ public:
         m_node.Bind(1, number).Bind(2, std::span<const std::byte>(node)).Run();
     }
 
-    /// owners: by id of a cell, the node that holds it; 0 for an id that has no cell. Ascending, as tables like it
-    /// best.
+    /// owners: by id of a cell, the node that contains it; 0 for an id without a cell. Written in ascending order,
+    /// which is the fastest for a table.
     void PutOwners(const char* tableEnd, const std::vector<std::uint32_t>& owners) {
         CSqliteStatement insert(m_database, fmt::format("INSERT INTO {} VALUES (?, ?)", Quoted(m_name + tableEnd)));
         for (std::size_t id = 0; id < owners.size(); ++id)
@@ -94,8 +94,8 @@ void CSpatialIndex::Add(std::int64_t row, const CExtent& extent) {
                            RoundedUp(extent.m_maxY)});
 }
 
-/// Sorts cells into tiles: upright strips by the middle in x, each cut by the middle in y. Sizes are evened out, so
-/// that no node is left nearly empty, which the R-tree would not allow itself.
+/// Sorts cells into tiles: vertical strips by the middle in x, each divided by the middle in y. Tiles have nearly equal
+/// sizes, because the R-tree requires a minimum number of cells in a node.
 std::vector<CSpatialIndex::CTile> CSpatialIndex::Pack(std::vector<CCell>& cells) {
     const auto byMiddle = [](auto low, auto high) {
         return [low, high](const CCell& a, const CCell& b) {
@@ -149,7 +149,7 @@ void CSpatialIndex::Write(CSqliteDatabase& database, std::string_view table, std
         std::vector<std::uint32_t>& ownersHere = depth == 0 ? owners : parents;
         for (const CTile& tile : Pack(cells)) {
             const auto number = static_cast<std::uint32_t>(parents.size());
-            parents.push_back(RootNode); // until a level between is packed
+            parents.push_back(RootNode); // replaced when a level between is packed
             writer.PutNode(number, 0, cells, tile);
             for (std::size_t i = tile.m_begin; i < tile.m_end; ++i)
                 ownersHere[static_cast<std::size_t>(cells[i].m_id)] = number;

@@ -15,7 +15,7 @@ using Layout::CColumn;
 
 namespace {
 
-/// A text with every byte that is no UTF-8 replaced.
+/// The text with every byte that is not UTF-8 replaced.
 std::string Repaired(std::string_view text) {
     constexpr std::string_view Replacement = "\xEF\xBF\xBD";
     constexpr std::size_t LongestCharacter = 4;
@@ -44,7 +44,7 @@ std::string SelectStatement(std::string_view table, std::span<const std::string>
 
 bool IsKnownTable(std::string_view name) {
     const auto isNamed = [name](const auto& entry) { return entry.m_table == name; };
-    // The R-trees and the tables of GeoPackage itself are made anew with each save.
+    // R-trees and the tables of GeoPackage itself are created by each save.
     return name.starts_with("gpkg_") || name.starts_with("rtree_") || name.starts_with("sqlite_") ||
            name == Layout::FindingsTable ||
            std::any_of(Layout::GetLayers().begin(), Layout::GetLayers().end(), isNamed) ||
@@ -75,7 +75,7 @@ std::vector<std::string> CWarnings::Take() {
 }
 
 CFileTables::CFileTables(const CSqliteDatabase& database) : m_database(database) {
-    // What has no page of its own is a view or a virtual table.
+    // A view or a virtual table has no page of its own.
     CSqliteStatement list(database,
                           "SELECT name, rootpage > 0 FROM sqlite_schema WHERE type IN ('table', 'view') ORDER BY name");
     while (list.Step())
@@ -117,20 +117,20 @@ CSqlReader::CSqlReader(const CSqliteDatabase& database, std::string_view table, 
       m_statement(database, SelectStatement(table, columns, order)), m_fileSize(database.GetSize()) {}
 
 bool CSqlReader::Next() {
-    constexpr std::int64_t LeastRowBytes = 4; // key, head and value of a column, and the row's place in its page
+    constexpr std::int64_t LeastRowBytes = 4; // key, head, value of a column, and the pointer in the page
     m_repaired.clear();
     if (!m_statement.Step())
         return false;
     if (++m_rowCount > m_fileSize / LeastRowBytes)
-        Fail(fmt::format("found more rows than its {} bytes can hold, expected an undamaged file", m_fileSize));
+        Fail(fmt::format("found more rows than its {} bytes has room for, expected an undamaged file", m_fileSize));
     return true;
 }
 
 void CSqlReader::CountBytes(std::size_t bytes) const {
-    constexpr std::size_t MostReads = 8; // of one value, each maybe longer than in the file, which may be UTF-16
+    constexpr std::size_t MostReads = 8; // of one value; it may be longer here than in the file, which may be UTF-16
     m_byteCount += bytes;
     if (m_byteCount / MostReads > static_cast<std::size_t>(m_fileSize))
-        Fail(fmt::format("found more text than its {} bytes can hold, expected an undamaged file", m_fileSize));
+        Fail(fmt::format("found more text than its {} bytes has room for, expected an undamaged file", m_fileSize));
 }
 
 void CSqlReader::Fail(std::string_view what) const {

@@ -15,12 +15,12 @@
 
 namespace OLMGis::ProjectIo {
 
-/// What opening noticed and could live with: whole sentences, in order, bounded in number.
+/// Warnings of an opening: whole sentences in order, limited in number.
 class CWarnings {
 public:
     void Add(std::string warning);
 
-    /// All of them; the last one tells how many more there were.
+    /// All of them; where there were more than the limit, the last one says how many.
     std::vector<std::string> Take();
 
 private:
@@ -30,7 +30,7 @@ private:
     std::size_t m_leftOut = 0;
 };
 
-/// The tables of a file as it declares them, which nobody has checked before.
+/// The tables of a file as it declares them, unchecked.
 class CFileTables {
 public:
     explicit CFileTables(const CSqliteDatabase& database);
@@ -38,10 +38,10 @@ public:
     bool Has(std::string_view table) const { return m_isOrdinary.find(table) != m_isOrdinary.end(); }
 
     /// The columns of a table. Fails when it is missing, is no ordinary table but a view or the like, lacks one of the
-    /// expected columns, or computes a column.
+    /// expected columns, or has a computed column.
     std::vector<std::string> GetColumns(std::string_view table, std::span<const Layout::CColumn> expected) const;
 
-    /// Warns of tables that no project has: saving would drop them.
+    /// Warns of tables that are not of a project: saving drops them.
     void WarnOfUnknown(CWarnings& warnings) const;
 
 private:
@@ -49,8 +49,8 @@ private:
     std::map<std::string, bool, std::less<>> m_isOrdinary; ///< by name
 };
 
-/// Goes through the rows of one table with its values checked. Errors name file, table and row. Columns count from 0 in
-/// the order given; the first one is the row's key.
+/// Reads the rows of one table and checks the type of each value. Throws CFailure, naming file, table and row. Columns
+/// count from 0 in the order given; the first one is the key of the row.
 class CSqlReader {
 public:
     /// order: SQL terms to sort by.
@@ -62,11 +62,11 @@ public:
     std::int64_t GetKey() const { return m_statement.GetInteger(0); }
     bool IsNull(int column) const { return m_statement.IsNull(column); }
 
-    /// These fail when something else is stored; GetReal takes whole numbers too.
+    /// Fail when the row stores another type; GetReal accepts whole numbers too.
     std::int64_t GetInteger(int column) const;
     double GetReal(int column) const;
 
-    /// Empty for a null. Bytes that are no UTF-8 come out as the replacement character. Valid until Next.
+    /// Empty for a null. Bytes that are not UTF-8 become the replacement character. Valid until Next.
     std::string_view GetText(int column);
 
     /// Empty for a null.

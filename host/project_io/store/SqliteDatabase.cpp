@@ -14,7 +14,7 @@ namespace OLMGis::ProjectIo {
 
 namespace {
 
-/// A path as an URI, so that options can be given behind it.
+/// A path as a URI, which can carry options.
 std::string ToUri(const std::string& path) {
     constexpr std::string_view Plain = "/-._~ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
     std::string uri = "file:";
@@ -27,7 +27,7 @@ std::string ToUri(const std::string& path) {
     return uri;
 }
 
-/// Whether a failure lies with the system and not with the content of the file.
+/// Whether the system caused a failure and not the content of the file.
 bool IsSystemMatter(int code) {
     switch (code & 0xFF) {
     case SQLITE_IOERR:
@@ -104,7 +104,7 @@ CSqliteStatement& CSqliteStatement::Bind(int place, double value) {
 }
 
 CSqliteStatement& CSqliteStatement::Bind(int place, std::string_view text) {
-    // A text without an address would be taken for a null.
+    // SQLite reads a null pointer as a null value.
     const char* const data = text.data() == nullptr ? "" : text.data();
     Check(sqlite3_bind_text64(m_statement.get(), place, data, text.size(), SQLITE_STATIC, SQLITE_UTF8));
     return *this;
@@ -199,11 +199,11 @@ void CSqliteDatabase::Configure() {
     sqlite3_db_config(m_connection, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
     sqlite3_limit(m_connection, SQLITE_LIMIT_ATTACHED, 0);
     if (m_access == enmAccess::Write) {
-        // The file is swapped in whole or thrown away: nothing in it needs a way back.
+        // The file replaces the old one as a whole or is discarded: no rollback within it is needed.
         Execute("PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; PRAGMA locking_mode = EXCLUSIVE;");
         return;
     }
-    // Against files made to harm: their triggers and views are not run, their inner tables not trusted.
+    // Against malicious files: triggers and views are not run, the schema is not trusted.
     sqlite3_db_config(m_connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(m_connection, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     sqlite3_db_config(m_connection, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);

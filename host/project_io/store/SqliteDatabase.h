@@ -16,28 +16,28 @@ namespace OLMGis::ProjectIo {
 
 class CSqliteDatabase;
 
-/// How a value of a row is stored.
+/// The type in which a value is stored.
 enum class enmStoredType : std::uint8_t { Null, Integer, Real, Text, Blob };
 
-/// What an error calls a stored type: "a text".
+/// Name of a stored type in errors: "a text".
 std::string_view NameOf(enmStoredType type);
 
-/// A prepared statement. Places and columns count from 1 and from 0, as SQLite has it. Throws CFailure.
+/// A prepared statement. Places of values count from 1, columns from 0, as in SQLite. Throws CFailure.
 class CSqliteStatement {
 public:
     CSqliteStatement(const CSqliteDatabase& database, const std::string& sql);
 
-    /// Texts and blobs are not copied: they stay until the next Step or Run.
+    /// Texts and blobs are not copied: they must stay valid until the next Step or Run.
     CSqliteStatement& BindNull(int place);
     CSqliteStatement& Bind(int place, std::int64_t value);
     CSqliteStatement& Bind(int place, double value); ///< not-a-number is stored as null
     CSqliteStatement& Bind(int place, std::string_view text);
     CSqliteStatement& Bind(int place, std::span<const std::byte> blob);
 
-    /// Goes to the next row; false behind the last one.
+    /// Goes to the next row; false after the last one.
     bool Step();
 
-    /// Carries out a statement without rows, ready for the next values.
+    /// Runs a statement that gives no rows; it is then ready for the next values.
     void Run();
 
     enmStoredType GetType(int column) const;
@@ -58,18 +58,18 @@ private:
     std::unique_ptr<sqlite3_stmt, Finalize> m_statement;
 };
 
-/// A connection to a file. Throws CFailure, whose message begins with the file's name as the user knows it: when
-/// reading BadInput for what is wrong with the file, when writing always Refused.
+/// A connection to a file. Throws CFailure, whose message begins with the name of the file as the user knows it:
+/// BadInput for a bad file when reading, always Refused when writing.
 class CSqliteDatabase {
 public:
     enum class enmAccess : std::uint8_t {
-        Read,      ///< nothing is written, but a lock keeps others from writing meanwhile
-        ReadAlone, ///< the same without a lock: for a file that nobody writes into
-        ReadCopy,  ///< of a private copy, whose unfinished business may be cleared up
-        Write,     ///< into a new, empty file that nobody else knows
+        Read,      ///< nothing is written; a lock keeps others from writing meanwhile
+        ReadAlone, ///< the same without a lock, for a file that nobody writes to
+        ReadCopy,  ///< of a private copy, in which SQLite may apply the log
+        Write,     ///< into a new, empty file that no other program knows
     };
 
-    /// Opens path, which errors call name.
+    /// Opens path; name: name of the file in errors.
     CSqliteDatabase(const std::string& path, std::string name, enmAccess access);
     ~CSqliteDatabase();
     CSqliteDatabase(const CSqliteDatabase&) = delete;
@@ -77,13 +77,13 @@ public:
 
     const std::string& GetName() const { return m_name; }
 
-    /// Bytes of the file with what its log adds. Damage and malice may link its pages in circles: nothing that it is
-    /// made to hold can be more than this.
+    /// Bytes of the file and its log: an upper limit for its content, needed because the pages of a damaged file may be
+    /// linked in a circle.
     std::int64_t GetSize() const;
 
     void Execute(const std::string& sql);
 
-    /// Ends the connection and tells what went wrong with that; the destructor can't.
+    /// Closes the connection and throws where that fails; the destructor ignores failures.
     void Close();
 
     [[noreturn]] void Fail(int code) const;

@@ -12,7 +12,7 @@ namespace OLMGis::ProjectIo {
 namespace {
 
 constexpr double Spacing = 50.0; ///< of the grid, m
-constexpr double Jitter = 8.0;   ///< by which nodes leave the grid, m
+constexpr double Jitter = 8.0;   ///< greatest distance of nodes from the grid, m
 
 double Round(double value, int decimals) {
     const double scale = std::pow(10.0, decimals);
@@ -53,7 +53,7 @@ std::size_t CLayoutMaker::WidthOf(std::size_t places) {
 }
 
 void CLayoutMaker::MakeLine(std::size_t sections) {
-    // Laid to and fro, so that a line of a million sections stays within 50 km.
+    // Laid back and forth, so that a line of a million sections stays within 50 km.
     const std::size_t width = WidthOf(sections + 1);
     for (std::size_t i = 0; i <= sections; ++i) {
         const std::size_t row = i / width;
@@ -70,7 +70,7 @@ void CLayoutMaker::MakeTree(std::size_t sections, std::size_t width, double reli
     for (std::uint32_t k = 0; left > 0; ++k) {
         const auto column = static_cast<std::uint32_t>(k % width);
         const auto row = static_cast<std::uint32_t>(k / width);
-        const std::uint32_t beside = outfall + k; // the outfall itself for the first one
+        const std::uint32_t beside = outfall + k; // the outfall for the first one
         const std::uint32_t below = row > 0 ? outfall + 1 + k - static_cast<std::uint32_t>(width) : beside;
         const bool isFree = row > 0 && column > 0;
         const bool goesBeside = row == 0 || (isFree && m_random.Unit() >= straightShare);
@@ -115,7 +115,7 @@ void CLayoutMaker::MakeCity(std::size_t sections) {
 }
 
 void CLayoutMaker::MakeStar(std::size_t sections) {
-    // However many sections there are, they stay as long as real ones: heads may share a place of the grid.
+    // Sections keep a realistic length in a star of any size: heads may share a place of the grid.
     constexpr std::size_t width = 4;
     constexpr double middle = 1.5; // between places of the grid
     const std::uint32_t outfall = Add(-2.0, middle, CSyntheticLayout::Nowhere);

@@ -21,7 +21,7 @@ enum class enmNetworkShape {
     Star, ///< all sections but the last meet in one node
 };
 
-/// The shape of a name ("line", "tree", "comb", "city", "star"); nothing for another text.
+/// The shape of that name ("line", "tree", "comb", "city", "star"); nothing for another text.
 std::optional<enmNetworkShape> NetworkShapeOfName(std::string_view name);
 
 /// Random numbers that are the same on every machine. Source: Steele, Lea, Flood 2014, SplitMix64.
@@ -31,7 +31,7 @@ public:
 
     std::uint64_t Next();
 
-    /// From 0 up to, and without, 1.
+    /// From 0 to below 1.
     double Unit() { return static_cast<double>(Next() >> 11) * 0x1p-53; }
 
     /// Between two bounds, rounded to a number of decimals.

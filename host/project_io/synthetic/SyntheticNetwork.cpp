@@ -149,7 +149,7 @@ Status CNetworkGenerator::AddSections() {
         CSection* relief = nullptr;
         if (Status status = AddSection(i, node.m_relief, relief); !status)
             return status;
-        // Nodes that drain here come later in the layout: all of them are in by now.
+        // Nodes that drain here come later in the layout: all of them have been entered.
         if (m_nodes[i]->GetSectionsInCount() > 0)
             Set(m_keys.m_mainOutlet, *m_nodes[i], CDataBox(main->GetGuid()));
     }

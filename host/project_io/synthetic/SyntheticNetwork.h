@@ -10,14 +10,14 @@
 
 namespace OLMGis::ProjectIo {
 
-/// As many sections as GenerateNetwork makes at most.
+/// Greatest number of sections of GenerateNetwork.
 inline constexpr std::size_t MostGeneratedSections = 20'000'000;
 
-/// Makes a network in the active project, which must be empty, to try and measure the system on: plan coordinates (m,
-/// no coordinate system), terrain 1, levels that fall all the way down, slopes that follow from them, lengths, inlet
-/// times, density weights on a quarter of the sections, one rain catchment a section and a household catchment with a
-/// density on most. Main outlets are settled. Everything comes from the seed by fixed rules: the same arguments give
-/// the same network, GUIDs included, on every machine. Sections stand in the order from the heads to the outfalls.
+/// Makes a network in the active project, which must be empty, for tests and measurements: plan coordinates (m, no
+/// coordinate system), terrain 1 (m), inverts that fall downstream (m), slopes from them (1/1000), lengths (m), inlet
+/// times (min), density weights on a quarter of the sections, one rain catchment (ha) per section and a household
+/// catchment with a density (inhabitants/ha) on most. Main outlets are chosen. The same arguments give the same
+/// network, GUIDs included, on every machine. Sections are ordered from the heads to the outfalls.
 ///
 /// BadWords for a number of sections outside 1 to MostGeneratedSections; Refused when the project has a network.
 /// Linear, no recursion.

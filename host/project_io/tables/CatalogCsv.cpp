@@ -42,7 +42,7 @@ bool IsSameAs(const CCatalogItem& item, const CCatalogCsvRow& row, enmCatalogKin
     return item.GetManholeData() != nullptr && *item.GetManholeData() == row.m_manhole;
 }
 
-/// The table of a catalogue on its way in: rows are judged against the catalogue and each other before any is entered.
+/// Reads a table and checks its rows against the catalogue and each other before any is entered.
 class CCatalogImport {
 public:
     CCatalogImport(CCatalog& catalog, enmCatalogKind kind, enmCatalogValues values, CCsvReader& reader)
@@ -172,10 +172,10 @@ Result<int> Import(std::istream& stream, const std::string& name, enmCatalogTabl
 
 Result<int> ImportCatalogCsv(std::istream& stream, const std::string& name, enmCatalogTable table,
                              enmCatalogValues values) {
-    return AtTheDoor<int>(name, [&] { return Import(stream, name, table, values); });
+    return CatchFailures<int>(name, [&] { return Import(stream, name, table, values); });
 }
 
-Status ExportCatalog(std::ostream& stream, enmCatalogKind kind) {
+Status ExportCatalogCsv(std::ostream& stream, enmCatalogKind kind) {
     const CCatalog& catalog = CatalogOf(kind);
     CCsvWriter writer(stream);
     const bool hasTables = HasTables(catalog);

@@ -11,10 +11,10 @@
 namespace OLMGis::ProjectIo {
 
 enum class enmCatalogKind { Pipe, Manhole };
-/// What ImportCatalogCsv takes a table for; Detect asks the head line.
+/// Kind of table for ImportCatalogCsv; Detect decides by the head line.
 enum class enmCatalogTable { Pipe, Manhole, Detect };
-/// Which values a table may hold: those that people enter, where others are slips of units, or whatever a project may
-/// hold, of which another program or an imported network made more.
+/// Which values are accepted: Usual, the range of real pipes and manholes, for tables by people, where other values are
+/// mostly wrong units; Any for tables of our own, because imported networks may contain unusual pipes.
 enum class enmCatalogValues { Usual, Any };
 
 /// Reads a table into the pipe or manhole catalogue of the active project; returns the number of items entered. Heads:
@@ -22,18 +22,18 @@ enum class enmCatalogValues { Usual, Any };
 ///   manholes  group,name,guid,inner_diameter_m,h1_m,h2_m,height_m
 /// in any order of columns; guid, wall_mm, type and min_diameter_mm may be missing or empty, inner_height_mm for
 /// circles. An empty GUID is made from group and name, the same in every import. Shapes: circle, egg (height 1.5 times
-/// the width), box, and table with a further column points, "height:width" in mm joined by blanks, heights ascending. A
-/// further column group_guid gives the GUID of the group. Groups and items keep the order of the table.
+/// the width), box, and table with a further column points, "height:width" in mm separated by blanks, heights
+/// ascending. A further column group_guid gives the GUID of the group. Groups and items keep the order of the table.
 ///
-/// All or nothing. A row that says what the catalogue already holds is passed over, so that a table may be imported
-/// twice; any other row for a group that was there before is an error, because groups come from one source. BadInput
-/// names line and column. Linear.
+/// All or nothing. A row that is equal to an item of the catalogue is skipped, so that a table may be imported twice;
+/// any other row for a group that existed before is an error, because a group comes from one table. BadInput names line
+/// and column. Linear.
 Utility::Result<int> ImportCatalogCsv(std::istream& stream, const std::string& name,
                                       enmCatalogTable table = enmCatalogTable::Detect,
                                       enmCatalogValues values = enmCatalogValues::Usual);
 
 /// Writes a catalogue of the active project as the table that ImportCatalogCsv reads back; the columns points and
 /// group_guid only where they are needed. Refused when writing fails.
-Utility::Status ExportCatalog(std::ostream& stream, enmCatalogKind kind);
+Utility::Status ExportCatalogCsv(std::ostream& stream, enmCatalogKind kind);
 
 } // namespace OLMGis::ProjectIo

@@ -49,7 +49,7 @@ struct CShapeName {
 constexpr std::array ShapeNames = {CShapeName{"circle", enmPipeShape::Circle}, CShapeName{"egg", enmPipeShape::Egg},
                                    CShapeName{"box", enmPipeShape::Box}, CShapeName{"table", enmPipeShape::Table}};
 
-/// What is outside of a range is a slip of units: pipes are in mm, manholes in m. River beds are wide and rough.
+/// Values outside these ranges are mostly wrong units: pipes are in mm, manholes in m. Wide enough for river beds.
 struct CRange {
     double m_least;
     double m_greatest;
@@ -81,7 +81,7 @@ std::string_view NameOf(enmPipeShape shape) {
     return {};
 }
 
-/// Reads the cells of one row; the first fault stays.
+/// Reads the cells of one row; keeps the first fault.
 class CRowReader {
 public:
     CRowReader(const CCsvReader& reader, enmCatalogValues values)
@@ -98,7 +98,7 @@ public:
         return std::string(text);
     }
 
-    /// fallback for an empty or missing cell; without one a number is needed.
+    /// fallback: value of an empty or missing cell; without one a number is required.
     double Number(std::string_view column, const CRange& usual, std::optional<double> fallback = std::nullopt) {
         const CRange& range = m_takesAny ? AnyNumber : usual;
         const std::string_view text = Field(column);

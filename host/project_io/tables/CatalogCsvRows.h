@@ -23,14 +23,14 @@ struct CCatalogCsvRow {
     Topology::CManholeData m_manhole;
 };
 
-/// GUIDs that tables without GUIDs give, the same for the same names.
+/// GUIDs for tables without them; the same for the same names.
 std::string GuidOfCatalogGroup(enmCatalogKind kind, std::string_view group);
 std::string GuidOfCatalogItem(enmCatalogKind kind, std::string_view group, std::string_view name);
 
-/// BadInput for a head line with an unknown column or without one that is needed.
+/// BadInput for a head line with an unknown column or without a required one.
 Utility::Status CheckCatalogHead(const CCsvReader& reader, enmCatalogKind kind);
 
-/// The present row of a table whose head was checked. BadInput for values that no pipe or manhole can have.
+/// The current row of a table whose head was checked. BadInput for values that no pipe or manhole can have.
 Utility::Result<CCatalogCsvRow> ReadCatalogRow(const CCsvReader& reader, enmCatalogKind kind, enmCatalogValues values);
 
 void WriteCatalogHead(CCsvWriter& writer, enmCatalogKind kind, bool hasTables, bool hasGroupGuids);

@@ -43,7 +43,7 @@ void WriteAttributes(CCsvWriter& writer, const Data::CAttributeOwner& entity,
     writer.EndRow();
 }
 
-/// writeOwn writes what stands between the GUID and the attributes.
+/// writeOwn writes the columns between the GUID and the attributes.
 template <class List, class WriteOwn>
 void WriteRows(CCsvWriter& writer, const List& entities, const std::vector<const CDataDefinition*>& keys,
                const WriteOwn& writeOwn) {

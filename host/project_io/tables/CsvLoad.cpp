@@ -32,7 +32,7 @@ const CDataDefinition* Definition(std::string_view id) {
     return Data::CDataConfiguration::Instance()->GetDataDefinitionByID(id);
 }
 
-/// A column that holds values of an attribute.
+/// A column with values of an attribute.
 struct CValueColumn {
     std::size_t m_place;
     const CDataDefinition* m_definition;
@@ -58,7 +58,7 @@ private:
     CCsvReader& m_reader;
     CCsvTargets m_targets;
     std::vector<CValueColumn> m_columns;
-    std::vector<CCsvTarget> m_records; ///< one a row
+    std::vector<CCsvTarget> m_records; ///< one per row
     CStagedAttributes m_values;        ///< by record
 };
 
@@ -168,8 +168,8 @@ Result<int> Load(std::istream& stream, const std::string& name, enmEntityKind ki
 
 } // namespace
 
-Result<int> LoadTable(std::istream& stream, const std::string& name, enmEntityKind kind) {
-    return AtTheDoor<int>(name, [&] { return Load(stream, name, kind); });
+Result<int> LoadCsv(std::istream& stream, const std::string& name, enmEntityKind kind) {
+    return CatchFailures<int>(name, [&] { return Load(stream, name, kind); });
 }
 
 } // namespace OLMGis::ProjectIo

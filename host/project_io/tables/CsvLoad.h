@@ -11,20 +11,21 @@
 namespace OLMGis::ProjectIo {
 
 /// Stores attribute values of many entities of the active project from a table with a head line of keys; returns the
-/// number of values stored, nulls included. A column `name` or `guid` tells the entity; where a row has both, they must
-/// agree. An empty cell makes the attribute null. All or nothing: the whole table is judged before anything is stored.
+/// number of values stored, nulls included. A column `name` or `guid` names the entity; where a row has both, they
+/// must agree. An empty cell makes the attribute null. All or nothing: the whole table is checked before anything is
+/// stored.
 ///
-/// Of sections the columns `from` and `to` may be there and must tell their nodes, so that a table of ExportCsv can be
-/// loaded; a repeated name must be given by GUID, in either column.
+/// A table of sections may have the columns `from` and `to`, as ExportCsv writes them; they must name the nodes of the
+/// section. A repeated name must be given as GUID, in either column.
 ///
-/// Catchments are told by `guid`, or by their section (name or GUID, in the column `section` or, without that, `name`)
+/// Catchments are found by `guid`, or by their section (name or GUID, in the column `section` or, without that, `name`)
 /// and their kinds: the one catchment of the section with the same kinds, or, in a table without kinds, its only one.
 /// Several are an error that asks for the GUID. A row without a match becomes a new catchment of the section, with
 /// kinds and area, coefficient 1 where none is given, and a GUID made from that of the section. Beside `section` a
-/// column `name` holds the catchment's own name.
+/// column `name` contains the catchment's own name.
 ///
-/// BadInput names file, line and column: an unknown column or entity, an entity on two rows, a value that is none of
-/// the attribute. Linear.
-Utility::Result<int> LoadTable(std::istream& stream, const std::string& name, Data::enmEntityKind kind);
+/// BadInput names file, line and column: an unknown column or entity, an entity on two rows, a value that the
+/// attribute cannot have. Linear.
+Utility::Result<int> LoadCsv(std::istream& stream, const std::string& name, Data::enmEntityKind kind);
 
 } // namespace OLMGis::ProjectIo

@@ -14,15 +14,17 @@
 namespace OLMGis::ProjectIo {
 
 /// Reads a table of comma-separated values (RFC 4180) with a head line, one row in memory at a time. Quoted fields may
-/// hold separators, line ends and doubled quotation marks; lines end in LF or CR LF; a UTF-8 byte order mark is passed
-/// over, so are empty lines. Semicolons separate where the head line has them and no comma. Texts are UTF-8. Linear.
+/// contain separators, line ends and doubled quotation marks; lines end in LF or CR LF; a UTF-8 byte order mark and
+/// empty lines are skipped. The separator is a semicolon where the head line has one and no comma. Texts are UTF-8.
+/// Linear.
 class CCsvReader {
 public:
-    static constexpr std::size_t LongestField = std::size_t{1} << 20; ///< bytes; more is another kind of file
+    static constexpr std::size_t LongestField = std::size_t{1}
+                                                << 20; ///< bytes; a longer field means another kind of file
     static constexpr std::size_t LongestRow = 16 * LongestField;
     static constexpr std::size_t MostColumns = 1000;
 
-    /// The stream is borrowed; name is what messages call it.
+    /// The stream is borrowed; name: name of the file in messages.
     CCsvReader(std::istream& stream, std::string name) : m_stream(stream), m_name(std::move(name)) {}
 
     /// Reads the head line. BadInput for a file without one, for an empty or a repeated column name; Refused when the
@@ -30,7 +32,7 @@ public:
     Utility::Status ReadHead();
 
     /// Goes to the next row; false at the end. BadInput, naming the line, for a row with more or fewer fields than the
-    /// head line and for text that is no table.
+    /// head line and for text that is not a table.
     Utility::Result<bool> Next();
 
     /// Names of the columns, without blanks around them; no empty ones, none twice.
@@ -39,15 +41,15 @@ public:
     /// Place of a column, nothing when there is none of that name (plain characters).
     std::optional<std::size_t> FindColumn(std::string_view column) const;
 
-    /// The field of the present row at the place of a column; empty for nothing.
+    /// The field of the current row at the place of a column; empty for no column.
     std::string_view GetField(std::optional<std::size_t> column) const {
         return column ? std::string_view(m_fields[*column]) : std::string_view();
     }
 
-    /// The line on which the present row begins, from 1.
+    /// The line on which the current row begins, from 1.
     std::size_t GetLine() const { return m_rowLine; }
 
-    /// An error of the present row: "name: line 3: text", or with a column "name: line 3, column area: text".
+    /// An error of the current row: "name: line 3: text", or with a column "name: line 3, column area: text".
     Utility::Error Fault(std::string_view text) const;
     Utility::Error Fault(std::string_view column, std::string_view text) const;
 
@@ -63,10 +65,10 @@ private:
     std::istream& m_stream;
     std::string m_name;
     std::vector<std::string> m_columns;
-    std::vector<std::string> m_fields; ///< never shrinks, so that its texts keep their room
+    std::vector<std::string> m_fields; ///< never shrinks, so that its texts keep their memory
     std::size_t m_fieldCount = 0;
     std::size_t m_rowBytes = 0; ///< in the fields so far
-    std::string m_headLine;     ///< as it stands in the file, read ahead to find the separator
+    std::string m_headLine;     ///< as in the file, read ahead to find the separator
     std::size_t m_headAt = 0;   ///< place of the next byte in it
     std::size_t m_line = 1;
     std::size_t m_rowLine = 1;

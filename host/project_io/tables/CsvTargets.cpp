@@ -22,7 +22,7 @@ using Utility::Status;
 
 namespace {
 
-/// Stands for any kinds, beside their sums from 0 to 7.
+/// Means any kinds; sums of kinds are 0 to 7.
 constexpr int AnyKinds = 8;
 
 std::uint64_t AlikeKey(const CSection& section, int kinds) {
@@ -53,7 +53,7 @@ void CCsvTargets::IndexCatchments() {
     }
 }
 
-bool CCsvTargets::IsTelling(std::string_view column) const {
+bool CCsvTargets::IsIdentifying(std::string_view column) const {
     if (column == "name" || column == "guid")
         return true;
     if (m_kind == enmEntityKind::Section)
@@ -64,7 +64,7 @@ bool CCsvTargets::IsTelling(std::string_view column) const {
 Status CCsvTargets::CheckHead() const {
     if (m_name || m_guid || (m_kind == enmEntityKind::Catchment && m_reader.FindColumn("section")))
         return Done();
-    return m_reader.Fault("found no column name or guid, expected one of them to tell the entities");
+    return m_reader.Fault("found no column name or guid, expected one of them to identify the entities");
 }
 
 Result<CCsvTarget> CCsvTargets::Find(std::optional<int> kinds) {

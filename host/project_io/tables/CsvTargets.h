@@ -17,28 +17,29 @@
 
 namespace OLMGis::ProjectIo {
 
-/// What a row of a table is about: an entity of the project, or a catchment that it will get.
+/// The entity that a row of a table describes: one of the project, or a new catchment.
 struct CCsvTarget {
     const Data::CAttributeOwner* m_entity = nullptr; ///< null for a new catchment
-    Topology::CSection* m_section = nullptr;         ///< of a new catchment, like the following
+    Topology::CSection* m_section = nullptr;         ///< of a new catchment, as are the members below
     std::string m_name;
     std::string m_guid;
 };
 
-/// Finds what the rows of a table are about. Made for one table, while the topology stays as it is. Linear to make,
-/// then a few hash look-ups a row, whatever hangs on one section.
+/// Finds the entities of the rows of a table. Made for one table; the topology must not change meanwhile. Linear to
+/// make, then a few hash look-ups per row.
 class CCsvTargets {
 public:
     CCsvTargets(const Topology::CTopologyStorage& topology, Data::enmEntityKind kind, const CCsvReader& reader);
 
-    /// Whether the column serves to tell the entity and is no attribute.
-    bool IsTelling(std::string_view column) const;
+    /// Whether the column identifies the entity and is not an attribute.
+    bool IsIdentifying(std::string_view column) const;
 
-    /// BadInput when the head line has no column that tells the entity.
+    /// BadInput when the head line has no column that identifies the entity.
     Utility::Status CheckHead() const;
 
-    /// The target of the present row. kinds: the row's kinds of a catchment, nothing where it gives none. BadInput when
-    /// there is no such entity, when several fit, when columns contradict each other or an earlier row was about it.
+    /// The entity of the current row. kinds: kinds of the catchment in this row, nothing where it has none. BadInput
+    /// when there is no such entity, when several fit, when columns contradict each other, and when an earlier row has
+    /// the same entity.
     Utility::Result<CCsvTarget> Find(std::optional<int> kinds);
 
 private:
@@ -65,8 +66,8 @@ private:
     CSectionReferences m_references;
     std::optional<std::size_t> m_name;
     std::optional<std::size_t> m_guid;
-    std::string_view m_sectionColumn; ///< of catchments: the column that tells the section
-    std::vector<std::size_t> m_lines; ///< by row of the store: the line that was about the entity, 0 for none
+    std::string_view m_sectionColumn; ///< of catchments: the column that names the section
+    std::vector<std::size_t> m_lines; ///< by row of the store: line of the table with the entity, 0 for none
     absl::flat_hash_map<std::uint64_t, CAlike> m_alike;             ///< by section and kinds
     absl::flat_hash_map<std::uint32_t, std::uint32_t> m_nextNumber; ///< by section: number of its next new catchment
     absl::flat_hash_set<std::string, Utility::GuidHash, Utility::GuidEqual> m_newGuids;

@@ -8,7 +8,7 @@ void CCsvWriter::Write(std::string_view field) {
     if (m_hasFields)
         m_buffer += ',';
     m_hasFields = true;
-    // Semicolons and blanks at the ends are quoted for the sake of other programs.
+    // Semicolons and blanks at the ends are quoted because some programs would read them differently.
     const bool isQuoted = field.find_first_of(",;\"\r\n") != std::string_view::npos ||
                           (!field.empty() && (field.front() == ' ' || field.back() == ' '));
     if (!isQuoted) {
@@ -26,7 +26,7 @@ void CCsvWriter::Write(std::string_view field) {
 
 void CCsvWriter::EndRow() {
     constexpr std::size_t blockSize = std::size_t{1} << 16;
-    // A row of one empty field would be an empty line, which readers pass over.
+    // A row of one empty field would be an empty line, which readers skip.
     if (m_hasFields && m_buffer.size() == m_rowStart)
         m_buffer += "\"\"";
     m_buffer += '\n';

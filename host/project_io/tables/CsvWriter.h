@@ -11,7 +11,7 @@
 namespace OLMGis::ProjectIo {
 
 /// Writes a table of comma-separated values that CCsvReader reads back to the same texts. Lines end in LF. A field is
-/// quoted where it must be.
+/// quoted only where necessary.
 class CCsvWriter {
 public:
     /// The stream is borrowed.
@@ -21,13 +21,13 @@ public:
     void Write(std::string_view field);
     void EndRow();
 
-    /// Hands over what is left. Refused when the stream took not everything.
+    /// Writes what is still in the buffer. Refused when the stream failed.
     Utility::Status Finish();
 
 private:
     std::ostream& m_stream;
     std::string m_buffer;
-    std::size_t m_rowStart = 0; ///< of the present row in the buffer
+    std::size_t m_rowStart = 0; ///< of the current row in the buffer
     bool m_hasFields = false;
 };
 

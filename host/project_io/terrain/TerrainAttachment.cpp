@@ -41,7 +41,7 @@ void LogTrouble(int message, int terrainType, const std::string& reason) {
         CUtility::Format(Utility::CModuleConfiguration::Instance()->GetMsg(message), terrainType, reason));
 }
 
-/// A terrain file whose first trouble with reading cells goes to the log.
+/// A terrain file whose first failure to read cells goes to the log.
 class CLoggedCells final : public Topology::ICellSource {
 public:
     CLoggedCells(std::unique_ptr<ITerrainFile> file, int terrainType, std::string name)
@@ -76,7 +76,7 @@ std::string SettingOf(int terrainType) {
     return CProjectSettings::Instance()->Get(TerrainSetting(terrainType));
 }
 
-/// The error of a raster in another coordinate system, or what should be known; empty for nothing.
+/// An error for a raster in another coordinate system, else a warning; empty for none.
 Result<std::string> CompareCrs(const ITerrainFile& file, const std::string& name) {
     const std::string projects = CProjectSettings::Instance()->Get(CProjectSettings::Crs);
     const auto epsg = ParseEpsgCode(projects);
@@ -98,7 +98,7 @@ Result<std::string> CompareCrs(const ITerrainFile& file, const std::string& name
                        projects);
 }
 
-/// The surface of a type; null, and a line in the log, when it can't be had.
+/// The surface of a type; null, with a line in the log, when it cannot be read.
 std::shared_ptr<Topology::ITerrainSurface> OpenSurface(int terrainType, const std::string& name) {
     auto file = OpenTerrainFile(name);
     if (file) {
@@ -114,11 +114,11 @@ std::shared_ptr<Topology::ITerrainSurface> OpenSurface(int terrainType, const st
         frame, std::make_unique<CLoggedCells>(std::move(file.Value()), terrainType, name));
 }
 
-/// A path as the settings of a project in a folder keep it.
+/// A path as stored in the settings of a project in that folder.
 std::string StoredPath(const path& raster, const path& folder) {
     if (!raster.is_absolute())
         return raster.string();
-    const auto inRaster = std::next(raster.begin()); // behind the root, which is no common folder
+    const auto inRaster = std::next(raster.begin()); // after the root, which does not count as a common folder
     const auto inFolder = std::next(folder.begin());
     const bool sharesFolder = inRaster != raster.end() && inFolder != folder.end() && *inRaster == *inFolder;
     return (sharesFolder || folder == folder.root_path() ? raster.lexically_relative(folder) : raster).string();
@@ -142,7 +142,7 @@ Result<std::string> ResolveTerrainPath(std::string_view typed, const std::string
         full = beside;
     if (!std::filesystem::exists(full, error))
         return Utility::Refused(fmt::format("{}: cannot be opened: {}", typed, ReasonOf(ENOENT)));
-    // Links to the folder are followed, as they are for the project's; a link to the file itself stays.
+    // Links to the folder are resolved, as for the project; a link to the file itself is kept.
     return (std::filesystem::canonical(full.parent_path(), error) / full.filename()).lexically_normal().string();
 }
 

@@ -19,7 +19,7 @@ using Utility::Result;
 
 namespace {
 
-/// Beside the library that holds this function.
+/// In the folder of the library that contains this function.
 std::string PathOfTerrainLibrary() {
     Dl_info info{};
     if (dladdr(reinterpret_cast<const void*>(&OpenTerrainFile), &info) == 0 || info.dli_fname == nullptr)
@@ -30,7 +30,7 @@ std::string PathOfTerrainLibrary() {
 
 Result<CTerrainOpener*> LoadOpener() {
     const std::string path = PathOfTerrainLibrary();
-    // Never closed: the raster library keeps state of its own until the process ends.
+    // Never closed: the raster library keeps global state until the process ends.
     void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     void* const opener = library == nullptr ? nullptr : dlsym(library, TerrainOpenerName);
     if (opener == nullptr) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-// The raster library's side of terrain files. A library of its own, loaded when a raster is first opened.
+// Terrain files read by the raster library. Built as a library of its own that is loaded with the first raster.
 #include "host/gis_core/Utility.h"
 #include "host/project_io/terrain/TerrainFile.h"
 
@@ -25,7 +25,7 @@ namespace {
 
 constexpr double NotANumber = std::numeric_limits<double>::quiet_NaN();
 
-/// Keeps what the raster library has to say, which would go to standard error, for its own lifetime.
+/// Catches messages of the raster library, which would go to standard error, while it exists.
 class CSaid {
 public:
     CSaid() { CPLPushErrorHandlerEx(&Keep, &m_text); }
@@ -51,7 +51,7 @@ struct CCloseDataset {
 };
 using CDataset = std::unique_ptr<void, CCloseDataset>;
 
-/// Metres in the unit that a raster names for its heights; 0 for one that isn't known.
+/// Metres per unit of the heights of a raster; 0 for an unknown unit.
 double MetresOfUnit(std::string_view unit) {
     if (unit.empty() || unit == "m" || unit == "metre" || unit == "meter" || unit == "metres" || unit == "meters")
         return 1.0;
@@ -83,7 +83,7 @@ private:
     double m_offset = 0.0; ///< m
     bool m_hasGaps = false;
     OGRSpatialReference m_crs; ///< empty for none
-    int m_epsg = 0;            ///< 0 where the register has none like it
+    int m_epsg = 0;            ///< 0 where the register has no such system
     std::vector<unsigned char> m_mask;
     std::string m_trouble;
 };
@@ -91,7 +91,7 @@ private:
 Result<std::unique_ptr<ITerrainFile>> CGdalTerrain::Open(const char* path) {
     static const bool isReady = [] {
         GDALAllRegister();
-        // Cells of ASCII grids would be read as numbers of seven digits, too few for millimetres on mountains.
+        // By default cells of ASCII grids are read with seven digits, too few for millimetres on mountains.
         CPLSetConfigOption("AAIGRID_DATATYPE", "Float64");
         return true;
     }();
@@ -161,7 +161,7 @@ enmCrsAgreement CGdalTerrain::CompareCrs(int epsg) const {
     OGRSpatialReference projects;
     if (projects.importFromEPSG(epsg) != OGRERR_NONE)
         return enmCrsAgreement::Unknown;
-    // Files of other programs leave out the number, and the order of axes, which rasters don't follow anyway.
+    // Many files leave out the EPSG number and the order of axes, which rasters ignore anyway.
     const std::array<const char*, 3> leniently{"CRITERION=EQUIVALENT_EXCEPT_AXIS_ORDER_GEOGCRS",
                                                "IGNORE_DATA_AXIS_TO_SRS_AXIS_MAPPING=YES", nullptr};
     if (m_crs.IsSame(&projects, leniently.data()) != 0)
