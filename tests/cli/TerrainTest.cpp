@@ -85,7 +85,7 @@ TEST_F(Ground, RastersAreAttachedCheckedAndTakenAway) {
     EXPECT_EQ(info.m_code, 0);
     EXPECT_THAT(info.m_err, HasSubstr("warning: terrain_2: "));
     ASSERT_EQ(json::parse(info.m_out).at("warnings").size(), 1U);
-    EXPECT_THAT(json::parse(info.m_out).at("warnings").at(0).get<std::string>(), HasSubstr("grid.asc is not there"));
+    EXPECT_THAT(json::parse(info.m_out).at("warnings").at(0).get<std::string>(), HasSubstr("grid.asc is missing"));
     EXPECT_EQ(Drenova({"settings", m_project, "terrain_2="}).m_code, 0);
     EXPECT_EQ(Drenova({"info", m_project}).m_err, "");
 }

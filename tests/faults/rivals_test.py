@@ -136,7 +136,7 @@ class ForeignFiles(Case):
     def test_no_project(self):
         with open(self.project, "wb") as file:
             file.write(b"a letter to the editor\n" * 100)
-        self.assert_refused(BAD_INPUT, "is no project file")
+        self.assert_refused(BAD_INPUT, "is not a project file")
 
     def test_a_language_that_is_a_path(self):
         self.change("INSERT INTO drenova_settings (id, name, value) VALUES (100, 'language', '../../../etc/x')")

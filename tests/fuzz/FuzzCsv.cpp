@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-// Tables: the first byte says of what, the rest is the file. It is refused with a message and nothing stored, or its
-// values come back the same from the table that they are written to.
+// Tables: the first byte chooses the kind, the rest is the file. It is refused with a message and nothing stored, or
+// its values come back the same from the table that they are written to.
 #include "host/gis_core/DataRW.h"
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/project_io/tables/CatalogCsv.h"

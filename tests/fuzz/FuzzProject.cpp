@@ -18,7 +18,7 @@ using ProjectIo::CProjectFile;
 
 namespace {
 
-/// A folder for the files of this process, gone at its end.
+/// A folder for the files of this process, removed at its end.
 class CFuzzFolder {
 public:
     CFuzzFolder() {

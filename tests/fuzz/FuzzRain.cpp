@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-// Rain: the first byte says of what, the rest is the text: a curve file, rows of Turkish parameters, Romanian
+// Rain: the first byte chooses the kind, the rest is the text: a curve file, rows of Turkish parameters, Romanian
 // coefficients. Curves stay between their own points, and texts that parse come back the same.
 #include "host/sewage_core/IDPTurkParams.h"
 #include "rain/IDFCurves.h"
@@ -55,7 +55,7 @@ void TestRomanian(const std::string& text) {
     }
     for (const double value : {coefficients.m_sensitive, coefficients.m_shortDuration, coefficients.m_longDuration})
         if (!(std::abs(value) < 1e9))
-            return; // six decimals of such a number are not its own
+            return; // such a number has no six exact decimals
     CRORainCoefficients again;
     Require(again.ParseValue(coefficients.FormatValue()) != 0, "the own text is refused");
     Require(again.FormatValue() == coefficients.FormatValue(), "the text changed on its way");

@@ -12,7 +12,7 @@
 #include <string>
 #include <string_view>
 
-/// Ends the fuzzer, which then keeps the input, when something does not hold.
+/// Ends the fuzzer, which then keeps the input, when a condition is false.
 inline void Require(bool holds, std::string_view what) {
     if (holds)
         return;
@@ -21,7 +21,7 @@ inline void Require(bool holds, std::string_view what) {
     std::abort();
 }
 
-/// What a person is told of a bad file names it, is short and can be shown, whatever stood in the file.
+/// The message for a bad file names it, is short and contains no control characters.
 inline void RequireTelling(const OLMGis::Utility::Error& error, std::string_view fileName) {
     constexpr std::size_t Longest = 4096;
     const std::string& message = error.message;

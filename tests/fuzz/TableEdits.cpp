@@ -43,7 +43,7 @@ public:
 
     void Run(const std::string& sql) { sqlite3_exec(m_connection, sql.c_str(), nullptr, nullptr, nullptr); }
 
-    /// The first column of what a query finds.
+    /// The first column of the result of a query.
     std::vector<std::string> List(const std::string& sql) {
         std::vector<std::string> list;
         const auto add = [](void* texts, int /*count*/, char** values, char** /*names*/) {
@@ -78,7 +78,7 @@ std::vector<CTable> TablesOf(CMemoryFile& file) {
     return tables;
 }
 
-/// The bytes of an edit, zeros behind their end.
+/// The bytes of an edit; zeros after their end.
 class CEditBytes {
 public:
     CEditBytes(const std::uint8_t* data, std::size_t size) : m_data(data), m_size(size) {}

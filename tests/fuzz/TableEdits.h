@@ -8,11 +8,11 @@
 
 namespace Fuzz {
 
-/// Fills the active project with a little of everything that a project file holds.
+/// Fills the active project with a little of everything that a project file contains.
 void MakeProject();
 
 /// Changes values in the tables of a project file, the list of tables among them. An edit is four bytes: table, column,
-/// row and kind; then what the kind needs (see the source). Edits that the file refuses are passed over.
+/// row and kind; then what the kind needs (see the source). Edits that the file refuses are skipped.
 void ChangeTables(std::string& file, const std::uint8_t* data, std::size_t size);
 
 } // namespace Fuzz

@@ -134,7 +134,7 @@ TEST(BuiltInCatalogFiles, GroupsThatCollideAreToldByBothNames) {
     EXPECT_THAT(imported.GetError().message, HasSubstr("built-in catalogue"));
 }
 
-/// Built-in entries are named in exchange files and in tables of values as own ones are.
+/// Exchange files and tables refer to built-in entries as they refer to own ones.
 TEST(BuiltInCatalogFiles, ReferencesMayBeNames) {
     CTestProject project;
     std::istringstream exchange(R"({"type": "FeatureCollection", "features": [

@@ -21,7 +21,7 @@ TEST(CoordinateSystem, KnownNumbersGiveTheirDefinition) {
         {"EPSG:3765", 3765, R"(PROJCS["HTRS96 / Croatia TM")", false},
         {" epsg:32633 ", 32633, R"(PROJCS["WGS 84 / UTM zone 33N")", false},
         {"EPSG:4326", 4326, R"(GEOGCS["WGS 84")", true},
-        {"EPSG:5698", 5698, R"(PROJCS["RGF93)", false}, // with heights, of which the plane is taken
+        {"EPSG:5698", 5698, R"(PROJCS["RGF93)", false}, // with heights; the horizontal part is taken
     };
     for (const CCase& c : cases) {
         SCOPED_TRACE(c.m_text);

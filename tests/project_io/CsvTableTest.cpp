@@ -71,10 +71,10 @@ TEST(CsvTable, FaultsNameTheLine) {
         {"a,b\n1,2\n\n1,2,3\n", "line 4: found 3 fields, expected 2"},
         {"a,b\n1,2\n3\n", "line 3: found 1 fields, expected 2"},
         {"a,b\n1,\"x\ny\n", "line 2: found a quotation mark that is never closed"},
-        {"a,b\n1,\"x\"y\n", "line 2: found text behind the closing quotation mark of \"x\""},
+        {"a,b\n1,\"x\"y\n", "line 2: found text after the closing quotation mark of \"x\""},
         {"a,b\n1,\xC8"
          "\n",
-         "line 2: found bytes that are no UTF-8 in \"?\""},
+         "line 2: found bytes that are not UTF-8 in \"?\""},
         {std::string("a,b\n1,\0\n", 8), "line 2: found a character of code 0"},
         {"a,b\n1," + std::string(CCsvReader::LongestField + 1, 'x'), "line 2: found a field of more than"},
         {"a\n" + std::string(CCsvReader::MostColumns, ','), "line 2: found more than 1000 fields"},

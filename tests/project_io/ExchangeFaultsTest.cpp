@@ -115,7 +115,7 @@ const std::vector<CFault> FaultsOfFeatures = {
      "feature 5", "a second main outlet", "one"},
     {ABS + Feature(R"("layer":"main_outlet","node":"A","section":"S","name":"x")"), "feature 4", "\"name\"",
      "node and section"},
-    // features that are none
+    // not a feature
     {"{}", "feature 1", "no type", "\"Feature\""},
     {R"({"type":"Feature","geometry":null})", "feature 1", "no properties", "some"},
     {R"({"type":"Feature","properties":null,"geometry":null})", "feature 1", "null as its properties", "an object"},

@@ -18,7 +18,7 @@ using ::testing::HasSubstr;
 
 namespace {
 
-/// A network of everything that the exchange file can tell, different for each seed.
+/// A network with everything that the exchange file can express, different for each seed.
 class CRandomNetwork {
 public:
     explicit CRandomNetwork(unsigned seed) : m_engine(seed) {}
@@ -29,7 +29,7 @@ public:
         FillNodes();
         FillSections();
         FillCatchments();
-        SettleOutlets();
+        ChooseOutlets();
     }
 
 private:
@@ -119,7 +119,7 @@ private:
             Data::CDataRW::Write("area", catchment, Positive(), nullptr);
         }
     }
-    void SettleOutlets() {
+    void ChooseOutlets() {
         std::vector<boost::shared_ptr<CSection>> out;
         for (const auto& node : m_topology.GetNodes())
             if (node->GetSectionsOut(out) > 0 && OneIn(2))
@@ -133,7 +133,7 @@ private:
     double m_last = 0.0;
 };
 
-/// The same for what a section without nodes and the like do not allow to tell.
+/// The message for a project that the format cannot express.
 std::string WhyNoExport() {
     std::ostringstream stream;
     const auto status = ProjectIo::ExportExchange(stream);
@@ -223,7 +223,7 @@ TEST(ExchangeRoundTrip, TheSampleTownAndAnInventedCityComeBack) {
     }
 }
 
-TEST(ExchangeRoundTrip, WhatTheFormatCannotTellIsNotWritten) {
+TEST(ExchangeRoundTrip, WhatTheFormatCannotExpressIsNotWritten) {
     CTestProject project;
     auto& topology = ActiveTopology();
     const auto node = topology.AddNode("n", "N", {0, 0}).Value();

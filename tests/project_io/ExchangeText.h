@@ -13,7 +13,7 @@
 #include <string>
 #include <string_view>
 
-/// An exchange file around features, which are given as they stand in it, joined by commas.
+/// An exchange file with these features, which are given as JSON separated by commas.
 inline std::string Collection(std::string_view features) {
     return "{\"type\":\"FeatureCollection\",\"features\":[" + std::string(features) + "]}";
 }
@@ -41,7 +41,7 @@ inline OLMGis::Utility::Result<OLMGis::ProjectIo::CImportSummary> ImportText(con
     return OLMGis::ProjectIo::ImportExchange(stream, "net.geojson");
 }
 
-/// Imports what must be good; the test fails with the message when it isn't.
+/// Imports a text that must be good; otherwise the test fails with the message.
 inline OLMGis::ProjectIo::CImportSummary ImportGood(const std::string& text) {
     auto summary = ImportText(text);
     EXPECT_TRUE(summary) << (summary ? "" : summary.GetError().message);

@@ -56,7 +56,7 @@ std::string FileWith(const CTestFolder& folder, std::optional<std::vector<CItemF
     return path;
 }
 
-/// What a project has after opening a file; what was noticed on the way behind it.
+/// The findings of a project after opening a file, followed by the warnings.
 std::string OpenedFindings(const std::string& path) {
     CTestProject project;
     CFunctionalAnalysisManager::Instance()->SetFindings(SomeFindings());

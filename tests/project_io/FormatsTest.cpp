@@ -38,7 +38,7 @@ TEST(Formats, AreFoundBySuffixAndByKey) {
     EXPECT_THAT(FindExportFormat("inp").GetError().message, HasSubstr("expected one of geojson, csv, catalog"));
 }
 
-/// A suffix that two imports claim could not choose one; a key that repeats could not name one.
+/// Otherwise a suffix or a key would not choose one format.
 TEST(Formats, NoKeyAndNoSuffixOfAnImportRepeats) {
     std::set<std::string_view> keys;
     std::set<std::string_view> suffixes;

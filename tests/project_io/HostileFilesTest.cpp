@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 //
-// Files that are made to fill the memory, to keep the reader going for ever or to break it: refused or read in bounds.
+// Files that try to fill the memory, to keep the reader busy for ever or to break it: refused, or read within limits.
 #include "host/project_io/tables/CatalogCsv.h"
 #include "host/project_io/tables/CsvLoad.h"
 #include "tests/project_io/ExchangeText.h"
@@ -162,7 +162,7 @@ TEST(HostileInp, PipesBeyondAllMeasureGoThroughAnExchangeFile) {
 
 namespace {
 
-/// A page of SQLite's b-trees, as the format lays it down.
+/// A page of SQLite's b-trees, in its documented format.
 class CPage {
 public:
     CPage(std::string& file, std::size_t number)
@@ -187,7 +187,7 @@ private:
             number = number * 256 + static_cast<unsigned char>(file[place + i]);
         return number;
     }
-    /// Behind the last cell comes the child to the right of all.
+    /// After the last cell comes the rightmost child.
     std::size_t PlaceOfChild(std::size_t cell) const {
         constexpr std::size_t Rightmost = 8;
         constexpr std::size_t Head = 12;
@@ -248,7 +248,7 @@ TEST(HostileProject, PagesThatAreEverywhereDoNotMultiplyTheRows) {
     CPage top(bytes, root);
     ASSERT_TRUE(top.IsInner());
     ASSERT_GT(top.GetCellCount(), 20U);
-    // Three floors of which every room leads to the same leaf: a hundred million rows in half a megabyte.
+    // Three levels of pages in which all cells lead to the same leaf: a hundred million rows in half a megabyte.
     const std::size_t pages[] = {top.GetChild(0), top.GetChild(1), top.GetChild(2), top.GetChild(3)};
     for (std::size_t i = 0; i < 3; ++i) {
         CPage inner(bytes, pages[i]);

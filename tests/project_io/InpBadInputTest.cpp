@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 //
-// Files that are no storm-water network, or contradict themselves: refused with line, finding and expectation.
+// Files that are not a storm-water network, or contradict themselves: refused with line, found and expected.
 #include "tests/project_io/InpTestProject.h"
 
 #include <gtest/gtest.h>

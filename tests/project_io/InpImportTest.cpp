@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 //
-// Small storm-water networks whose values are worked out by hand.
+// Small storm-water networks whose values are calculated by hand.
 #include "host/network_core/CatalogManager.h"
 #include "tests/project_io/InpTestProject.h"
 
@@ -122,7 +122,7 @@ TEST(InpImport, OffsetsGiveLevels) {
         {"", "c A O 100 0.013", 10.0, 9.0, 10.0},
         {"LINK_OFFSETS ELEVATION", "c A O 100 0.013 10.5 9.25", 10.5, 9.25, 12.5},
         {"LINK_OFFSETS elevation", "c A O 100 0.013 * 9.5", 10.0, 9.5, 5.0},
-        {"", "c O A 100 0.013 0 0", 9.0, 10.0, -10.0}, // climbs, and is not turned round
+        {"", "c O A 100 0.013 0 0", 9.0, 10.0, -10.0}, // climbs and keeps its direction
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.conduit);
@@ -199,7 +199,7 @@ ditch A O 100 0.013 0 0
     EXPECT_EQ(custom->GetPipeData()->m_table, (CTable{{0, 400}, {1000, 2000}, {2000, 400}}));
     const auto ditch = net.Section("ditch")->GetPipe();
     ASSERT_TRUE(ditch);
-    // Stations count twice: a bed of 2 m as 4 m, 6 m as 12 m.
+    // Stations are multiplied by 2: a bed of 2 m becomes 4 m, 6 m becomes 12 m.
     EXPECT_EQ(ditch->GetPipeData()->m_table, (CTable{{0, 4000}, {2000, 12000}}));
     EXPECT_EQ(net.OfSection("ditch", "MANNING_N").AsDouble(), 0.02) << "that of the channel, not of the conduit";
     EXPECT_EQ(net.Noted("channels whose banks"), 1U);
@@ -414,7 +414,7 @@ other 1 1
 }
 
 TEST(InpImport, FormIsFree) {
-    // Any order of sections and any case, headings cut short, CR LF, a byte order mark, tabs, quotation marks, comments
+    // Any order of headings and any case, shortened headings, CR LF, a byte order mark, tabs, quotation marks, comments
     // at the ends of lines and in another encoding, no line end at the end.
     const CInpTestProject net("\xEF\xBB\xBF; Stra\xDF"
                               "e\r\n[xsect]\r\n\"link 1\"\tcircular\t.4;Gr\xF6\xDF"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 //
-// Networks that others published: their counts, totals added up by a spreadsheet road, and values worked out by hand.
+// Networks that others published: their counts, totals summed in a spreadsheet, and values calculated by hand.
 #include "host/network_core/SectionSlopes.h"
 #include "tests/project_io/InpTestProject.h"
 
@@ -44,7 +44,7 @@ protected:
 } // namespace
 
 TEST_F(InpReference, CountsAndTotals) {
-    // Totals: columns of the files added up, times 0.3048 m/ft and 0.40468564224 ha/acre where they are in feet.
+    // Totals: sums of columns of the files, times 0.3048 m/ft and 0.40468564224 ha/acre where they are in feet.
     const struct {
         const char* file;
         std::size_t nodes;
@@ -139,7 +139,7 @@ TEST_F(InpReference, NodesCatchmentsAndOtherLinks) {
 }
 
 TEST_F(InpReference, SlopesFollowFromLevelsAndLengthsOfTheFile) {
-    // All have levels and lengths. Slope times length, added up, is the fall of all sections together.
+    // All have levels and lengths. The sum of slope times length is the fall of all sections together.
     for (const char* file : {"02_epa_user1.inp", "05_bellinge_small.inp"}) {
         SCOPED_TRACE(file);
         const CReferenceNetwork net(file);

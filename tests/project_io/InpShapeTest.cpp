@@ -137,8 +137,8 @@ TEST(InpShape, CurvesAreCompletedAtBothEnds) {
 }
 
 TEST(InpShape, ChannelsKeepTheirWidthAtEachLevel) {
-    // A channel of 2 m between flanks of 1:1, and a bank of 3 m on its right at 1 m above the bed, walls to 2 m:
-    // bed 2 m; just below the bank 4 m, just above 7 m; the left flank ends at 2 m with 1 m more.
+    // A channel of 2 m between sides of 1:1, and a bank of 3 m on its right at 1 m above the bed, walls to 2 m:
+    // bed 2 m; just below the bank 4 m, just above 7 m; the left side ends at 2 m with 1 m more.
     const auto bed = ChannelOutline({{0, 12}, {2, 10}, {4, 10}, {5, 11}, {8, 11}, {8, 12}}, 1.0);
     ASSERT_EQ(bed.size(), 4U);
     EXPECT_TRUE(IsGrowing(bed));

@@ -27,7 +27,7 @@ public:
     std::string Message() const { return m_answer ? std::string() : m_answer.GetError().message; }
     const OLMGis::ProjectIo::CImportSummary& Summary() const { return m_answer.Value(); }
 
-    /// How often the summary counts something whose text begins so; 0 when it doesn't.
+    /// The count of the note whose text begins so; 0 without one.
     std::size_t Noted(std::string_view beginning) const {
         for (const auto& note : Summary().m_notes)
             if (note.m_what.starts_with(beginning))
@@ -48,7 +48,7 @@ public:
         return found == all.end() ? nullptr : *found;
     }
 
-    /// Name of the section on which a catchment hangs, "-" for none.
+    /// Name of the section of a catchment, "-" for none.
     std::string HangsOn(std::string_view catchment) const {
         const auto found = Catchment(catchment);
         return found ? std::string(found->GetSection()->GetName()) : "-";

@@ -71,8 +71,8 @@ TEST(ProjectFileDamage, BytesThatAreNoProjectFileAreToldApart) {
         {"another application", changed(68, "OTHR"), "found the application number 0x4f544852, expected 0x47504b47"},
         {"another version", changed(60, std::string("\0\0\x4e\x20", 4)),
          "found GeoPackage version 20000, expected 10300"},
-        {"page size", changed(16, std::string("\0\3", 2)), "is damaged or no project file"},
-        {"tables overwritten", changed(100, std::string(3000, '\x7f')), "is damaged or no project file"},
+        {"page size", changed(16, std::string("\0\3", 2)), "is damaged or not a project file"},
+        {"tables overwritten", changed(100, std::string(3000, '\x7f')), "is damaged or not a project file"},
     };
     for (const CCase& c : cases) {
         SCOPED_TRACE(c.m_name);
@@ -88,8 +88,8 @@ TEST(ProjectFileDamage, WhatIsWrongInATableIsNamed) {
         const char* m_expected;
     };
     const CCase cases[] = {
-        // The file as such.
-        {"DROP TABLE drenova_meta", "is a GeoPackage but no project file: found no table drenova_meta"},
+        // The file itself.
+        {"DROP TABLE drenova_meta", "is a GeoPackage but not a project file: found no table drenova_meta"},
         {"UPDATE drenova_meta SET value = '2' WHERE name = 'schema_version'",
          "was saved by a newer program: found schema version 2, expected 1"},
         {"UPDATE drenova_meta SET value = 'x' WHERE name = 'schema_version'", "found \"x\" as schema_version"},
@@ -135,7 +135,7 @@ TEST(ProjectFileDamage, WhatIsWrongInATableIsNamed) {
         {"UPDATE catchments SET geom = x'47500001000000000103000000ffffffff'", "expected 4294967295"},
         {"UPDATE catchments SET geom = x'475000010000000001030000000100000004000000" + std::string(127, '0') + "1'",
          "a ring of the polygon is not closed"},
-        // What refers to what isn't there, and what is there twice.
+        // Missing references, and duplicates.
         {"DELETE FROM nodes WHERE name = 'B'", "table sections, row 1: section A-B: found the node \"node-b\" in "
                                                "to_guid, expected a node of the layer nodes"},
         {"UPDATE sections SET from_guid = NULL, from_node = 'X'", "found the node \"X\" in from_node"},

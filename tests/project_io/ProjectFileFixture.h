@@ -22,7 +22,7 @@
 #include <string>
 #include <string_view>
 
-/// A folder of its own for one test, gone at the end.
+/// A folder for one test, removed at the end.
 class CTestFolder {
 public:
     CTestFolder() {
@@ -96,7 +96,7 @@ inline OLMGis::Topology::CTopologyStorage& ActiveTopology() {
     return *OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
 }
 
-/// Everything that a project file keeps of the active project, as text: equal texts, equal projects.
+/// Everything that a project file keeps of the active project, as text: equal texts mean equal projects.
 std::string DescribeProject();
 
 /// Fills the active project with a small network of everything that can occur, different for each seed.

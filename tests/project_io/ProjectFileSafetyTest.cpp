@@ -22,7 +22,7 @@ using Utility::enmErrorKind;
 
 namespace {
 
-/// Runs a step in a process of its own; how that ended, as waitpid tells it. The step's result is the exit code.
+/// Runs a step in a process of its own and returns its status as waitpid gives it. The step's result is the exit code.
 int InChild(const std::function<int()>& step) {
     const pid_t child = ::fork();
     if (child == 0)
@@ -150,7 +150,7 @@ TEST_F(ProjectFileSafety, TheSecondOfTwoWritersIsTold) {
     const std::string bytes = BytesOf(m_path);
     ExpectRefused(second.Save(), "small.gpkg: was replaced by another program since it was opened here");
     EXPECT_TRUE(BytesOf(m_path) == bytes);
-    EXPECT_TRUE(first.Save()); // its own saves are no other program
+    EXPECT_TRUE(first.Save()); // its own saves do not count as another program
     EXPECT_TRUE(second.SaveAs(m_path, true));
     ExpectRefused(first.Save(), "was replaced by another program");
 }
@@ -191,7 +191,7 @@ TEST_F(ProjectFileSafety, OpeningLeavesNoTrace) {
     struct stat before {};
     ::stat(m_path.c_str(), &before);
     std::filesystem::permissions(m_folder.Path(), std::filesystem::perms(0555));
-    // Whoever may do everything becomes somebody who may not, to see whether reading needs to write.
+    // Root gives up its rights, to see whether reading needs to write.
     const int status = InChild([&] {
         if (::getuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0))
             return 2;
@@ -211,7 +211,7 @@ TEST_F(ProjectFileSafety, OpeningLeavesNoTrace) {
 }
 
 TEST_F(ProjectFileSafety, TheLogOfAnotherProgramIsReadAndNeverWrittenOver) {
-    // A program that was killed while its changes stood in a log beside the file.
+    // A program that was killed while its changes were in a log beside the file.
     InChild([&] {
         sqlite3* const database = OpenAsGis(m_path);
         sqlite3_exec(database, "PRAGMA journal_mode = WAL; UPDATE sections SET name = 'in the log'", nullptr, nullptr,
@@ -231,7 +231,7 @@ TEST_F(ProjectFileSafety, TheLogOfAnotherProgramIsReadAndNeverWrittenOver) {
     EXPECT_EQ(m_folder.List(), files);
     ASSERT_TRUE(file.SaveAs(m_folder.File("other.gpkg"), false));
 
-    // Closed in the other program, the file is whole again, though it still says that it is used with a log.
+    // Closed by the other program, the file is complete again, though its head still says that it uses a log.
     RunSql(m_path, "PRAGMA wal_checkpoint(TRUNCATE)");
     ASSERT_THAT(m_folder.List(), testing::Not(HasSubstr("small.gpkg-wal")));
     CTestProject other;
@@ -244,7 +244,7 @@ TEST_F(ProjectFileSafety, TheLogOfAnotherProgramIsReadAndNeverWrittenOver) {
 TEST_F(ProjectFileSafety, AHalfMadeChangeOfAnotherProgramIsRefused) {
     InChild([&] {
         sqlite3* const database = OpenAsGis(m_path);
-        // A cache of one page makes it write into the file before the end of its change.
+        // A cache of one page makes SQLite write into the file before the transaction ends.
         sqlite3_exec(database,
                      "PRAGMA cache_size = 1; BEGIN; CREATE TABLE big(a); WITH RECURSIVE c(x) AS (SELECT 1 UNION ALL "
                      "SELECT x + 1 FROM c LIMIT 2000) INSERT INTO big SELECT hex(zeroblob(500)) FROM c; "
@@ -271,10 +271,10 @@ TEST_F(ProjectFileSafety, ModeAndLinksAreKept) {
     ASSERT_TRUE(file->Save());
     EXPECT_TRUE(std::filesystem::is_symlink(link));
     EXPECT_EQ(std::filesystem::status(m_path).permissions(), std::filesystem::perms(0640));
-    EXPECT_FALSE(BytesOf(m_path) == m_bytes); // the counter of saves went on
+    EXPECT_FALSE(BytesOf(m_path) == m_bytes); // the save counter has increased
     EXPECT_TRUE(file->Save());
 
-    // A link to nothing yet: the file is made where it points.
+    // A link to a missing file: the file is made where the link points.
     const std::string early = m_folder.File("early.gpkg");
     std::filesystem::create_symlink("later.gpkg", early);
     ASSERT_TRUE(CProjectFile::Create(early, false));
@@ -296,7 +296,7 @@ TEST_F(ProjectFileSafety, PlacesThatCannotBeWrittenAreRefused) {
         ASSERT_FALSE(opened);
         EXPECT_EQ(opened.GetError().kind, enmErrorKind::Refused);
     }
-    // A name as long as the file system allows is no trouble, nor are signs that mean something in an address.
+    // A name as long as the file system allows is no problem, nor are characters with a meaning in a URI.
     const std::string longest(250, 'x');
     for (const char* start : {longest.c_str(), "a b%20?mode=ro#č"}) {
         const std::string name = std::string(start).append(".gpkg");

@@ -73,7 +73,7 @@ TEST(ProjectFile, SavingAndOpeningIsTheIdentity) {
         ASSERT_TRUE(file) << file.GetError().message;
         EXPECT_THAT(file->GetWarnings(), IsEmpty());
         ASSERT_EQ(DescribeProject(), before);
-        // The same content gives the same bytes, whatever road it came by.
+        // The same content gives the same bytes, from any source.
         ASSERT_TRUE(CProjectFile::Create(second, true));
         ASSERT_TRUE(BytesOf(first) == BytesOf(second));
     }
@@ -185,8 +185,8 @@ TEST(ProjectFile, WhatOthersDoToRowsIsReadAsLongAsItMakesSense) {
         {"UPDATE sections SET name = CAST(x'41ff42' AS TEXT)", "section section-1 A\xEF\xBF\xBD"
                                                                "B "},
         {"ALTER TABLE nodes ADD COLUMN colour TEXT", "the column \"colour\" of the layer nodes is not an attribute"},
-        {"CREATE TABLE layer_styles(id)", "the table \"layer_styles\" is none of the project's"},
-        {"CREATE VIEW pipes AS SELECT 1", "the table \"pipes\" is none of the project's"},
+        {"CREATE TABLE layer_styles(id)", "the table \"layer_styles\" is not a table of a project"},
+        {"CREATE VIEW pipes AS SELECT 1", "the table \"pipes\" is not a table of a project"},
         {"UPDATE gpkg_geometry_columns SET srs_id = 4326 WHERE table_name = 'nodes'",
          "the layer nodes has the coordinate system 4326, the project -1"},
         {"UPDATE nodes SET TERRAIN_1 = 7", "TERRAIN_1=0x1.cp+2"},
@@ -221,13 +221,13 @@ TEST(ProjectFile, AnOldVersionIsReplacedOnDemandOnly) {
     const auto refused = CProjectFile::Create(path, false);
     ASSERT_FALSE(refused);
     EXPECT_EQ(refused.GetError().kind, Utility::enmErrorKind::Refused);
-    EXPECT_THAT(refused.GetError().message, HasSubstr("small.gpkg: is there already"));
+    EXPECT_THAT(refused.GetError().message, HasSubstr("small.gpkg: exists already"));
     EXPECT_THAT(Reopened(path), HasSubstr("section-1"));
 
     auto file = CProjectFile::Create(path, true);
     ASSERT_TRUE(file);
     EXPECT_EQ(Reopened(path), "");
-    // From SaveAs on the object stands for the other file.
+    // After SaveAs the object refers to the other file.
     const std::string other = folder.File("other.gpkg");
     ASSERT_TRUE(file->SaveAs(other, false));
     FillSmall();

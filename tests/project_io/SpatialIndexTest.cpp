@@ -72,7 +72,7 @@ TEST(SpatialIndex, FindsWhatPlainComparisonFinds) {
             for (std::size_t row = 1; row <= count; ++row)
                 if (Overlap(extents[row - 1], window))
                     expected.push_back(row);
-            // The index is rounded outwards: it finds all, and besides only what lies outside by less than a metre.
+            // The index is rounded outwards: it finds all, and in addition only what is outside by less than a metre.
             std::vector<std::size_t> exact;
             std::copy_if(found.begin(), found.end(), std::back_inserter(exact),
                          [&](std::size_t row) { return Overlap(extents[row - 1], window); });

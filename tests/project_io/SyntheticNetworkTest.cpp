@@ -31,7 +31,7 @@ struct CFigures {
     std::size_t m_longest = 0; ///< sections one after the other
 };
 
-/// Walks the network by taking away heads one by one: what is left over at the end would be a ring.
+/// Walks the network by removing heads one by one: what remains at the end would be a ring.
 CFigures Measure() {
     CFigures figures;
     const auto& topology = ActiveTopology();
@@ -150,7 +150,7 @@ TEST(SyntheticNetwork, IsTheSameForTheSameWordsAndAnotherForAnotherSeed) {
 }
 
 TEST(SyntheticNetwork, TheNumbersAreThePublishedOnes) {
-    // First outputs of SplitMix64 for seed 1234567, as its reference implementation gives them.
+    // First outputs of SplitMix64 for seed 1234567, from its reference implementation.
     CSplitMix random(1234567);
     for (const std::uint64_t expected : {6457827717110365317ULL, 3203168211198807973ULL, 9817491932198370423ULL,
                                          4593380528125082431ULL, 16408922859458223821ULL})

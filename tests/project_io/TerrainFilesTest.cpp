@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 //
-// Rasters of terrain as files: the same heights whatever the format, settings that keep leading to them, bad files.
+// Rasters of terrain as files: the same heights from any format, settings that still lead to moved files, bad files.
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/network_core/TerrainSurfaces.h"
 #include "host/project_io/terrain/TerrainAttachment.h"
@@ -156,13 +156,13 @@ TEST_F(TerrainFiles, SavedProjectsFindTheirRastersWhereverTheyGo) {
     ASSERT_TRUE(made->SaveAs(m_folder.File("sub/deeper/copy.gpkg"), false));
     EXPECT_EQ(Setting(1), "../../grid.asc");
     EXPECT_FALSE(made->SaveAs(m_folder.File("nowhere/copy.gpkg"), false));
-    EXPECT_EQ(Setting(1), "../../grid.asc"); // as the file has it still
+    EXPECT_EQ(Setting(1), "../../grid.asc"); // as still in the file
     for (const char* name : {"town.gpkg", "sub/deeper/copy.gpkg"}) {
         CTestProject opened;
         auto file = ProjectIo::CProjectFile::Open(m_folder.File(name));
         ASSERT_TRUE(file) << file.GetError().message;
         ASSERT_EQ(file->GetWarnings().size(), 1U);
-        EXPECT_THAT(file->GetWarnings()[0], HasSubstr("terrain_2: " + outside + " is not there"));
+        EXPECT_THAT(file->GetWarnings()[0], HasSubstr("terrain_2: " + outside + " is missing"));
         EXPECT_EQ(At(1, 1005.0, 2015.0), 1800.125) << name;
         EXPECT_EQ(CTerrainSurfaces::Instance()->Find(2), nullptr);
         EXPECT_TRUE(file->Save());

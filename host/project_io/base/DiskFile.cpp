@@ -63,7 +63,7 @@ fs::path ResolvedPath(const std::string& path) {
     for (int links = 0; fs::is_symlink(fs::symlink_status(resolved, error)); ++links) {
         const fs::path target = fs::read_symlink(resolved, error);
         if (error || links >= MostLinks)
-            FailRefused(fmt::format("{}: is a link that leads nowhere", path));
+            FailRefused(fmt::format("{}: is a link to a missing file", path));
         resolved = resolved.parent_path() / target;
     }
     if (!resolved.has_filename())

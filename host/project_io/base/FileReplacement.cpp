@@ -55,7 +55,7 @@ CFileReplacement::CFileReplacement(fs::path target, std::string name)
     struct stat old {};
     const bool hasOld = ::stat(m_target.c_str(), &old) == 0;
     if (hasOld && !S_ISREG(old.st_mode))
-        FailRefused(fmt::format("{}: is no file but a folder or a device", m_name));
+        FailRefused(fmt::format("{}: is a folder or a device, expected a file", m_name));
     if (hasOld && ::access(m_target.c_str(), W_OK) != 0)
         Refuse("cannot be written", errno);
     RemoveLeftOvers();
@@ -145,7 +145,7 @@ void CFileReplacement::Flush() {
 CFileIdentity CFileReplacement::Commit(bool mayReplace) {
     const int error = Swap(mayReplace);
     if (error == EEXIST)
-        FailRefused(fmt::format("{}: is there already; it is replaced on demand only", m_name));
+        FailRefused(fmt::format("{}: exists already and was not to be replaced", m_name));
     if (error != 0)
         Refuse("cannot be replaced", error);
     m_isCommitted = true;

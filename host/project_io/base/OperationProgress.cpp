@@ -31,7 +31,7 @@ COperationProgress::~COperationProgress() {
 void COperationProgress::Show() {
     const double done = std::min(static_cast<double>(m_done) / static_cast<double>(m_rows), 1.0);
     if (CCoreProgressBar::Instance()->SetPosition(static_cast<int>(done * Steps)) == 0)
-        throw CFailure({Utility::enmErrorKind::Cancelled, "given up by the user, nothing was changed"});
+        throw CFailure({Utility::enmErrorKind::Cancelled, "cancelled by the user; nothing was changed"});
 }
 
 } // namespace OLMGis::ProjectIo

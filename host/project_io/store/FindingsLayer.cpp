@@ -99,8 +99,8 @@ std::vector<CItemFindings> ReadItems(const CSqliteDatabase& database, const CFil
     const std::vector<std::string> columns = NamesOf(layer.m_columns);
     for (const std::string& column : tables.GetColumns(layer.m_table, layer.m_columns))
         if (std::find(columns.begin(), columns.end(), column) == columns.end())
-            warnings.Add(fmt::format("the column \"{}\" of the layer {} is none of it; saving will drop it", column,
-                                     layer.m_table));
+            warnings.Add(fmt::format("the column \"{}\" of the layer {} does not belong to it; saving will drop it",
+                                     column, layer.m_table));
     std::vector<CItemFindings> items;
     CSqlReader reader(database, layer.m_table, columns, Quoted(columns[Layout::FindingFid]));
     while (reader.Next()) {

@@ -55,7 +55,7 @@ void CheckOwnTables(const CFileTables& tables) {
 CProjectMeta ReadGeoPackageMeta(const CSqliteDatabase& database) {
     const CFileTables tables(database);
     if (!tables.Has(Layout::MetaTable))
-        FailBadInput(fmt::format("{}: is a GeoPackage but no project file: found no table {}", database.GetName(),
+        FailBadInput(fmt::format("{}: is a GeoPackage but not a project file: found no table {}", database.GetName(),
                                  Layout::MetaTable));
     tables.GetColumns(Layout::MetaTable, Layout::GetTables().front().m_columns);
     return ReadMeta(database);

@@ -117,7 +117,7 @@ CProjectFile CProjectFile::Written(const std::string& path, bool replace) {
     file.m_target = ResolvedPath(path);
     file.m_saveCounter = 1;
     if (!replace && CFileIdentity::Of(file.m_target))
-        FailRefused(fmt::format("{}: is there already; it is replaced on demand only", path));
+        FailRefused(fmt::format("{}: exists already and was not to be replaced", path));
     CheckSideFiles(file.m_target, path);
     CFileReplacement replacement(file.m_target, path);
     WriteGeoPackage(replacement.GetTemporaryPath(), path, file.m_saveCounter);

@@ -59,7 +59,7 @@ CReadableFile::CReadableFile(const fs::path& path, std::string name)
         FailRefused(fmt::format("{}: cannot be opened: {}", m_name, ReasonOf(errno)));
     struct stat state {};
     if (::fstat(file.Get(), &state) != 0 || !S_ISREG(state.st_mode))
-        FailRefused(fmt::format("{}: is no file but a folder or a device", m_name));
+        FailRefused(fmt::format("{}: is a folder or a device, expected a file", m_name));
     m_identity = CFileIdentity::Of(state);
     const CHead head(file.Get());
     CheckHead(head);
@@ -82,9 +82,9 @@ void CReadableFile::CheckHead(const CHead& head) const {
     if (m_identity.m_size == 0)
         FailBadInput(fmt::format("{}: is empty, expected a project file", m_name));
     if (!head.IsSqlite())
-        FailBadInput(fmt::format("{}: is no project file: it does not begin like a GeoPackage", m_name));
+        FailBadInput(fmt::format("{}: is not a project file: it does not begin like a GeoPackage", m_name));
     if (head.GetApplicationId() != Layout::ApplicationId)
-        FailBadInput(fmt::format("{}: is no project file: found the application number {:#x}, expected {:#x}, a "
+        FailBadInput(fmt::format("{}: is not a project file: found the application number {:#x}, expected {:#x}, a "
                                  "GeoPackage",
                                  m_name, head.GetApplicationId(), Layout::ApplicationId));
     constexpr std::uint32_t OldestVersion = 10200;
@@ -129,7 +129,7 @@ void CReadableFile::MakePrivateCopy() {
     if (error)
         FailRefused(fmt::format("{}: cannot be copied for reading: {}", m_name, ReasonOf(error.value())));
     if (CFileIdentity::Of(log) != logBefore || CFileIdentity::Of(m_path) != m_identity)
-        FailRefused(fmt::format("{}: is just being changed by another program; open it again", m_name));
+        FailRefused(fmt::format("{}: is being changed by another program; open it again", m_name));
     m_readPath = copy.string();
     m_access = CSqliteDatabase::enmAccess::ReadCopy;
 }

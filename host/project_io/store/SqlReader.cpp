@@ -108,7 +108,7 @@ std::vector<std::string> CFileTables::GetColumns(std::string_view table, std::sp
 void CFileTables::WarnOfUnknown(CWarnings& warnings) const {
     for (const auto& [name, isOrdinary] : m_isOrdinary)
         if (!IsKnownTable(name))
-            warnings.Add(fmt::format("the table \"{}\" is none of the project's; saving will drop it", name));
+            warnings.Add(fmt::format("the table \"{}\" is not a table of a project; saving will drop it", name));
 }
 
 CSqlReader::CSqlReader(const CSqliteDatabase& database, std::string_view table, std::span<const std::string> columns,

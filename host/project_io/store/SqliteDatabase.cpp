@@ -239,7 +239,7 @@ void CSqliteDatabase::Fail(int code) const {
         FailRefused(fmt::format("{}: cannot be written: {}", m_name, reason));
     if (IsSystemMatter(extended))
         FailRefused(fmt::format("{}: cannot be read: {}", m_name, reason));
-    FailBadInput(fmt::format("{}: is damaged or no project file: {}", m_name, reason));
+    FailBadInput(fmt::format("{}: is damaged or not a project file: {}", m_name, reason));
 }
 
 } // namespace OLMGis::ProjectIo

@@ -177,7 +177,7 @@ void ReadShape(CRowReader& row, CPipeData& pipe) {
         pipe.m_table = std::move(*table);
     else
         row.Fail(PointsColumn,
-                 fmt::format("found {}, expected pairs height:width in mm joined by blanks, two at least, "
+                 fmt::format("found {}, expected pairs height:width in mm separated by blanks, two at least, "
                              "heights ascending",
                              Quote(points)));
 }

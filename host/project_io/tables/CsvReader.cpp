@@ -82,10 +82,10 @@ Status CCsvReader::ReadField(std::string& field) {
         }
         if (!EndsField(Peek()))
             return Fault(
-                fmt::format("found text behind the closing quotation mark of {}, expected a separator", Quote(field)));
+                fmt::format("found text after the closing quotation mark of {}, expected a separator", Quote(field)));
     }
     if (!CUtility::IsUtf8(field))
-        return Fault(fmt::format("found bytes that are no UTF-8 in {}, expected a text in UTF-8", Quote(field)));
+        return Fault(fmt::format("found bytes that are not UTF-8 in {}, expected a text in UTF-8", Quote(field)));
     return Done();
 }
 

@@ -83,7 +83,7 @@ Status CCsvTargets::CheckFirst(const CCsvTarget& target) {
     std::size_t& line = m_lines[target.m_entity->GetRow()];
     if (line != 0)
         return m_reader.Fault(
-            fmt::format("found an entity that line {} is about already, expected one row for each", line));
+            fmt::format("found an entity that is on line {} already, expected one row for each", line));
     line = m_reader.GetLine();
     return Done();
 }

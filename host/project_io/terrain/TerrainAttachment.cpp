@@ -92,7 +92,7 @@ Result<std::string> CompareCrs(const ITerrainFile& file, const std::string& name
     case enmCrsAgreement::Unknown:
         break;
     }
-    return fmt::format("{}: {}; taken for the project's, {}", name,
+    return fmt::format("{}: {}; assumed to be in the project's, {}", name,
                        found.empty() ? "the raster names no coordinate system"
                                      : fmt::format("the raster's coordinate system \"{}\" is not known", found),
                        projects);
@@ -134,7 +134,7 @@ Result<std::string> ResolveTerrainPath(std::string_view typed, const std::string
     if (typed.empty())
         return std::string();
     if (!CUtility::IsUtf8(typed))
-        return BadInput(fmt::format("{}: found a file name that is no UTF-8", typed));
+        return BadInput(fmt::format("{}: found a file name that is not UTF-8", typed));
     std::error_code error;
     path full = std::filesystem::absolute(path(typed), error);
     if (const path beside = FolderOf(projectPath) / path(typed);
@@ -185,7 +185,7 @@ std::vector<std::string> AttachTerrain(const std::string& projectPath) {
         std::error_code error;
         const bool isThere = std::filesystem::exists(name, error);
         if (!isThere)
-            missing.push_back(fmt::format("{}: {} is not there; the terrain has no heights but those of the nodes",
+            missing.push_back(fmt::format("{}: {} is missing; the terrain has no heights but those of the nodes",
                                           TerrainSetting(type), name));
         CTerrainSurfaces::Instance()->Attach(
             type, isThere ? CTerrainSurfaces::CSource([type, name] { return OpenSurface(type, name); }) : nullptr);
