@@ -66,7 +66,7 @@ Status CTableLoad::ReadHead() {
     constexpr std::array<std::string_view, Data::EntityKindCount> plurals = {"nodes", "sections", "catchments"};
     for (std::size_t i = 0; i < m_reader.GetColumns().size(); ++i) {
         const std::string& column = m_reader.GetColumns()[i];
-        if (m_targets.IsTelling(column))
+        if (m_targets.IsIdentifying(column))
             continue;
         const CDataDefinition* definition = Definition(column);
         if (definition == nullptr || definition->m_entityKind != m_kind)
