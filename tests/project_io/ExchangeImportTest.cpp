@@ -243,7 +243,7 @@ TEST(ExchangeImport, HouseholdAreasWithoutDensityAreToldBySection) {
     }
     const auto summary = ImportGood(Collection(features));
     ASSERT_EQ(summary.m_warnings.size(), 1U);
-    EXPECT_THAT(summary.m_warnings[0], HasSubstr("without a density"));
+    EXPECT_THAT(summary.m_warnings[0], HasSubstr("without a population density"));
     EXPECT_THAT(summary.m_warnings[0], HasSubstr("10"));
     EXPECT_THAT(summary.m_warnings[0], HasSubstr("S3, S4, S5, S6, S7, S8, S9, S10, S11, S12"));
 }

@@ -128,7 +128,7 @@ TEST_F(TerrainFiles, TheCoordinateSystemIsTheProjects) {
     System::CProjectSettings::Instance()->Set("crs", "EPSG:25832");
     ASSERT_TRUE(CheckTerrain(1, Project()));
     EXPECT_EQ(CheckTerrain(1, Project()).Value(), "");
-    EXPECT_THAT(CheckTerrain(2, Project()).Value(), HasSubstr("names no coordinate system; taken for"));
+    EXPECT_THAT(CheckTerrain(2, Project()).Value(), HasSubstr("names no coordinate system; assumed"));
     EXPECT_THAT(CheckTerrain(3, Project()).Value(), HasSubstr("is not known"));
     AttachTerrain(Project());
     EXPECT_EQ(At(1, 1005.0, 2015.0), 1800.125);
