@@ -2,7 +2,9 @@
 // Copyright (C) the Drenova authors
 #include "host/gis_core/Utility.h"
 
+#include <fmt/args.h>
 #include <fmt/format.h>
+#include <fmt/printf.h>
 
 #include <algorithm>
 #include <array>
@@ -10,6 +12,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <exception>
 #include <limits>
 
 namespace OLMGis::Utility {
@@ -230,6 +233,18 @@ std::string CUtility::MakeGuid(std::string_view layer, std::string_view name, st
     const std::uint64_t low = (half(0x9E3779B97F4A7C15ULL) & ~(0xC0ULL << 56)) | (0x80ULL << 56);
     return fmt::format("{:08x}-{:04x}-{:04x}-{:04x}-{:012x}", high >> 32, (high >> 16) & 0xFFFF, high & 0xFFFF,
                        low >> 48, low & 0xFFFFFFFFFFFFULL);
+}
+
+std::string CUtility::FormatValues(std::string_view format, std::initializer_list<CTextValue> values) {
+    try {
+        fmt::dynamic_format_arg_store<fmt::printf_context> store;
+        for (const CTextValue& value : values)
+            std::visit([&store](const auto& held) { store.push_back(held); }, value);
+        return fmt::vsprintf(fmt::string_view(format.data(), format.size()),
+                             fmt::basic_format_args<fmt::printf_context>(store));
+    } catch (const std::exception&) {
+        return std::string(format);
+    }
 }
 
 std::size_t GuidHash::operator()(std::string_view guid) const {

@@ -2,11 +2,12 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
-#include <fmt/printf.h>
-
+#include <cstddef>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 namespace OLMGis::Utility {
@@ -62,16 +63,17 @@ public:
     /// that the same source gives the same GUIDs. 36 characters, lower case, version and variant of a name-based UUID.
     static std::string MakeGuid(std::string_view layer, std::string_view name, std::size_t place);
 
-    /// Applies a printf-style text of the catalogue. A text whose placeholders do not fit the arguments is shown raw: a
-    /// translator's slip must not take the program down.
+    /// Applies a printf-style text of the catalogue to numbers and texts. A text whose placeholders do not fit the
+    /// arguments is shown raw: a translator's slip must not stop the program.
     template <class... Args>
     static std::string Format(std::string_view format, const Args&... args) {
-        try {
-            return fmt::sprintf(fmt::string_view(format.data(), format.size()), args...);
-        } catch (const std::exception&) {
-            return std::string(format);
-        }
+        return FormatValues(format, {CTextValue(args)...});
     }
+
+private:
+    using CTextValue = std::variant<int, unsigned, long long, unsigned long long, double, std::string_view>;
+
+    static std::string FormatValues(std::string_view format, std::initializer_list<CTextValue> values);
 };
 
 /// Equality and hash of GUIDs: case and braces do not count. For hash tables keyed by GUID text.
