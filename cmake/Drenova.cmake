@@ -18,13 +18,16 @@ set(CMAKE_INSTALL_RPATH "$ORIGIN/../lib;$ORIGIN")
 
 find_program(DRENOVA_CCACHE ccache)
 if(DRENOVA_CCACHE)
-  # What the cache needs to see through precompiled headers: they hold no __TIME__ and no macros of ours.
+  # What the cache needs to accept precompiled headers: they contain no __TIME__ and none of our macros.
   set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros
                                   "${DRENOVA_CCACHE}")
 endif()
 
 add_library(drenova_options INTERFACE)
 target_include_directories(drenova_options INTERFACE "${CMAKE_SOURCE_DIR}")
+# In force for every target: a precompiled header serves only those that see its macros alike.
+target_link_libraries(drenova_options INTERFACE Boost::headers)
+target_compile_definitions(drenova_options INTERFACE $<TARGET_PROPERTY:fmt::fmt,INTERFACE_COMPILE_DEFINITIONS>)
 target_compile_options(drenova_options INTERFACE
   -Wall -Wextra -Wpedantic -Werror -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Wcast-qual
   -Wnon-virtual-dtor -Woverloaded-virtual -Wuseless-cast -Wduplicated-cond -Wlogical-op
@@ -35,32 +38,38 @@ if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   set_target_properties(drenova_options PROPERTIES INTERFACE_COMPILE_OPTIONS "${options}")
 endif()
 if(CMAKE_BUILD_TYPE STREQUAL "Release")
-  # At this depth of inlining GCC 12 doubts every optional and every joined string; the dev build keeps the warnings.
+  # At this depth of inlining GCC 12 warns of every optional and every joined string; the dev build keeps the warnings.
   target_compile_options(drenova_options INTERFACE -Wno-maybe-uninitialized -Wno-restrict)
 endif()
 if(DRENOVA_SANITIZE)
-  # Instrumented code draws warnings that plain code does not; the other builds hold them as errors.
+  # Instrumented code draws warnings that plain code does not; in the other builds they are errors.
   target_compile_options(drenova_options INTERFACE -Wno-error)
   target_compile_options(drenova_options INTERFACE -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all)
   target_link_options(drenova_options INTERFACE -fsanitize=address,undefined,float-cast-overflow)
 endif()
 if(DRENOVA_FUZZ)
-  # Every library tells the fuzzer which way an input took; only the fuzzers themselves are linked with its main.
+  # Every library reports to the fuzzer which way an input took; only the fuzzers are linked with its main function.
   target_compile_options(drenova_options INTERFACE
     -fsanitize=fuzzer-no-link,address,undefined,float-cast-overflow -fno-sanitize-recover=all)
   target_link_options(drenova_options INTERFACE -fsanitize=address,undefined,float-cast-overflow)
 endif()
 
-# Headers of the standard library and of Boost that nearly every file includes: parsing them took more than half of the
-# time of a build. The files include what they use all the same and compile without.
+# Headers that nearly every file includes, precompiled once for all targets: parsing them was more than half of the time
+# of a build. Every file still includes what it uses and compiles without.
 set(DRENOVA_COMMON_HEADERS
-  <algorithm> <array> <cmath> <cstdint> <functional> <map> <memory> <optional> <set> <span> <string> <string_view>
-  <utility> <vector> <boost/make_shared.hpp> <boost/shared_ptr.hpp>)
-
-# drenova_precompile(<target> <more headers>...): precompiles the common headers for the target.
-function(drenova_precompile target)
-  target_precompile_headers(${target} PRIVATE ${DRENOVA_COMMON_HEADERS} ${ARGN})
-endfunction()
+  <algorithm> <array> <cmath> <cstdint> <filesystem> <functional> <limits> <map> <memory> <optional> <ostream> <set>
+  <span> <string> <string_view> <utility> <variant> <vector>
+  <absl/container/flat_hash_map.h> <absl/container/flat_hash_set.h> <boost/make_shared.hpp> <boost/shared_ptr.hpp>
+  <fmt/format.h>)
+add_library(drenova_precompiled OBJECT "${CMAKE_SOURCE_DIR}/cmake/Precompiled.cpp")
+target_link_libraries(drenova_precompiled PRIVATE drenova_options absl::flat_hash_map)
+target_precompile_headers(drenova_precompiled PRIVATE ${DRENOVA_COMMON_HEADERS})
+if(DRENOVA_TESTS)
+  add_library(drenova_precompiled_tests OBJECT EXCLUDE_FROM_ALL "${CMAKE_SOURCE_DIR}/cmake/Precompiled.cpp")
+  target_link_libraries(drenova_precompiled_tests PRIVATE drenova_options absl::flat_hash_map GTest::gmock)
+  target_precompile_headers(drenova_precompiled_tests PRIVATE ${DRENOVA_COMMON_HEADERS} <gmock/gmock.h>
+                                                              <gtest/gtest.h>)
+endif()
 
 # drenova_library(<name> <linked libraries>...): the shared library drenova_<name> from the sources of this folder and
 # its rooms. A folder below with a CMakeLists.txt of its own is a target of its own.
@@ -73,7 +82,7 @@ function(drenova_library name)
   endforeach()
   add_library(drenova_${name} SHARED ${sources})
   target_link_libraries(drenova_${name} PUBLIC drenova_options ${ARGN})
-  drenova_precompile(drenova_${name})
+  target_precompile_headers(drenova_${name} REUSE_FROM drenova_precompiled)
   install(TARGETS drenova_${name} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 endfunction()
 
@@ -82,7 +91,9 @@ function(drenova_test name)
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp" "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
   add_executable(tests_${name} ${sources})
   target_link_libraries(tests_${name} PRIVATE drenova_options ${ARGN} GTest::gmock GTest::gtest GTest::gtest_main)
-  drenova_precompile(tests_${name} <gmock/gmock.h> <gtest/gtest.h>)
+  # As Qt wants it, and libraries are: programs compiled in another way could not use the precompiled header.
+  target_compile_options(tests_${name} PRIVATE -fPIC)
+  target_precompile_headers(tests_${name} REUSE_FROM drenova_precompiled_tests)
   target_compile_definitions(tests_${name} PRIVATE
     DRENOVA_SOURCE_DIR="${CMAKE_SOURCE_DIR}" DRENOVA_BINARY_DIR="${CMAKE_BINARY_DIR}"
     DRENOVA_REFERENCE_DATA="${CMAKE_SOURCE_DIR}/../shared/data")
@@ -90,7 +101,7 @@ function(drenova_test name)
   set_tests_properties(${name} PROPERTIES TIMEOUT 600)
 endfunction()
 
-# drenova_stage_data(): the data folder stands where an installation has it, in the build tree by a link.
+# drenova_stage_data(): puts the data folder where an installation has it, in the build tree as a link.
 function(drenova_stage_data)
   file(MAKE_DIRECTORY "${CMAKE_BINARY_DIR}/share")
   file(CREATE_LINK "${CMAKE_SOURCE_DIR}/data" "${CMAKE_BINARY_DIR}/share/drenova" SYMBOLIC)

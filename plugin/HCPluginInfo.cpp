@@ -18,6 +18,7 @@
 #include "host/sewage_core/FlowCalculatorManager.h"
 #include "host/sewage_core/SewageResponder.h"
 #include "host/workspace_core/WsManager.h"
+#include "plugin/HCPluginFactory.h"
 #include "rain/FlowCalculator_RainITP.h"
 #include "waste/FlowCalculator_Additional.h"
 #include "waste/FlowCalculator_WasteAreas.h"
@@ -51,6 +52,10 @@ void RegisterFlowCalculator() {
 
 void CHCPluginInfo::EnableMetadataHandlers() {
     CModuleConfiguration::Instance()->EnableMetadataHandler("002_TERRAINTYPE");
+}
+
+void CHCPluginInfo::RegisterDialogFactories() {
+    CWsManager::Instance()->RegisterWsDialogFactory(boost::make_shared<CHCPluginFactory>());
 }
 
 void CHCPluginInfo::RegisterCalculationItems() {

@@ -8,6 +8,7 @@
 class CHCPluginInfo final : public OLMGis::Workspace::IPluginInfo {
 public:
     void EnableMetadataHandlers() override;
+    void RegisterDialogFactories() override;
 
     /// Data definitions, edition and language of the project must be in force: constructors of calculators read them.
     void RegisterCalculationItems() override;

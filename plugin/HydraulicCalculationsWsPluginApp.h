@@ -4,8 +4,8 @@
 
 #include "host/workspace_core/ModuleApplication.h"
 
-/// The module as its host sees it. It may be unloaded at run time and knows of several open documents, and says so when
-/// it is loaded; it has no host command, function or class of its own, so that every other message has no effect.
+/// The module as its host sees it. Declares on loading that it may be unloaded at run time and knows of several open
+/// documents. It has no host command, function or class of its own, so that every other message has no effect.
 class CHydraulicCalculationsWsPluginApp final : public AcRxArxApp {
 public:
     CHydraulicCalculationsWsPluginApp();

@@ -4,7 +4,7 @@
 
 namespace OLMGis::Workspace {
 
-// Out of line, so that the table of operations stands in this library once and outlives every module.
+// Out of line, so that the table of operations exists once, in this library, and outlives every module.
 IPluginInfo::~IPluginInfo() = default;
 
 } // namespace OLMGis::Workspace

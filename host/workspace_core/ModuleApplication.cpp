@@ -4,7 +4,7 @@
 
 using OLMGis::Workspace::CApplicationPacket;
 
-// Out of line, so that the table of operations stands in this library once and outlives every module.
+// Out of line, so that the table of operations exists once, in this library, and outlives every module.
 AcRxDbxApp::~AcRxDbxApp() = default;
 
 int AcRxDbxApp::EntryPoint(unsigned message, void* packet) {

@@ -2,7 +2,7 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
-/// What an application tells its host while it is being loaded.
+/// How an application declares itself to its host while it is being loaded.
 class AcRxDynamicLinker {
 public:
     virtual ~AcRxDynamicLinker() = default;
@@ -50,7 +50,7 @@ struct CApplicationPacket {
 } // namespace OLMGis::Workspace
 
 /// The face of a module to its host: one virtual operation for each message. The defaults answer 0, which is "done",
-/// and have no effect beyond what they say. Bases of application objects stand outside the namespaces, as modules do.
+/// and have no effect beyond what they say. Outside the namespaces, as the classes of modules are.
 class AcRxDbxApp {
 public:
     AcRxDbxApp() = default;

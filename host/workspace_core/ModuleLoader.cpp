@@ -4,6 +4,7 @@
 
 #include "host/gis_core/ModuleScope.h"
 #include "host/gis_core/ProjectContext.h"
+#include "host/workspace_core/DialogTable.h"
 #include "host/workspace_core/ModuleApplication.h"
 #include "host/workspace_core/ModuleExports.h"
 #include "host/workspace_core/ModuleFile.h"
@@ -50,8 +51,8 @@ public:
     CRegistering& operator=(const CRegistering&) = delete;
 };
 
-/// Runs a piece of the module. What it throws is told in words, and gone when this returns: an exception may be of a
-/// type whose code goes with the file.
+/// Runs a piece of the module. What it throws becomes an error text and is gone when this returns: an exception may be
+/// of a type whose code goes with the file.
 template <class Piece>
 Status RunPiece(const std::string& path, const char* name, Piece&& piece) {
     try {
@@ -98,6 +99,7 @@ public:
     CModule& operator=(const CModule&) = delete;
 
     Status Start();
+    Status LoadDialogs(const std::string& path);
 
     void UnlockApplication() override { m_isUnlocked = true; }
     void RegisterAppDocumentAware() override { m_isDocumentAware = true; }
@@ -177,12 +179,39 @@ Status CModuleLoader::CModule::Register() {
     return Utility::Done{};
 }
 
+Status CModuleLoader::CModule::LoadDialogs(const std::string& path) {
+    const std::shared_ptr<std::string> place = m_place.lock();
+    if (!place)
+        return Utility::Refused(fmt::format("{}: cannot be loaded: the project of the module has ended", path));
+    const System::CContextActivation active(m_context);
+    CDialogMakers& makers = *CDialogMakers::Instance();
+    if (makers.HasTable())
+        return Utility::Refused(fmt::format("{}: cannot be loaded: the module has its dialogs already", path));
+    Result<CModuleFile> file = CModuleFile::Open(path);
+    if (!file)
+        return file.GetError();
+    const auto provide = file->Find<decltype(OLMDialogTableProvider)>("OLMDialogTableProvider");
+    if (provide == nullptr)
+        return BadInput(fmt::format(
+            "{}: found a library without the function OLMDialogTableProvider, expected dialogs of a module", path));
+    file->KeepInMemory();
+    const CDialogTable* table = nullptr;
+    if (Status provided = RunPiece(path, "OLMDialogTableProvider", [&] { table = provide(); }); !provided)
+        return provided;
+    if (const Status set = makers.SetTable(table); !set)
+        return BadInput(fmt::format("{}: {}", path, set.GetError().message));
+    return Utility::Done{};
+}
+
 void CModuleLoader::CModule::End() {
     // A project that ended before its module has destroyed the module's objects itself, with the code still in memory.
     const std::shared_ptr<std::string> place = m_place.lock();
     std::optional<System::CContextActivation> active;
-    if (place)
+    if (place) {
         active.emplace(m_context);
+        CWsManager::Instance()->DestroyPanels();
+        CDialogMakers::Instance()->Clear();
+    }
     Status ended = Utility::Done{};
     if (m_release != nullptr)
         ended = RunPiece(GetPath(), "OLMPluginInfoRelease", m_release);
@@ -210,6 +239,17 @@ std::string CModuleLoader::DefaultModulePath() {
         return ModuleFileName;
     std::error_code ignored;
     return (std::filesystem::canonical(info.dli_fname, ignored).parent_path() / ModuleFileName).string();
+}
+
+std::string CModuleLoader::DialogsPath(const std::string& modulePath) {
+    const std::filesystem::path path(modulePath);
+    return (path.parent_path() / path.stem()).string() + "Desktop" + path.extension().string();
+}
+
+Status CModuleLoader::LoadDialogs(const std::string& path) {
+    if (!m_module)
+        return Utility::Refused(fmt::format("{}: cannot be loaded: no module is loaded", path));
+    return m_module->LoadDialogs(path);
 }
 
 Result<CModuleLoader> CModuleLoader::Load(const std::string& path) {

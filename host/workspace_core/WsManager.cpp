@@ -33,6 +33,35 @@ boost::shared_ptr<CWsPanelDialogMetadata> CWsManager::GetPanelDialog(std::string
     return found == m_panelDialogs.end() ? nullptr : *found;
 }
 
+void CWsManager::RegisterWsDialogFactory(const boost::shared_ptr<IWsDialogFactory>& factory) {
+    if (!factory)
+        return;
+    m_dialogFactories.push_back(factory);
+    System::CModuleScope::Instance()->NoteRegistered([this, registered = factory.get()] {
+        std::erase_if(m_dialogFactories, [registered](const auto& kept) { return kept.get() == registered; });
+    });
+}
+
+CWsPanelDialog* CWsManager::CreateWsPanelDialog(void* parentWindow, std::string_view dialogId) {
+    for (const auto& panel : m_panels)
+        if (Utility::CUtility::EqualIgnoreCase(panel->GetDialogId(), dialogId))
+            return panel.get();
+    for (const auto& factory : m_dialogFactories)
+        if (auto panel = factory->CreateWsPanelDialog(parentWindow, dialogId)) {
+            m_panels.push_back(std::move(panel));
+            return m_panels.back().get();
+        }
+    return nullptr;
+}
+
+void CWsManager::DestroyPanels() {
+    while (!m_panels.empty()) {
+        // Out of the list first: the end of a panel may ask for panels.
+        const std::unique_ptr<CWsPanelDialog> last = std::move(m_panels.back());
+        m_panels.pop_back();
+    }
+}
+
 void CWsManager::LogMessage(int type, std::string_view text, int entityType, std::string_view entityName,
                             std::uint64_t objectId, int selectionType) {
     const CLogLine line{type, std::string(text), entityType, std::string(entityName), objectId, selectionType};

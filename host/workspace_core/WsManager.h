@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/workspace_core/IWsDialogFactory.h"
 #include "host/workspace_core/LogLine.h"
 #include "host/workspace_core/WsPanelDialogMetadata.h"
 
@@ -11,15 +12,21 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <string_view>
 #include <vector>
 
 namespace OLMGis::Workspace {
 
-/// The workspace of the active project: the panels that modules offer, and the log. One per project context.
+/// The workspace of the active project: the panels that modules offer, the log. One per project context.
 class CWsManager {
 public:
     static CWsManager* Instance();
+
+    CWsManager() = default;
+    ~CWsManager() { DestroyPanels(); }
+    CWsManager(const CWsManager&) = delete;
+    CWsManager& operator=(const CWsManager&) = delete;
 
     /// Enters a panel for the life of the module that registers it. A null, an empty dialog id and an id that is taken
     /// (case ignored) are kept out.
@@ -30,6 +37,16 @@ public:
 
     /// The panel of a dialog id, case ignored; null for an unknown one.
     boost::shared_ptr<CWsPanelDialogMetadata> GetPanelDialog(std::string_view dialogId) const;
+
+    /// Enters a factory of dialogs for the life of the module that registers it. A null is kept out.
+    void RegisterWsDialogFactory(const boost::shared_ptr<IWsDialogFactory>& factory);
+
+    /// The panel of a dialog id (case ignored): the one made before, else a new one by the first factory that gives
+    /// one, else null. parentWindow: a QWidget*, may be null. Owned here until DestroyPanels.
+    CWsPanelDialog* CreateWsPanelDialog(void* parentWindow, std::string_view dialogId);
+
+    /// Destroys all panels, the last made first. The module loader does so before it releases a module.
+    void DestroyPanels();
 
     /// Adds a line to the log and shows it to the listener. type: CLogLine::Stored or CLogLine::NothingStored; the
     /// rest says what the line is about, see CLogLine.
@@ -50,6 +67,8 @@ private:
     std::vector<boost::shared_ptr<CWsPanelDialogMetadata>> m_panelDialogs;
     std::deque<CLogLine> m_log;
     CLogListener m_logListener;
+    std::vector<boost::shared_ptr<IWsDialogFactory>> m_dialogFactories;
+    std::vector<std::unique_ptr<CWsPanelDialog>> m_panels; ///< in the order of making
 };
 
 } // namespace OLMGis::Workspace

@@ -25,9 +25,9 @@ protected:
 
 class CLinker final : public AcRxDynamicLinker {
 public:
-    std::string m_told;
-    void UnlockApplication() override { m_told += "unlock "; }
-    void RegisterAppDocumentAware() override { m_told += "documents "; }
+    std::string m_declared;
+    void UnlockApplication() override { m_declared += "unlock "; }
+    void RegisterAppDocumentAware() override { m_declared += "documents "; }
 };
 
 } // namespace
@@ -50,9 +50,9 @@ TEST_F(ModuleExports, TheApplicationDeclaresItselfWhenItIsLoadedAndDoesNothingEl
     CApplicationPacket packet{&linker, m_file->GetHandle()};
     for (const unsigned message : {0U, 2U, 3U, 4U, 5U, 6U, 7U, 8U, 9U, 10U, 11U, 12U, 13U, 14U, 15U, 16U, 0xFFFFFFFFU})
         EXPECT_EQ(m_entryPoint(message, &packet), 0) << message;
-    EXPECT_EQ(linker.m_told, "");
+    EXPECT_EQ(linker.m_declared, "");
     EXPECT_EQ(m_entryPoint(LoadMessage, &packet), 0);
-    EXPECT_EQ(linker.m_told, "unlock documents ");
+    EXPECT_EQ(linker.m_declared, "unlock documents ");
     EXPECT_EQ(m_entryPoint(LoadMessage, nullptr), 0);
 }
 

@@ -5,6 +5,7 @@
 #include "host/network_core/FunctionalAnalysisManager.h"
 #include "host/sewage_core/FlowCalculatorManager.h"
 #include "host/sewage_core/IDensityUser.h"
+#include "host/workspace_core/DialogTable.h"
 #include "host/workspace_core/ModuleLoader.h"
 #include "host/workspace_core/WsManager.h"
 #include "tests/support/TestProject.h"
@@ -70,6 +71,7 @@ TEST(PluginRegistration, CalculatorsAndChecksAreListedInOrderAndComeAndGoWithThe
         EXPECT_EQ(Responders(), 0U);
         EXPECT_THAT(CWsManager::Instance()->GetPanelDialogs(), IsEmpty());
         EXPECT_EQ(dlopen(DRENOVA_MODULE_FILE, RTLD_NOW | RTLD_NOLOAD), nullptr) << "the code is unloaded";
+        EXPECT_EQ(dlopen(DRENOVA_MODULE_FILE, RTLD_NOW | RTLD_NOLOAD), nullptr) << "the code is no longer in memory";
         stage.module = CModuleLoader::Load(DRENOVA_MODULE_FILE);
         ASSERT_TRUE(stage.module);
     }
@@ -89,6 +91,30 @@ TEST(PluginRegistration, RegistersThePanelAndTheHandlerOfTerrainTypes) {
 }
 
 TEST(PluginRegistration, AProjectOfAnotherEditionLoadsTheModuleAgain) {
+TEST(PluginRegistration, WithoutItsDialogsThePanelIsNull) {
+    const CStage stage;
+    for (const char* id : {"WS_HCALCULATION_PANEL", "ws_hcalculation_panel", "DLG_SBW_SETUP", "OTHER"})
+        EXPECT_EQ(CWsManager::Instance()->CreateWsPanelDialog(nullptr, id), nullptr) << id;
+}
+
+#ifdef DRENOVA_DIALOGS_FILE
+TEST(PluginRegistration, TheDialogsAreLoadedFromTheFileBesideTheModuleAndStay) {
+    CStage stage;
+    EXPECT_EQ(CModuleLoader::DialogsPath(DRENOVA_MODULE_FILE), DRENOVA_DIALOGS_FILE);
+    for (int round = 0; round < 2; ++round) {
+        const auto loaded = stage.module->LoadDialogs(DRENOVA_DIALOGS_FILE);
+        ASSERT_TRUE(loaded) << loaded.GetError().message;
+        EXPECT_TRUE(Workspace::CDialogMakers::Instance()->HasTable());
+        stage.module->Release();
+        EXPECT_FALSE(Workspace::CDialogMakers::Instance()->HasTable());
+        EXPECT_EQ(dlopen(DRENOVA_MODULE_FILE, RTLD_NOW | RTLD_NOLOAD), nullptr) << "the dialogs do not hold the module";
+        stage.module = CModuleLoader::Load(DRENOVA_MODULE_FILE);
+        ASSERT_TRUE(stage.module);
+    }
+}
+#endif
+
+TEST(PluginRegistration, AProjectOfAnotherEditionLoadsTheModuleAnew) {
     CStage stage;
     const auto firstOutput = [] {
         return CFlowCalculatorManager::Instance()->GetCalculator("01_WASTE_AREAS")->GetOutputDefinitions().at(0)->m_id;

@@ -12,7 +12,7 @@ using namespace OLMGis::Workspace;
 
 namespace {
 
-/// Answers each message with the place of its operation among the sixteen.
+/// Answers each message with the number of its operation among the sixteen.
 class CProbe final : public AcRxArxApp {
 public:
     int m_calls = 0;
@@ -50,9 +50,9 @@ public:
 
 class CLinker final : public AcRxDynamicLinker {
 public:
-    std::string m_told;
-    void UnlockApplication() override { m_told += "unlock "; }
-    void RegisterAppDocumentAware() override { m_told += "documents "; }
+    std::string m_declared;
+    void UnlockApplication() override { m_declared += "unlock "; }
+    void RegisterAppDocumentAware() override { m_declared += "documents "; }
 };
 
 } // namespace
@@ -68,13 +68,13 @@ TEST(ModuleApplication, EachMessageGoesToItsOperation) {
     EXPECT_EQ(probe.m_calls, 16) << "a number above 15 calls nothing";
 }
 
-TEST(ModuleApplication, LoadingTellsTheHostWhatTheFlagsSay) {
+TEST(ModuleApplication, LoadingDeclaresTheFlagsToTheHost) {
     const struct {
         int isUnlockable;
         int isDocumentAware;
-        const char* told;
+        const char* declared;
     } cases[] = {{0, 0, ""}, {1, 0, "unlock "}, {0, 1, "documents "}, {1, 1, "unlock documents "}};
-    for (const auto& [isUnlockable, isDocumentAware, told] : cases) {
+    for (const auto& [isUnlockable, isDocumentAware, declared] : cases) {
         CFlagged application(isUnlockable, isDocumentAware);
         EXPECT_EQ(application.GetInstance(), nullptr) << "before the load message";
         CLinker linker;
@@ -82,9 +82,9 @@ TEST(ModuleApplication, LoadingTellsTheHostWhatTheFlagsSay) {
         CApplicationPacket packet{&linker, &file};
         for (unsigned message = 2; message <= 16; ++message)
             EXPECT_EQ(application.EntryPoint(message % 16, &packet), 0);
-        EXPECT_EQ(linker.m_told, "") << "only loading tells";
+        EXPECT_EQ(linker.m_declared, "") << "only loading declares";
         EXPECT_EQ(application.EntryPoint(LoadMessage, &packet), 0);
-        EXPECT_EQ(linker.m_told, told);
+        EXPECT_EQ(linker.m_declared, declared);
         EXPECT_EQ(application.GetInstance(), &file);
     }
 }

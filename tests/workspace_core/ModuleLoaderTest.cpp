@@ -4,6 +4,7 @@
 
 #include "host/gis_core/ModuleScope.h"
 #include "host/gis_core/NotificationFramework.h"
+#include "host/workspace_core/DialogTable.h"
 #include "host/workspace_core/WsManager.h"
 #include "tests/support/TestProject.h"
 
@@ -11,6 +12,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <filesystem>
@@ -70,7 +72,7 @@ void RegisterHostPanel() {
 
 } // namespace
 
-TEST(ModuleLoader, BrokenFilesAreRefusedInWordsAndLeaveNothing) {
+TEST(ModuleLoader, BrokenFilesAreRefusedWithAReasonAndLeaveNothing) {
     const struct {
         const char* name;
         enmErrorKind kind;
@@ -102,7 +104,7 @@ TEST(ModuleLoader, BrokenFilesAreRefusedInWordsAndLeaveNothing) {
         EXPECT_FALSE(IsInMemory(Fixture(name)));
     }
     EXPECT_THAT(LoggedTexts(), ElementsAre(HasSubstr("OLMPluginInfoRelease of the module failed with an unknown")));
-    EXPECT_TRUE(CModuleLoader::Load(Fixture("MinimalPlugin.so"))) << "a failed one does not stand in the way";
+    EXPECT_TRUE(CModuleLoader::Load(Fixture("MinimalPlugin.so"))) << "after the failed ones";
     EXPECT_FALSE(CModuleLoader::Load(""));
 }
 
@@ -136,12 +138,85 @@ TEST(ModuleLoader, TheLifeOfAModuleRunsInOrder) {
         EXPECT_FALSE(loaded.Value().IsUnloadable());
         EXPECT_FALSE(loaded.Value().IsDocumentAware());
     }
-    EXPECT_THAT(LoggedTexts(),
-                ElementsAre("load", "OLMPluginInfoProvider", "EnableMetadataHandlers", "RegisterTopologyTypes",
-                            "RegisterEntityTypes", "RegisterCommands", "RegisterDialogFactories", "RegisterListeners",
-                            "RegisterCalculationItems", "RegisterImporters", "RegisterExporters",
-                            "RegisterPanelDialogs", "~IPluginInfo", "OLMPluginInfoRelease", "unload"));
+    EXPECT_THAT(LoggedTexts(), ElementsAre("load", "OLMPluginInfoProvider", "EnableMetadataHandlers",
+                                           "RegisterTopologyTypes", "RegisterEntityTypes", "RegisterCommands",
+                                           "RegisterDialogFactories", "RegisterListeners", "RegisterCalculationItems",
+                                           "RegisterImporters", "RegisterExporters", "RegisterPanelDialogs",
+                                           "~IPluginInfo", "OLMPluginInfoRelease", "~IWsDialogFactory", "unload"));
     EXPECT_TRUE(IsInMemory(Fixture("TalkingPlugin.so"))) << "a locked application keeps its code";
+}
+
+TEST(ModuleLoader, ItsDialogsComeAfterAModuleAndItsPanelsEndBeforeIt) {
+    const std::string path = Fixture("TalkingPlugin.so");
+    const std::string dialogs = CModuleLoader::DialogsPath(path);
+    EXPECT_EQ(dialogs, Fixture("TalkingPluginDesktop.so"));
+    int window = 0;
+    for (int round = 0; round < 2; ++round) {
+        const CTestProject project;
+        CWsManager& manager = *CWsManager::Instance();
+        Result<CModuleLoader> loaded = CModuleLoader::Load(path);
+        ASSERT_TRUE(loaded) << loaded.GetError().message;
+        EXPECT_EQ(manager.CreateWsPanelDialog(&window, "TALKING_PANEL"), nullptr) << "without the dialogs";
+        const auto status = loaded->LoadDialogs(dialogs);
+        ASSERT_TRUE(status) << status.GetError().message;
+        Workspace::CWsPanelDialog* const panel = manager.CreateWsPanelDialog(&window, "talking_panel");
+        ASSERT_NE(panel, nullptr);
+        EXPECT_EQ(panel->GetWidget(), &window);
+        EXPECT_EQ(manager.CreateWsPanelDialog(nullptr, "TALKING_PANEL"), panel) << "the one made before";
+        EXPECT_EQ(manager.CreateWsPanelDialog(&window, "OTHER_PANEL"), nullptr);
+        Workspace::CDialogModel model;
+        EXPECT_TRUE(Workspace::CDialogMakers::Instance()->Find("TALKING_DIALOG")->m_runDialog(model));
+        const auto again = loaded->LoadDialogs(dialogs);
+        ASSERT_FALSE(again);
+        EXPECT_THAT(again.GetError().message, HasSubstr("has its dialogs already"));
+        {
+            const CTestProject other; // the module goes in its own project, whichever is active
+            loaded->Release();
+        }
+        std::vector<std::string> end = LoggedTexts();
+        end.erase(end.begin(), std::find(end.begin(), end.end(), "CWsPanelDialog"));
+        EXPECT_THAT(end, ElementsAre("CWsPanelDialog", "TALKING_DIALOG", "~CWsPanelDialog", "~IPluginInfo",
+                                     "OLMPluginInfoRelease", "~IWsDialogFactory", "unload"));
+        EXPECT_EQ(manager.CreateWsPanelDialog(&window, "TALKING_PANEL"), nullptr);
+        EXPECT_FALSE(Workspace::CDialogMakers::Instance()->HasTable());
+        EXPECT_TRUE(IsInMemory(dialogs)) << "the toolkit may hold addresses in it";
+        EXPECT_FALSE(loaded->LoadDialogs(dialogs)) << "without a module";
+    }
+}
+
+TEST(ModuleLoader, AFileWithoutFittingDialogsIsRefusedAndTheModuleStays) {
+    const struct {
+        const char* name;
+        enmErrorKind kind;
+        const char* says;
+    } cases[] = {
+        {"Missing.so", enmErrorKind::Refused, "No such file"},
+        {"Text.so", enmErrorKind::BadInput, "expected a module"},
+        {"MinimalPlugin.so", enmErrorKind::BadInput, "without the function OLMDialogTableProvider"},
+        {"OtherDialogs.so", enmErrorKind::BadInput, "found dialogs of version 999"},
+    };
+    const CTestProject project;
+    Result<CModuleLoader> loaded = CModuleLoader::Load(Fixture("TalkingPlugin.so"));
+    ASSERT_TRUE(loaded);
+    for (const auto& [name, kind, says] : cases) {
+        const auto status = loaded->LoadDialogs(Fixture(name));
+        ASSERT_FALSE(status) << name;
+        EXPECT_EQ(status.GetError().kind, kind) << name;
+        EXPECT_THAT(status.GetError().message, testing::AllOf(testing::StartsWith(Fixture(name)), HasSubstr(says)));
+        EXPECT_FALSE(Workspace::CDialogMakers::Instance()->HasTable()) << name;
+    }
+    EXPECT_TRUE(loaded->LoadDialogs(Fixture("TalkingPluginDesktop.so"))) << "after the failed ones";
+}
+
+TEST(ModuleLoader, APanelEndsWithAProjectThatEndsBeforeItsModule) {
+    auto project = std::make_unique<CTestProject>();
+    Result<CModuleLoader> loaded = CModuleLoader::Load(Fixture("TalkingPlugin.so"));
+    ASSERT_TRUE(loaded && loaded->LoadDialogs(Fixture("TalkingPluginDesktop.so")));
+    ASSERT_NE(CWsManager::Instance()->CreateWsPanelDialog(nullptr, "TALKING_PANEL"), nullptr);
+    project.reset();
+    const auto late = loaded->LoadDialogs(Fixture("TalkingPluginDesktop.so"));
+    ASSERT_FALSE(late);
+    EXPECT_THAT(late.GetError().message, HasSubstr("the project of the module has ended"));
 }
 
 TEST(ModuleLoader, WhatAModuleRegisteredGoesWithItAndComesAgain) {
@@ -226,7 +301,7 @@ TEST(ModuleLoader, ARelativePathStartsAtTheCurrentFolder) {
     EXPECT_FALSE(CModuleLoader::Load("MinimalPlugin.so")) << "libraries are not searched for";
 }
 
-TEST(ModuleLoader, TheDefaultModuleStandsBesideTheLibraries) {
+TEST(ModuleLoader, TheDefaultModuleIsBesideTheLibraries) {
     const char* set = std::getenv("DRENOVA_MODULE");
     const std::string former = set == nullptr ? "" : set;
     setenv("DRENOVA_MODULE", "elsewhere.so", 1);

@@ -2,9 +2,12 @@
 // Copyright (C) the Drenova authors
 
 // Logs what it is asked to do. Its application does not unlock itself, so that its code stays in memory.
+#include "host/workspace_core/DialogTable.h"
 #include "host/workspace_core/ModuleApplication.h"
 #include "host/workspace_core/ModuleExports.h"
 #include "host/workspace_core/WsManager.h"
+
+#include <boost/make_shared.hpp>
 
 using namespace OLMGis;
 
@@ -26,6 +29,15 @@ class CApplication final : public AcRxArxApp {
     }
 } theApplication;
 
+class CFactory final : public Workspace::IWsDialogFactory {
+public:
+    ~CFactory() override { Say("~IWsDialogFactory"); }
+    std::unique_ptr<Workspace::CWsPanelDialog> CreateWsPanelDialog(void* parentWindow, std::string_view id) override {
+        const Workspace::CDialogMaker* const maker = Workspace::CDialogMakers::Instance()->Find(id);
+        return maker == nullptr ? nullptr : maker->m_makePanel(nullptr, parentWindow);
+    }
+};
+
 class CPluginInfo final : public Workspace::IPluginInfo {
 public:
     ~CPluginInfo() override { Say("~IPluginInfo"); }
@@ -33,7 +45,10 @@ public:
     void RegisterTopologyTypes() override { Say("RegisterTopologyTypes"); }
     void RegisterEntityTypes() override { Say("RegisterEntityTypes"); }
     void RegisterCommands() override { Say("RegisterCommands"); }
-    void RegisterDialogFactories() override { Say("RegisterDialogFactories"); }
+    void RegisterDialogFactories() override {
+        Say("RegisterDialogFactories");
+        Workspace::CWsManager::Instance()->RegisterWsDialogFactory(boost::make_shared<CFactory>());
+    }
     void RegisterListeners() override { Say("RegisterListeners"); }
     void RegisterCalculationItems() override { Say("RegisterCalculationItems"); }
     void RegisterImporters() override { Say("RegisterImporters"); }
