@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Copyright (C) the Drenova authors
 #
-# run.sh [FOLDER]: builds drenova on a Debian 12 machine and takes the sample network through a design run.
-#   FOLDER   where the project file goes; by default build/sample
+# run.sh [FOLDER]: builds the command line of drenova on a Debian 12 machine and designs the sample network with it.
+#   FOLDER   where the project file is written; by default build/sample
 set -euo pipefail
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 
@@ -16,22 +16,22 @@ esac
 folder=${1:-$top/build/sample}
 
 doing="starting"
-trap '[ $? -eq 0 ] || echo "run.sh: stopped while $doing; the reason stands above" >&2' EXIT
+trap '[ $? -eq 0 ] || echo "run.sh: stopped while $doing; the reason is printed above" >&2' EXIT
 step() {
     doing=$*
     printf '\n== %s\n' "$doing"
 }
-show() { # the command as one would type it, then its answer
+show() { # prints the command, then runs it
     printf '$ %s\n' "$*"
     "$@"
 }
 
-step "installing what is missing"
+step "installing missing packages"
 "$top/scripts/install-packages" build
 
 step "building drenova"
 cd "$top"
-cmake --preset release -DDRENOVA_TESTS=OFF -DDRENOVA_BENCH=OFF
+cmake --preset release -DDRENOVA_DESKTOP=OFF -DDRENOVA_TESTS=OFF -DDRENOVA_BENCH=OFF
 cmake --build --preset release --parallel "$(nproc)"
 cd - >/dev/null
 
@@ -45,13 +45,13 @@ PATH=$top/build/release/bin:$PATH
 step "importing the sample network"
 show drenova import "$samples/rivertown.geojson" -o "$project" --replace
 
-step "calculating the slopes of the level lines, which an import leaves to you"
+step "calculating the slopes, which an import leaves alone"
 show drenova slopes "$project"
 
-step "telling what the project holds"
+step "printing a summary of the project"
 show drenova info "$project"
 
-step "dimensioning for the two-year rain, one section as an example"
+step "dimensioning the pipes for the two-year rain, with one section explained"
 show drenova run "$project" 001_RAIN_ITP --params "$samples/design.json" --explain POPL-02
 
 step "designing: rain, waste water, transit, total, hydraulics, checks"

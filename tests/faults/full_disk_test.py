@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Copyright (C) the Drenova authors
-"""Full disks, places that cannot be written, too little memory: told with exit code 4, the project stays as it was.
+"""Full disks, places that cannot be written, too little memory: exit code 4, and the project stays as it was.
 
 Disks of the test's own are mounted in a namespace of its own, where the system allows that.
 """
@@ -46,8 +46,8 @@ class OwnDisk(Case):
         project = os.path.join(place, "net.gpkg")
         shutil.copy(good, project)
         before = state(project)
-        for words in (["set", project, f"{KEY}=1", "--all"], ["set", project, f"{KEY}=1", "--all", "-o", project + "2"]):
-            ended = self.run_program(*words, code=REFUSED)
+        for arguments in (["set", project, f"{KEY}=1", "--all"], ["set", project, f"{KEY}=1", "--all", "-o", project + "2"]):
+            ended = self.run_program(*arguments, code=REFUSED)
             self.assertIn("disk is full", ended.errors)
             self.assertEqual(state(project), before)
             self.assertEqual(os.listdir(place), ["net.gpkg"])
@@ -75,9 +75,9 @@ class OwnDisk(Case):
         self.run_program("get", project, "length")
         self.run_program("set", project, f"{KEY}=1", "--all", "-o", self.path("copy.gpkg"))
         self.assertEqual(self.mark(self.path("copy.gpkg")), 1)
-        for words in (["set", project, f"{KEY}=1", "--all"], ["run", project, "01_WASTE_PERCENT"],
+        for arguments in (["set", project, f"{KEY}=1", "--all"], ["run", project, "01_WASTE_PERCENT"],
                       ["new", os.path.join(place, "new.gpkg")]):
-            ended = self.run_program(*words, code=REFUSED)
+            ended = self.run_program(*arguments, code=REFUSED)
             self.assertIn("Read-only file system", ended.errors)
         self.assertEqual(os.listdir(place), ["net.gpkg"])
         self.assertEqual(state(project), before)
@@ -114,8 +114,8 @@ class Limits(Case):
             probe.communicate()
             if probe.returncode != DONE:
                 break  # it cannot even begin, as under sanitizers
-            for words in (["set", project, f"{KEY}=1", "--all"], ["import", source, "-o", project, "--replace"]):
-                process = self.start(*words, preexec_fn=limit_memory)
+            for arguments in (["set", project, f"{KEY}=1", "--all"], ["import", source, "-o", project, "--replace"]):
+                process = self.start(*arguments, preexec_fn=limit_memory)
                 _, errors = process.communicate()
                 codes.add(process.returncode)
                 self.assertIn(process.returncode, (DONE, REFUSED), errors)
@@ -129,9 +129,9 @@ class Limits(Case):
 
     def test_results_that_cannot_be_written(self):
         project = self.generate(100)
-        for words in (["get", project, "length"], ["info", project, "--json"], ["calculators"], ["--help"]):
+        for arguments in (["get", project, "length"], ["info", project, "--json"], ["calculators"], ["--help"]):
             with open("/dev/full", "wb") as full:
-                ended = self.run_program(*words, code=REFUSED, stdout=full)
+                ended = self.run_program(*arguments, code=REFUSED, stdout=full)
             self.assertIn("No space left on device", ended.errors)
         with open("/dev/full", "wb") as full:
             self.assertEqual(subprocess.run([PROGRAM, "nonsense"], stderr=full, check=False).returncode, 2)
@@ -162,8 +162,8 @@ class Limits(Case):
             self.skipTest(f"another user may not run the program: {reason}")
         self.run_program("info", project, **user)
         self.run_program("get", project, "length", **user)
-        for words in (["set", project, f"{KEY}=1", "--all"], ["new", self.path("new.gpkg")]):
-            ended = self.run_program(*words, code=REFUSED, **user)
+        for arguments in (["set", project, f"{KEY}=1", "--all"], ["new", self.path("new.gpkg")]):
+            ended = self.run_program(*arguments, code=REFUSED, **user)
             self.assertIn("Permission denied", ended.errors)
         os.chmod(self.folder, 0o755)
         self.assertEqual(state(project)[:3], before[:3])

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Copyright (C) the Drenova authors
-"""Two programs with one project: whoever saves over what he has not seen is told, and nothing of the other is lost."""
+"""Two programs with one project: a save over changes that were not read is refused, and nothing of the other is lost."""
 
 import os
 import shutil
@@ -32,10 +32,10 @@ class Rivals(Case):
         listed = self.run_program("get", self.project, "length", "--format", "csv").output
         return listed.splitlines()[1].split(",")[0]
 
-    def assert_told(self, process, words):
+    def assert_refused(self, process, message):
         code, errors = self.let_go(process)
         self.assertEqual(code, REFUSED, errors)
-        self.assertIn(words, errors)
+        self.assertIn(message, errors)
         self.assertFalse([name for name in self.names() if name.startswith(".")])
 
     def test_alone(self):
@@ -45,7 +45,7 @@ class Rivals(Case):
         process = self.open_and_hold()
         self.run_program("set", self.project, f"{KEY}=1", "--all")
         saved = fingerprint(self.project)
-        self.assert_told(process, "was replaced by another program since it was opened here")
+        self.assert_refused(process, "was replaced by another program since it was opened here")
         self.assertEqual(fingerprint(self.project), saved)
 
     def test_changed_in_place(self):
@@ -54,7 +54,7 @@ class Rivals(Case):
             other.execute("INSERT INTO drenova_settings (id, name, value) VALUES (100, 'note', 'x')")
         other.close()
         saved = fingerprint(self.project)
-        self.assert_told(process, "was changed by another program since it was opened here")
+        self.assert_refused(process, "was changed by another program since it was opened here")
         self.assertEqual(fingerprint(self.project), saved)
 
     def test_removed(self):
@@ -71,7 +71,7 @@ class Rivals(Case):
         process = self.open_and_hold()
         shutil.copy(self.project, self.path("other.gpkg"))
         os.replace(self.path("other.gpkg"), self.project)
-        self.assert_told(process, "was replaced by another program since it was opened here")
+        self.assert_refused(process, "was replaced by another program since it was opened here")
 
     def test_in_use(self):
         """A program of SQLite that is writing just now."""
@@ -110,9 +110,9 @@ class ForeignFiles(Case):
 
     def assert_refused(self, code, *parts):
         before = fingerprint(self.project)
-        for words in (["info", self.project], ["get", self.project, "length"],
+        for arguments in (["info", self.project], ["get", self.project, "length"],
                       ["set", self.project, f"{KEY}=1", "--all"]):
-            ended = self.run_program(*words, code=code)
+            ended = self.run_program(*arguments, code=code)
             for part in (self.project, *parts):
                 self.assertIn(part, ended.errors)
         self.assertEqual(fingerprint(self.project), before)

@@ -2,8 +2,8 @@
 # Copyright (C) the Drenova authors
 """What the tests of faults share: the built program, a folder for each test, and what has to hold of a project file.
 
-The environment tells DRENOVA_PROGRAM, the built command line, and how much to do: DRENOVA_FAULTS_TRIES processes are
-killed at DRENOVA_FAULTS_SECTIONS sections.
+Environment: DRENOVA_PROGRAM is the built command line; DRENOVA_FAULTS_TRIES (100) processes are killed, with networks of
+DRENOVA_FAULTS_SECTIONS (20000) sections.
 """
 
 import hashlib
@@ -19,7 +19,7 @@ PROGRAM = os.environ["DRENOVA_PROGRAM"]
 TRIES = int(os.environ.get("DRENOVA_FAULTS_TRIES", "100"))
 SECTIONS = int(os.environ.get("DRENOVA_FAULTS_SECTIONS", "20000"))
 
-DONE, NOTHING_STORED, BAD_WORDS, BAD_INPUT, REFUSED, STOPPED, INTERRUPTED = 0, 1, 2, 3, 4, 5, 130
+DONE, NOTHING_STORED, BAD_ARGUMENTS, BAD_INPUT, REFUSED, STOPPED, INTERRUPTED = 0, 1, 2, 3, 4, 5, 130
 
 KEY = "FLOW_USER"  # an attribute of sections that no step of these tests computes
 TEMPORARY = ".drenova-save-"  # with this the names of files begin that a save has not finished
@@ -48,20 +48,20 @@ class Case(unittest.TestCase):
     def path(self, name="net.gpkg"):
         return os.path.join(self.folder, name)
 
-    def start(self, *words, **options):
+    def start(self, *arguments, **options):
         options.setdefault("env", environment())
         for stream in ("stdin", "stdout", "stderr"):
             options.setdefault(stream, subprocess.DEVNULL if stream == "stdin" else subprocess.PIPE)
-        return subprocess.Popen([PROGRAM, *words], **options)
+        return subprocess.Popen([PROGRAM, *arguments], **options)
 
-    def run_program(self, *words, code=DONE, feed=None, **options):
+    def run_program(self, *arguments, code=DONE, feed=None, **options):
         """Runs the program to its end, which has to be that code."""
         if feed is not None:
             options["stdin"] = subprocess.PIPE
-        process = self.start(*words, **options)
+        process = self.start(*arguments, **options)
         output, errors = process.communicate(feed)
         ended = Ended(process.returncode, (output or b"").decode(), (errors or b"").decode())
-        self.assertEqual(ended.code, code, f"{words}: {ended.errors}")
+        self.assertEqual(ended.code, code, f"{arguments}: {ended.errors}")
         return ended
 
     def generate(self, sections=SECTIONS, name="net.gpkg"):
