@@ -90,7 +90,6 @@ TEST(PluginRegistration, RegistersThePanelAndTheHandlerOfTerrainTypes) {
     EXPECT_NE(Utility::CModuleConfiguration::Instance()->GetIcon(panel->GetButtonIconId()), "") << "there is a picture";
 }
 
-TEST(PluginRegistration, AProjectOfAnotherEditionLoadsTheModuleAgain) {
 TEST(PluginRegistration, WithoutItsDialogsThePanelIsNull) {
     const CStage stage;
     for (const char* id : {"WS_HCALCULATION_PANEL", "ws_hcalculation_panel", "DLG_SBW_SETUP", "OTHER"})
@@ -114,7 +113,7 @@ TEST(PluginRegistration, TheDialogsAreLoadedFromTheFileBesideTheModuleAndStay) {
 }
 #endif
 
-TEST(PluginRegistration, AProjectOfAnotherEditionLoadsTheModuleAnew) {
+TEST(PluginRegistration, AProjectOfAnotherEditionLoadsTheModuleAgain) {
     CStage stage;
     const auto firstOutput = [] {
         return CFlowCalculatorManager::Instance()->GetCalculator("01_WASTE_AREAS")->GetOutputDefinitions().at(0)->m_id;
