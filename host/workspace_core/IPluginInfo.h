@@ -7,8 +7,9 @@
 namespace OLMGis::Workspace {
 
 /// What a module hands to the workspace: operations that register everything it brings. The loader calls the
-/// registering ones once, in the order of their declaration, which is the order of their slots and is fixed: modules rely on it.
-/// Each does nothing unless a module fills it; none reports a result. A module unregisters nothing: see CModuleScope.
+/// registering ones once, in the order of their declaration, which is the order of their slots and is fixed: modules
+/// rely on it. Each does nothing unless a module fills it; none reports a result. A module unregisters nothing: see
+/// CModuleScope.
 class IPluginInfo {
 public:
     IPluginInfo() = default;

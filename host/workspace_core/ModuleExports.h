@@ -14,8 +14,8 @@ __attribute__((visibility("default"))) OLMGis::Workspace::IPluginInfo* OLMPlugin
 /// Needed. Destroys the information object when there is one; a later provider call makes a new one.
 __attribute__((visibility("default"))) void OLMPluginInfoRelease();
 
-/// Optional. Hands a message to the application object (see AcRxDbxApp::EntryPoint). The answer 0 to the load message means
-/// "done", any other that the module refuses to be loaded.
+/// Optional. Hands a message to the application object (see AcRxDbxApp::EntryPoint). The answer 0 to the load message
+/// means "done", any other that the module refuses to be loaded.
 __attribute__((visibility("default"))) int acrxEntryPoint(unsigned message, void* packet);
 
 /// Optional. The ModuleApiVersion that the module was built with.
