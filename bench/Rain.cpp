@@ -8,7 +8,9 @@
 #include "bench/RainForm.h"
 #include "host/gis_core/DataRW.h"
 #include "host/network_core/PropertyEditing.h"
-#include "rain/FlowCalculator_RainITP.h"
+#include "rain/RainITPForm.h"
+#include "rain/RainITPParameters.h"
+#include "rain/variations/VariationSearch.h"
 #include "tests/rain/PlainSearch.h"
 
 #include <benchmark/benchmark.h>
@@ -17,6 +19,7 @@
 #include <ctime>
 #include <functional>
 #include <limits>
+#include <optional>
 
 namespace Bench {
 
@@ -67,16 +70,19 @@ private:
     CTopologyStorage& m_topology;
 };
 
-/// A calculator that has read its form, before a search.
-class CReadyCalculator {
+/// A run before its search: the form and the network are read.
+class CReadyRun {
 public:
-    CReadyCalculator() {
-        const auto parameters = m_calculator.CreateParameters();
+    explicit CReadyRun(const CTrunk& trunk) : m_network(trunk.Sections()) {
+        const auto parameters = RainITPForm::Make();
         FillRainForm(*parameters->m_properties);
-        m_calculator.GetParams().ReadParameters(parameters.get(), 0);
-        m_calculator.BeginRun();
+        m_params.ReadParameters(parameters.get(), 0);
+        m_input.emplace(m_network, m_params);
     }
-    CFlowCalculator_RainITP m_calculator;
+
+    Rain::CRunNetwork m_network;
+    CRainITPParameters m_params;
+    std::optional<Rain::CRunInput> m_input;
 };
 
 /// Time of the processor that an operation takes, the least of three; infinite when it fails.
@@ -92,7 +98,11 @@ double SecondsOf(const std::function<bool()>& operation) {
 }
 
 double SecondsOfSearch(const CTrunk& trunk) {
-    return SecondsOf([&] { return CReadyCalculator().m_calculator.SearchVariations(trunk.Sections()) != 0; });
+    return SecondsOf([&] {
+        const CReadyRun ready(trunk);
+        const Rain::CSearchPlan plan(ready.m_network);
+        return !Rain::CVariationSearch(*ready.m_input, ready.m_params, plan).Run().IsStopped();
+    });
 }
 
 /// 12 trunk sections and 11 heads: the last has 6142 combinations, all of them 12,272.
@@ -106,8 +116,9 @@ void SearchComb(benchmark::State& state) {
     double seconds = 0.0;
     for ([[maybe_unused]] auto pass : state) {
         plainSeconds = SecondsOf([&] {
-            CReadyCalculator ready;
-            CPlainSearch plain(&ready.m_calculator, Unbounded, Unbounded);
+            const CReadyRun ready(trunk);
+            Rain::CNetworkWalk walk(*ready.m_input, ready.m_params);
+            CPlainSearch plain(&walk, Unbounded, Unbounded);
             const bool isDone = plain.Run(trunk.Sections()) != 0;
             combinations = plain.m_combinations;
             computations = plain.m_computations;

@@ -4,7 +4,7 @@
 
 #include "host/network_core/CatalogManager.h"
 #include "host/network_core/PropertyEditing.h"
-#include "rain/RainITPParameters.h"
+#include "rain/curves/RainChoices.h"
 
 #include <fmt/format.h>
 

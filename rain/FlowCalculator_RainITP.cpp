@@ -8,58 +8,155 @@
 #include "host/gis_core/CoreProgressBar.h"
 #include "host/gis_core/HostServices.h"
 #include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/PerformanceTimer.h"
+#include "host/gis_core/ReportFile.h"
 #include "host/gis_core/RunTrace.h"
 #include "host/gis_core/Utility.h"
 #include "host/network_core/Selector.h"
 #include "host/workspace_core/WsManager.h"
 #include "rain/RainITPForm.h"
-#include "rain/RainTrace.h"
-#include "rain/RunForecast.h"
+#include "rain/explain/RainTrace.h"
+#include "rain/run/IterationTable.h"
+#include "rain/run/ResultStore.h"
+#include "rain/variations/ForecastText.h"
+#include "rain/variations/VariationReport.h"
 
-#include <boost/make_shared.hpp>
+#include <algorithm>
+#include <optional>
 
 using OLMGis::Selection::CSelector;
 using OLMGis::Sewage::CFlowCalculatorParameters;
 using OLMGis::Sewage::CReport;
-using OLMGis::Sewage::CSewageHydraulics;
 using OLMGis::Sewage::IUserInteraction;
 using OLMGis::Topology::CPropertyEx;
 using OLMGis::Utility::CCoreProgressBar;
 using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Utility::CPerformanceTimer;
+using OLMGis::Utility::CReportFile;
 using OLMGis::Utility::CRunTrace;
 using OLMGis::Utility::CUtility;
 using OLMGis::Workspace::CLogLine;
 using OLMGis::Workspace::CWsManager;
+using Rain::CRunStop;
+using Rain::enmInputProblem;
 
 namespace {
 
+// Messages.
 constexpr int NameMessage = 11164;
 constexpr int GroupNameMessage = 11166;
-constexpr int CurveProblem = 70120;
-constexpr int CurveFileProblem = 70132;
-constexpr int UnreadText = 70133;
+constexpr int NoInletTime = 2299;
+constexpr int NoSlope = 2300;
+constexpr int SlopeNotAboveZero = 11204;
+constexpr int SectionWord = 3578;
+constexpr int NoPipeLargeEnough = 9454;
+constexpr int ExistingPipeTooFull = 11085;
+constexpr int CombinationFailed = 2297;
+constexpr int SearchCaption = 70140;
 
-/// The progress bar for one run, given back as it was found.
-class CProgress {
-public:
-    CProgress(const std::string& caption, std::size_t count) {
-        m_bar->SaveState();
-        m_bar->Show(caption, 0, static_cast<int>(count));
-    }
-    ~CProgress() {
-        m_bar->Hide();
-        m_bar->RestoreState();
-    }
-    CProgress(const CProgress&) = delete;
-    CProgress& operator=(const CProgress&) = delete;
+constexpr const char* IdfOut = "IDFOut.txt";
+constexpr const char* Variations = "variations.txt";
 
-private:
-    CCoreProgressBar* const m_bar = CCoreProgressBar::Instance();
-};
+const std::string& Msg(int number) {
+    return CModuleConfiguration::Instance()->GetMsg(number);
+}
+
+/// Path of a report.
+std::string ReportPath(const char* name) {
+    std::string folder = CModuleConfiguration::Instance()->GetPath("install");
+    if (!folder.ends_with('/'))
+        folder += '/';
+    return CUtility::Format("%s%s", folder, name);
+}
+
+std::string ShowProblem(const CRunStop& stop, const Rain::CRunSettings& settings) {
+    switch (stop.m_problem) {
+    case enmInputProblem::NoSlope:
+        return Msg(NoSlope);
+    case enmInputProblem::SlopeNotAboveZero:
+        return CUtility::Format("%s (%s %s)", Msg(SlopeNotAboveZero), Msg(SectionWord), stop.m_name);
+    case enmInputProblem::NoInletTime:
+        return Msg(NoInletTime);
+    case enmInputProblem::NoTimeFactor:
+        return Msg(settings.FindTimeFactor()->m_missingMessage);
+    case enmInputProblem::None:
+        break;
+    }
+    return {};
+}
+
+/// What the user hears of a stopped run; empty for nothing.
+std::string ShowStop(const CRunStop& stop, const Rain::CRunSettings& settings) {
+    constexpr double MillimetresPerMetre = 1000.0;
+    switch (stop.m_reason) {
+    case CRunStop::enmReason::BadInput:
+        return ShowProblem(stop, settings);
+    case CRunStop::enmReason::NoPipe:
+        return CUtility::Format("%s %s %s", stop.m_name,
+                                CUtility::Format(Msg(NoPipeLargeEnough), stop.m_diameter / MillimetresPerMetre),
+                                stop.m_pipeGroup);
+    case CRunStop::enmReason::ExistingPipeTooFull:
+        return CUtility::Format("%s %s", stop.m_name, Msg(ExistingPipeTooFull));
+    case CRunStop::enmReason::None:
+    case CRunStop::enmReason::Cancelled:
+    case CRunStop::enmReason::NotConverged: // without a message. Fixed: others rely on it
+        break;
+    }
+    return {};
+}
 
 } // namespace
 
-CFlowCalculator_RainITP::CFlowCalculator_RainITP() : m_hydraulics(boost::make_shared<CSewageHydraulics>()) {
+/// One run, from what it reads to its records. Later members refer to earlier ones.
+struct CFlowCalculator_RainITP::CRun {
+    explicit CRun(const CSectionList& sections) : m_network(sections) {}
+
+    /// Forecasts a run with a choice of PARTIAL_AREA_EFFECT; a search keeps its plan.
+    void Forecast(int partialArea) {
+        if (partialArea == RainChoices::PartialAreaChains) {
+            const Rain::CVariationNetwork ways(m_network);
+            m_refusal = WhyChainsAreRefused(ways, ForecastChains(ways));
+        } else if (partialArea == RainChoices::PartialAreaSearch) {
+            m_plan = std::make_unique<const Rain::CSearchPlan>(m_network);
+            m_refusal = WhySearchIsRefused(m_plan->m_network, m_plan->m_forecast);
+        }
+    }
+
+    std::string ShowForecast() const {
+        return m_plan && m_refusal.empty() ? Rain::ShowForecast(m_plan->m_network, m_plan->m_forecast) : std::string();
+    }
+
+    Rain::CRunNetwork m_network;
+    std::unique_ptr<const Rain::CSearchPlan> m_plan; ///< of a search
+    std::string m_refusal;                           ///< why the run is not started; empty when it may be
+    std::optional<Rain::CRunInput> m_input;
+    std::optional<Rain::CNetworkWalk> m_walk;
+    std::optional<Rain::CVariationSearch> m_search;
+};
+
+/// The progress bar for one operation, given back as it was found.
+class CFlowCalculator_RainITP::CBar {
+public:
+    CBar(const std::string& caption, double total) : m_total(total) {
+        CCoreProgressBar::Instance()->SaveState();
+        CCoreProgressBar::Instance()->Show(caption, 0, Range);
+    }
+    ~CBar() { CCoreProgressBar::Instance()->RestoreState(); }
+    CBar(const CBar&) = delete;
+    CBar& operator=(const CBar&) = delete;
+
+    /// False when the user cancelled.
+    bool GoOn(std::uint64_t done) const {
+        const double share = std::min(1.0, static_cast<double>(done) / std::max(1.0, m_total));
+        return CCoreProgressBar::Instance()->SetPosition(static_cast<int>(share * Range)) != 0;
+    }
+
+private:
+    static constexpr int Range = 10000;
+    double m_total;
+};
+
+CFlowCalculator_RainITP::CFlowCalculator_RainITP() {
     m_key = "001_RAIN_ITP";
     m_outputDefinitions = FlowOutputs::Definitions(
         {FlowKeys::CorrectedArea, FlowKeys::CorrectedAreaTotal, FlowKeys::Intensity, FlowKeys::ConcentrationTime,
@@ -71,9 +168,21 @@ CFlowCalculator_RainITP::CFlowCalculator_RainITP() : m_hydraulics(boost::make_sh
 
 CFlowCalculator_RainITP::~CFlowCalculator_RainITP() = default;
 
+std::string CFlowCalculator_RainITP::GetCalculatorName() {
+    return Msg(NameMessage);
+}
+
+std::string CFlowCalculator_RainITP::GetCalculatorGroupName() {
+    return Msg(GroupNameMessage);
+}
+
+std::string CFlowCalculator_RainITP::GetParametersDataId() {
+    return FlowKeys::RainCurvesParameters;
+}
+
 boost::shared_ptr<CFlowCalculatorParameters> CFlowCalculator_RainITP::CreateParameters() {
     m_parameters = RainITPForm::Make();
-    m_explained.clear();
+    m_logged.clear();
     return m_parameters;
 }
 
@@ -83,32 +192,20 @@ void CFlowCalculator_RainITP::OnPropertiesUpdated(CPropertyEx* property, CFlowCa
         return;
     CRainITPParameters typed;
     typed.ReadParameters(parameters, 0);
-    ExplainInput(typed);
+    LogProblems(typed);
     if (const auto frequency = parameters->m_properties->GetPropertyExByTag("FREQUENCY"))
-        RainITPForm::OfferFrequencies(*frequency, typed.m_curves);
+        RainITPForm::OfferFrequencies(*frequency, typed.FindCurves());
 }
 
-/// Tells the log what of a curve file and of texts doesn't count; the same story once per form.
-void CFlowCalculator_RainITP::ExplainInput(const CRainITPParameters& params) {
-    std::vector<std::string> lines;
-    for (const std::string& name : params.m_unread)
-        lines.push_back(CUtility::Format(CModuleConfiguration::Instance()->GetMsg(UnreadText), name));
-    const bool hasFile = params.m_rainfallMode == RainChoices::CurveFile && !params.m_curves.GetPath().empty();
-    for (const CIDFCurves::CProblem& problem : params.m_curves.GetProblems()) {
-        if (!hasFile)
-            break;
-        const auto& format =
-            CModuleConfiguration::Instance()->GetMsg(problem.m_line == 0 ? CurveFileProblem : CurveProblem);
-        lines.push_back(problem.m_line == 0
-                            ? CUtility::Format(format, params.m_curves.GetPath(), problem.m_text)
-                            : CUtility::Format(format, params.m_curves.GetPath(), problem.m_line, problem.m_text));
-    }
-    std::string story;
+/// Logs what of the curve file and of texts was left out; the same lines once per form.
+void CFlowCalculator_RainITP::LogProblems(const CRainITPParameters& params) {
+    const std::vector<std::string> lines = params.ListProblems();
+    std::string text;
     for (const std::string& line : lines)
-        story += line + '\n';
-    if (story == m_explained)
+        text += line + '\n';
+    if (text == m_logged)
         return;
-    m_explained = std::move(story);
+    m_logged = std::move(text);
     for (const std::string& line : lines)
         CWsManager::Instance()->LogMessage(CLogLine::NothingStored, line);
 }
@@ -120,71 +217,150 @@ int CFlowCalculator_RainITP::Calculate(const CSectionList& sections, CFlowCalcul
     CSelector* const selector = CSelector::LoopInstance();
     const int includesSubsystem = selector->GetIncludeSubsystemIntoSelection();
     selector->SetIncludeSubsystemIntoSelection(0);
-    CRunForecast forecast = ForecastRun(sections, params->m_properties->GetIntProperty("PARTIAL_AREA_EFFECT", 0, 1));
-    m_params.m_forecastText = std::move(forecast.m_text);
-    // Where the run ends before the walk the switch stays cleared: a form that was refused is edited again, and the
-    // selections made meanwhile are for the same run. What can't be started is not asked about; what is wrong with the
-    // form is told all the same.
-    const int isRead = m_params.ReadParameters(params, forecast.m_refusal.empty() ? 1 : 0);
-    ExplainInput(m_params);
+    const int partialArea = params->m_properties->GetIntProperty("PARTIAL_AREA_EFFECT", 0, 1);
+    auto run = std::make_unique<CRun>(sections);
+    run->Forecast(partialArea);
+    // Where the run ends before the walk the switch stays cleared. Fixed: others rely on it. A run that is refused asks
+    // no question, but errors of the form come first.
+    const int isRead = m_params.ReadParameters(params, run->m_refusal.empty() ? 1 : 0, run->ShowForecast());
+    LogProblems(m_params);
     if (isRead == 0) {
         if (!m_params.m_errors.empty())
             acedAlert(m_params.BuildParameterErrorText());
         return 0;
     }
-    if (!forecast.m_refusal.empty()) {
-        acedAlert(forecast.m_refusal);
+    if (!run->m_refusal.empty()) {
+        acedAlert(run->m_refusal);
         return 0;
     }
+    const bool hadUnchosen = run->m_plan && run->m_plan->m_forecast.m_isAtLeast;
     if (MainOutlets::Settle(MainOutlets::CollectStartingNodes(sections), interaction) == 0) {
-        acedAlert(CModuleConfiguration::Instance()->GetMsg(MainOutlets::NotSettled));
+        acedAlert(Msg(MainOutlets::NotSettled));
         return 0;
     }
-    const int result = Run(sections);
+    if (partialArea != RainChoices::PartialAreaSearch || hadUnchosen)
+        run = std::make_unique<CRun>(sections); // main outlets may have been chosen just now
+    if (hadUnchosen)
+        run->Forecast(partialArea);
+    m_run = std::move(run);
+    const int result = Run();
+    if (result == 0)
+        m_run.reset();
     selector->SetIncludeSubsystemIntoSelection(includesSubsystem);
     return result;
 }
 
-int CFlowCalculator_RainITP::Run(const CSectionList& sections) {
-    BeginRun();
-    m_sectionData.Clear();
-    m_nodeData.Clear();
-    m_variations.Clear();
-    const int result = m_params.m_variationSearch != 0 ? SearchVariations(sections) : WalkWithProgress(sections);
-    if (result == 0) {
-        m_sectionData.Clear();
-        m_nodeData.Clear();
-    } else if (m_params.m_variationSearch != 0) {
+int CFlowCalculator_RainITP::Run() {
+    if (!m_run->m_refusal.empty()) {
+        acedAlert(m_run->m_refusal);
+        return 0;
+    }
+    const CRunStop stop = m_run->m_plan ? Search() : Walk();
+    RainTrace::NoteNotConverged(m_run->m_network, stop);
+    if (const std::string text = ShowStop(stop, m_params); !text.empty())
+        acedAlert(text);
+    if (stop.IsStopped() && stop.m_reason != CRunStop::enmReason::Cancelled && m_run->m_plan)
+        acedAlert(Msg(CombinationFailed));
+    if (stop.IsStopped())
+        return 0;
+    if (m_run->m_search) {
         WriteBestResults();
         WriteVariationsFile();
-        RainTrace::NoteBest(*this);
+        RainTrace::NoteBest(*m_run->m_input, m_params, *m_run->m_search);
     } else {
         const auto* const trace = CRunTrace::Active();
         const int wantsTable = trace != nullptr && trace->IsRequested(RainTrace::IterationTable) ? 1 : 0;
         WriteResults(1, wantsTable, wantsTable);
-        RainTrace::NoteRun(*this);
+        RainTrace::NoteRun(*m_run->m_input, m_params, *m_run->m_walk);
     }
-    BeginRun(); // what was read of the sections is of no more use
-    return result;
+    return 1;
 }
 
-int CFlowCalculator_RainITP::WalkWithProgress(const CSectionList& sections) {
-    const CProgress progress(GetCalculatorName(), sections.size());
-    m_showsProgress = true;
-    m_inputs.Gather(sections);
-    const int result = CalculateNetwork(sections);
-    m_showsProgress = false;
-    return result;
+CRunStop CFlowCalculator_RainITP::Walk() {
+    const auto& rows = m_run->m_network.GetRows();
+    const CBar bar(GetCalculatorName(), static_cast<double>(rows.size()));
+    m_run->m_input.emplace(m_run->m_network, m_params);
+    m_run->m_walk.emplace(*m_run->m_input, m_params);
+    return m_run->m_walk->Walk(rows, [&bar](std::uint64_t done) { return bar.GoOn(done); });
 }
 
-std::string CFlowCalculator_RainITP::GetCalculatorName() {
-    return CModuleConfiguration::Instance()->GetMsg(NameMessage);
+CRunStop CFlowCalculator_RainITP::Search() {
+    auto* const timers = CPerformanceTimer::Instance();
+    const int timer = timers->CreateTimer();
+    timers->StartTimer(timer);
+    CRunStop stop;
+    {
+        const CBar bar(Msg(SearchCaption), m_run->m_plan->m_forecast.m_total);
+        m_run->m_input.emplace(m_run->m_network, m_params);
+        m_run->m_search.emplace(*m_run->m_input, m_params, *m_run->m_plan);
+        stop = m_run->m_search->Run([&bar](std::uint64_t done) { return bar.GoOn(done); });
+    }
+    if (stop.IsStopped())
+        return stop;
+    timers->StopTimer(timer);
+    acutPrintf(CUtility::Format("\ndelta ITP_CALC_VARIATION = %s", timers->ReadTimerStr(timer, 4)));
+    timers->DestroyTimer(timer);
+    return stop;
 }
 
-std::string CFlowCalculator_RainITP::GetCalculatorGroupName() {
-    return CModuleConfiguration::Instance()->GetMsg(GroupNameMessage);
+void CFlowCalculator_RainITP::WriteResults(int write, int report, int iteration) {
+    if (!m_run || !m_run->m_walk)
+        return;
+    if (report != 0) {
+        const std::string path = ReportPath(IdfOut);
+        if (iteration == 1)
+            CReportFile::Remove(path);
+        CReportFile file(path);
+        if (file.IsOpen()) {
+            file.Append(Rain::MakeIterationTable(*m_run->m_input, *m_run->m_walk, iteration));
+            if (file.Close())
+                RainTrace::NoteFile(path);
+            else
+                file.TakeBack();
+        }
+    }
+    if (write == 0)
+        return;
+    const Rain::CResultStore store(*m_run->m_input, m_params.m_savePipe != 0);
+    for (const std::uint32_t section : m_run->m_walk->GetSections())
+        if (const auto& list = *m_run->m_walk->FindRecords(section); !list.empty())
+            store.Store(*list.front());
 }
 
-std::string CFlowCalculator_RainITP::GetParametersDataId() {
-    return FlowKeys::RainCurvesParameters;
+void CFlowCalculator_RainITP::WriteBestResults() {
+    const Rain::CResultStore store(*m_run->m_input, m_params.m_savePipe != 0);
+    for (const std::uint32_t section : m_run->m_search->GetSections())
+        if (const CVariationData& data = *m_run->m_search->FindData(section);
+            data.m_bestIndex != CVariationData::NoBest)
+            store.Store(data.m_best);
+}
+
+void CFlowCalculator_RainITP::WriteVariationsFile() {
+    const std::string path = ReportPath(Variations);
+    CReportFile file(path);
+    if (!file.IsOpen())
+        return;
+    const CBar bar(Variations, m_run->m_plan->m_forecast.m_total + 1.0);
+    const bool isWhole =
+        Rain::WriteVariations(*m_run->m_input, *m_run->m_search, [&](std::string_view text, std::uint64_t written) {
+            file.Append(text);
+            return bar.GoOn(written);
+        });
+    // A file that was cancelled or did not fit on the disk is taken back whole.
+    if (isWhole && file.Close())
+        RainTrace::NoteFile(path);
+    else
+        file.TakeBack();
+}
+
+const Rain::CRecordList* CFlowCalculator_RainITP::FindSectionDataList(const CSectionPtr& section) const {
+    return section && m_run && m_run->m_walk ? m_run->m_walk->FindRecords(section->GetRow()) : nullptr;
+}
+
+const CVariationData* CFlowCalculator_RainITP::FindVariationData(const CSectionPtr& section) const {
+    return section && m_run && m_run->m_search ? m_run->m_search->FindData(section->GetRow()) : nullptr;
+}
+
+const Rain::CVariationSearch* CFlowCalculator_RainITP::GetSearch() const {
+    return m_run && m_run->m_search ? &*m_run->m_search : nullptr;
 }

@@ -7,8 +7,10 @@
 #include "host/gis_core/Utility.h"
 #include "host/network_core/CatalogManager.h"
 #include "host/network_core/PipeManager.h"
+#include "rain/editions/Editions.h"
 
 #include <algorithm>
+#include <iterator>
 
 using OLMGis::Sewage::CFlowCalculatorParameters;
 using OLMGis::Topology::CCatalogManager;
@@ -18,9 +20,11 @@ using OLMGis::Utility::CUtility;
 
 namespace {
 
-constexpr int PipeGroupName = 2291;
+// Messages.
+constexpr int PipeGroupLabel = 2291;
 constexpr int BadParameters = 11047;
 constexpr int AskForSearch = 11097;
+constexpr int UnreadText = 70133;
 
 const std::string& Msg(int number) {
     return CModuleConfiguration::Instance()->GetMsg(number);
@@ -28,100 +32,75 @@ const std::string& Msg(int number) {
 
 } // namespace
 
-int CRainITPParameters::ReadParameters(CFlowCalculatorParameters* parameters, int interactive) {
-    const CForm& form = *parameters->m_properties;
-    m_errors.clear();
-    m_unread.clear();
-    ReadRain(form);
-    m_useExistingPipe = form.GetIntProperty("USE_EXISTING_PIPE", 0, 1) == RainChoices::KeepExistingPipe ? 1 : 0;
-    m_existingPipeGroup = form.GetIntProperty("USE_EXISTING_PIPE", 0, 1) == RainChoices::ExistingPipeGroup ? 1 : 0;
+int CRainITPParameters::ReadParameters(CFlowCalculatorParameters* parameters, int interactive,
+                                       const std::string& forecast) {
+    Rain::CFormReading reading{*parameters->m_properties};
+    const int isComplete = Read(reading, interactive, forecast);
+    m_errors = std::move(reading.m_errors);
+    m_unread = std::move(reading.m_unread);
+    return isComplete != 0 && m_errors.empty() ? 1 : 0;
+}
+
+/// 0 when a question was refused.
+int CRainITPParameters::Read(Rain::CFormReading& reading, int interactive, const std::string& forecast) {
+    const auto& form = reading.m_form;
+    m_rainfallMode = form.GetIntProperty("RAINFALL_MODE", 0, 1);
+    auto rainfall = Rain::MakeRainfall(m_rainfallMode);
+    if (rainfall)
+        rainfall->Read(reading);
+    m_rainfall = std::move(rainfall);
+    const int existingPipe = form.GetIntProperty("USE_EXISTING_PIPE", 0, 1);
+    m_useExistingPipe = existingPipe == RainChoices::KeepExistingPipe ? 1 : 0;
+    m_existingPipeGroup = existingPipe == RainChoices::ExistingPipeGroup ? 1 : 0;
     m_savePipe = form.GetIntProperty("SAVE_PIPE", 0, 1);
     m_stormCad = form.GetIntProperty("STORM_CAD", 0, 1);
     const int partialArea = form.GetIntProperty("PARTIAL_AREA_EFFECT", 0, 1);
     m_partialArea = partialArea == RainChoices::PartialAreaChains ? 1 : 0;
     m_variationSearch = partialArea == RainChoices::PartialAreaSearch ? 1 : 0;
     if (m_variationSearch != 0 && interactive != 0 &&
-        OLMGis::System::HostServices().AskYesNo(
-            m_forecastText.empty() ? Msg(AskForSearch) : Msg(AskForSearch) + "\n" + m_forecastText) == 0)
+        OLMGis::System::HostServices().AskYesNo(forecast.empty() ? Msg(AskForSearch)
+                                                                 : Msg(AskForSearch) + "\n" + forecast) == 0)
         return 0;
     m_ignoreCarrierPipes = form.GetIntProperty("IGNORE_CARRIER_PIPES", 0, 1);
     m_precision = form.GetDblProperty("PRECISION", 0.0, 1);
     m_waterViscosity = form.GetDblProperty("WATER_VISCOSITY", 0.0, 1);
-    ReadPipeGroup(form);
+    ReadPipeGroup(reading);
     m_calcStandard = form.GetIntProperty("CALC_STANDARD", 0, 1);
     m_branchingFlowTime = form.GetIntProperty("BRANCHING_FLOW_TIME", 0, 1);
-    if (m_calcStandard == RainChoices::StandardRomanian) {
-        // A text that doesn't parse means the usual coefficients, and not those of an earlier run.
-        m_roCoefficients = {};
-        const std::string text = form.GetStrProperty("RO", "", 1);
-        if (m_roCoefficients.ParseValue(text) == 0 && !text.empty())
-            m_unread.push_back(NameOf(form, "RO"));
-    }
+    auto standard = Rain::MakeStandard(m_calcStandard);
+    if (standard)
+        standard->Read(reading);
+    m_standard = std::move(standard);
     m_pipeFill = form.GetDblProperty("PIPE_FILL", 0.0, 1);
     if (m_pipeFill > 100.0 || m_pipeFill < 0.0) {
-        Complain(form, "PIPE_FILL");
+        reading.NoteError("PIPE_FILL");
         m_pipeFill = std::clamp(m_pipeFill, 0.0, 100.0);
     }
     m_minimalDiameter = form.GetIntProperty("MINIMAL_DIAMETAR", 0, 1);
     if (m_minimalDiameter < 0.0) {
         m_minimalDiameter = 0.0;
-        Complain(form, "MINIMAL_DIAMETAR");
+        reading.NoteError("MINIMAL_DIAMETAR");
     }
-    return m_errors.empty() ? 1 : 0;
+    return 1;
 }
 
-void CRainITPParameters::ReadRain(const CForm& form) {
-    m_rainfallMode = form.GetIntProperty("RAINFALL_MODE", 0, 1);
-    switch (m_rainfallMode) {
-    case RainChoices::CurveFile:
-        if (m_curves.LoadFromFile(form.GetStrProperty("FILE_PATH", "", 1)) == 0)
-            Complain(form, "FILE_PATH");
-        m_frequency = form.GetDblProperty("FREQUENCY", 0.0, 1);
-        if (m_frequency == 0.0)
-            Complain(form, "FREQUENCY");
-        break;
-    case RainChoices::Formula:
-        m_rainIntensity = form.GetDblProperty("RAIN_INTESITY", 0.0, 1);
-        m_frequencyN = form.GetDblProperty("FREQUENCY_N", 0.0, 1);
-        break;
-    case RainChoices::TurkishParameters: {
-        const std::string text = form.GetStrProperty("TURKISH", "", 1);
-        m_turkParams.Load();
-        if (m_turkParams.setValue(text) == 0 && !text.empty())
-            m_unread.push_back(NameOf(form, "TURKISH"));
-        break;
-    }
-    default:
-        break;
-    }
-}
-
-void CRainITPParameters::ReadPipeGroup(const CForm& form) {
+void CRainITPParameters::ReadPipeGroup(Rain::CFormReading& reading) {
     m_pipeGroup.reset();
     std::vector<std::string> guids;
-    CUtility::SplitString(form.GetStrProperty("PIPE_GROUP", "", 1), guids, ';');
+    CUtility::SplitString(reading.m_form.GetStrProperty("PIPE_GROUP", "", 1), guids, ';');
     if (!guids.empty())
         m_pipeGroup = CCatalogManager::Instance()->GetItemByGuid(CCatalogManager::PipeCatalog, guids.front());
     if (!m_pipeGroup) {
-        m_errors.push_back(Msg(PipeGroupName));
+        reading.m_errors.push_back(Msg(PipeGroupLabel));
         return;
     }
     auto* const pipes = CPipeManager::Instance();
     if (const auto smallest = pipes->GetPipeByInnerDiameter(m_pipeGroup->GetName(), 0.0, 1))
         m_defaultRoughness = pipes->GetPipeRoughness(smallest);
     if (m_pipeGroup->GetSubItems().empty())
-        m_errors.push_back(Msg(PipeGroupName));
+        reading.m_errors.push_back(Msg(PipeGroupLabel));
     else
         m_pipeTypeId = pipes->GetPipeTypeID(m_pipeGroup->GetSubItems().front());
-}
-
-std::string CRainITPParameters::NameOf(const CForm& form, const char* tag) {
-    const auto property = form.GetPropertyExByTag(tag);
-    return property ? property->GetName() : tag;
-}
-
-void CRainITPParameters::Complain(const CForm& form, const char* tag) {
-    m_errors.push_back(NameOf(form, tag));
 }
 
 std::string CRainITPParameters::BuildParameterErrorText() const {
@@ -129,4 +108,17 @@ std::string CRainITPParameters::BuildParameterErrorText() const {
     for (const std::string& error : m_errors)
         text += CUtility::Format("\n   - %s", error);
     return text;
+}
+
+std::vector<std::string> CRainITPParameters::ListProblems() const {
+    std::vector<std::string> lines;
+    for (const std::string& name : m_unread)
+        lines.push_back(CUtility::Format(Msg(UnreadText), name));
+    if (m_rainfall)
+        std::ranges::copy(m_rainfall->ListProblems(), std::back_inserter(lines));
+    return lines;
+}
+
+const CIDFCurves* CRainITPParameters::FindCurves() const {
+    return m_rainfall ? m_rainfall->FindCurves() : nullptr;
 }

@@ -8,7 +8,7 @@
 #include "apps/cli/ShownText.h"
 #include "apps/cli/Table.h"
 #include "host/gis_core/Utility.h"
-#include "rain/IDFCurves.h"
+#include "rain/curves/IDFCurves.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>

@@ -16,7 +16,7 @@
 #include "apps/cli/TerminalDirectionEditor.h"
 #include "host/gis_core/RunTrace.h"
 #include "host/sewage_calculations/CalculationRun.h"
-#include "rain/RainTraceNames.h"
+#include "rain/explain/RainTraceNames.h"
 
 #include <fmt/format.h>
 

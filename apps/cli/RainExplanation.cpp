@@ -8,7 +8,7 @@
 #include "host/gis_core/Utility.h"
 #include "host/network_core/Catchment.h"
 #include "host/network_core/TopologyMultiStorage.h"
-#include "rain/RainTraceNames.h"
+#include "rain/explain/RainTraceNames.h"
 
 #include <nlohmann/json.hpp>
 

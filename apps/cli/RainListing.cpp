@@ -8,7 +8,7 @@
 #include "host/project_io/base/AttributeText.h"
 #include "host/project_io/base/JsonText.h"
 #include "host/project_io/tables/CsvWriter.h"
-#include "rain/RainTraceNames.h"
+#include "rain/explain/RainTraceNames.h"
 
 #include <fmt/format.h>
 

@@ -3,8 +3,9 @@
 // The calculation sheet of one section: every formula as letters, as numbers, and where each number comes from.
 #include "apps/cli/RainExplanation.h"
 #include "apps/cli/ShownText.h"
-#include "rain/RainChoices.h"
-#include "rain/RainTraceNames.h"
+#include "rain/curves/RainChoices.h"
+#include "rain/editions/BulgarianStandard.h"
+#include "rain/explain/RainTraceNames.h"
 
 #include <fmt/format.h>
 
@@ -239,7 +240,7 @@ private:
                          N(pass.Number("filling") * height / 100.0 / 1000.0), N(pass.Number("velocity")), N(q)));
         const double length = pass.Number("length");
         const double v = pass.Number("velocity");
-        if (m_basis.Code("calc_standard") == RainChoices::StandardBulgarian)
+        if (m_basis.Code("calc_standard") == Rain::CBulgarianStandard().GetCode())
             Formula("tf = r · L / v / 60",
                     fmt::format("{} · {} / {} / 60", N(pass.Number("retention")), N(length), N(v)),
                     pass.Number("flow_time"), "min, r of the section (FLOW_BLG_RET)");

@@ -3,8 +3,8 @@
 // Rain: the first byte chooses the kind, the rest is the text: a curve file, rows of Turkish parameters, Romanian
 // coefficients. Curves stay between their own points, and texts that parse come back the same.
 #include "host/sewage_core/IDPTurkParams.h"
-#include "rain/IDFCurves.h"
-#include "rain/RORainCoefficients.h"
+#include "rain/curves/IDFCurves.h"
+#include "rain/editions/RORainCoefficients.h"
 #include "tests/fuzz/FuzzSupport.h"
 #include "tests/support/TestProject.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-#include "rain/IDFCurves.h"
+#include "rain/curves/IDFCurves.h"
 
 #include "host/gis_core/ModuleConfiguration.h"
 #include "tests/support/ReferenceTable.h"

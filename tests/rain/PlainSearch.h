@@ -2,20 +2,19 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
-#include "host/gis_core/HostServices.h"
-#include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/Utility.h"
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/sewage_core/FlowDirection.h"
-#include "rain/FlowCalculator_RainITP.h"
+#include "rain/run/NetworkWalk.h"
+#include "rain/variations/VariationData.h"
 
 #include <deque>
 #include <map>
 #include <string>
 #include <vector>
 
-/// The variation search as it is laid down, word for word: every combination is kept as a list of sections and walked
-/// whole from its heads. What the search in use is held against.
+/// The plain variation search: every combination is kept as a list of sections and walked whole from its heads. What
+/// the search in use is compared with.
 class CPlainSearch {
 public:
     using CSection = OLMGis::Topology::CSection;
@@ -31,10 +30,10 @@ public:
     };
     static constexpr std::size_t NoBest = 0xFFFFFFFF;
 
-    /// Without a calculator combinations are only counted. mostEntries and mostCombinations bound what is tried; with 0
+    /// Without a walk combinations are only counted. mostEntries and mostCombinations bound what is tried; with 0
     /// combinations the queue runs alone.
-    CPlainSearch(CFlowCalculator_RainITP* calculator, double mostEntries, double mostCombinations)
-        : m_calculator(calculator), m_mostEntries(mostEntries), m_mostCombinations(mostCombinations) {}
+    CPlainSearch(Rain::CNetworkWalk* walk, double mostEntries, double mostCombinations)
+        : m_walk(walk), m_mostEntries(mostEntries), m_mostCombinations(mostCombinations) {}
 
     int Run(const CSectionList& sections) {
         CSectionList in;
@@ -104,6 +103,7 @@ public:
     double m_entries = 0.0;
     double m_combinations = 0.0;
     double m_computations = 0.0; ///< sections of all combinations
+    Rain::CRunStop m_stop;       ///< of the combination that failed
 
 private:
     static std::string ListText(const CSectionList& combination) {
@@ -142,13 +142,15 @@ private:
     }
 
     bool Try(const CSectionPtr& s, CData& data) {
-        if (m_calculator == nullptr)
+        if (m_walk == nullptr)
             return true;
-        if (m_calculator->CalculateNetwork(data.m_combinations.back()) == 0) {
-            acedAlert(OLMGis::Utility::CModuleConfiguration::Instance()->GetMsg(2297));
+        std::vector<std::uint32_t> rows;
+        for (const auto& section : data.m_combinations.back())
+            rows.push_back(section->GetRow());
+        m_stop = m_walk->Walk(rows);
+        if (m_stop.IsStopped())
             return false;
-        }
-        const CRecordList* records = m_calculator->FindSectionDataList(s);
+        const Rain::CRecordList* records = m_walk->FindRecords(s->GetRow());
         if (records == nullptr || records->empty())
             return true; // the walk did not come to the section
         const CSectionDataIDF& record = *records->front();
@@ -159,7 +161,7 @@ private:
         return true;
     }
 
-    CFlowCalculator_RainITP* m_calculator;
+    Rain::CNetworkWalk* m_walk;
     double m_mostEntries;
     double m_mostCombinations;
 };

@@ -4,6 +4,7 @@
 
 #include "host/network_core/CustomDialogRegistry.h"
 #include "host/workspace_core/WsManager.h"
+#include "rain/editions/RORainCoefficients.h"
 #include "tests/rain/RainRun.h"
 
 #include <filesystem>

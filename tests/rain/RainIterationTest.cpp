@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 #include "host/sewage_core/FlowDirection.h"
+#include "rain/curves/FormulaRainfall.h"
 #include "tests/rain/RainRun.h"
 #include "tests/support/ReferenceTable.h"
 
@@ -76,22 +77,12 @@ TEST(RainIteration, ChainsMatchTheReferenceValuesOfTheirPasses) {
 }
 
 TEST(RainIteration, TheFormulaMatchesTheReferenceTable) {
-    const CTestProject project;
-    CFlowCalculator_RainITP calculator;
-    CSectionDataIDF record;
-    record.m_params = &calculator.GetParams();
-    calculator.GetParams().m_rainfallMode = RainChoices::Formula;
-    for (const auto& row : ReadCases("rain/reinhold.txt")) {
-        record.m_inletTime = row["T_min"];
-        calculator.GetParams().m_frequencyN = row["n"];
-        EXPECT_NEAR(calculator.GetIntensity(&record), 100.0 * row["phi_0.369"], 1e-6) << row.Name();
-    }
-    record.m_inletTime = 15.0;
-    calculator.GetParams().m_frequencyN = 1.0;
-    EXPECT_NEAR(calculator.GetIntensity(&record), 99.9083, 1e-4);
-    EXPECT_EQ(calculator.GetIntensity(nullptr), 0.0);
-    calculator.GetParams().m_rainfallMode = 7;
-    EXPECT_EQ(calculator.GetIntensity(&record), 0.0);
+    for (const auto& row : ReadCases("rain/reinhold.txt"))
+        EXPECT_NEAR(Rain::CFormulaRainfall(100.0, row["n"]).GetIntensity(row["T_min"], 1.0), 100.0 * row["phi_0.369"],
+                    1e-6)
+            << row.Name();
+    EXPECT_NEAR(Rain::CFormulaRainfall().GetIntensity(15.0, 1.0), 99.9083, 1e-4);
+    EXPECT_EQ(Rain::CRunSettings().GetIntensity(15.0, 1.0), 0.0) << "an unknown mode";
 }
 
 /// Every figure of a finished run follows from the others by another road.

@@ -75,8 +75,8 @@ struct CRainRun {
     bool Has(const char* section, const char* key) const { return net.Get(section, key).IsNotNull(); }
 
     /// The records of a section; the test fails when it has none.
-    const CRecordList& Records(const char* section) const {
-        static const CRecordList none;
+    const Rain::CRecordList& Records(const char* section) const {
+        static const Rain::CRecordList none;
         const auto* const list = calculator.FindSectionDataList(net.Section(section));
         EXPECT_TRUE(list != nullptr && !list->empty()) << section;
         return list == nullptr ? none : *list;

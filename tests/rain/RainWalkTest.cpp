@@ -3,12 +3,14 @@
 #include "host/gis_core/CoreProgressBar.h"
 #include "host/network_core/Selector.h"
 #include "host/sewage_core/FlowDirection.h"
+#include "rain/editions/TurkishRainfall.h"
+#include "rain/run/NetworkWalk.h"
 #include "tests/rain/RainRun.h"
 #include "tests/rain/RandomNetwork.h"
 #include "tests/support/WriteWatch.h"
 
-#include <boost/make_shared.hpp>
-
+#include <deque>
+#include <memory>
 #include <numeric>
 #include <set>
 
@@ -43,16 +45,18 @@ struct CBranch {
 };
 
 /// "name index count" of what goes on.
-std::string Choose(const std::vector<CBranch>& branches, const CRainITPParameters& params) {
-    CNodeDataIDF node("N", static_cast<int>(branches.size()), params);
+std::string Choose(const std::vector<CBranch>& branches, const Rain::CRunSettings& settings) {
+    CNodeDataIDF node("N", static_cast<int>(branches.size()), settings);
+    std::deque<CSectionDataIDF> records;
     for (const CBranch& branch : branches) {
         for (const auto& [time, flow] : branch.m_records) {
-            const auto record = boost::make_shared<CSectionDataIDF>();
-            record->m_name = branch.m_name;
-            record->m_upstreamTime = time;
-            record->m_inletTime = 100.0 - time;
-            record->m_flow = flow;
-            node.AddResult(record);
+            CSectionDataIDF& record = records.emplace_back();
+            record.m_name = branch.m_name;
+            record.m_upstreamTime = time;
+            record.m_inletTime = 100.0 - time;
+            record.m_flow = flow;
+            record.m_params = &settings;
+            node.AddResult(&record);
         }
     }
     const auto chosen = node.ChooseUpstream();
@@ -96,14 +100,13 @@ TEST(RainWalk, TheBranchThatGoesOnIsChosenByTimeThenByFlow) {
            {{"a", {{3, 1}}}, {"b", {{2.9, 2}, {2.9, 9}}}, {"c", {{2.8, 3}}}},
            "c 0 1"},
           {"time zero is near to nothing", 11088, 1, {{"a", {{0, 1}}}, {"b", {{0, 2}}}}, "a 0 1"}}) {
-        CRainITPParameters params;
-        params.m_rainfallMode = RainChoices::Formula;
-        params.m_branchingFlowTime = row.m_rule;
-        params.m_partialArea = row.m_partialArea;
-        EXPECT_EQ(Choose(row.m_branches, params), row.m_chosen) << row.m_case;
+        Rain::CRunSettings settings;
+        settings.m_branchingFlowTime = row.m_rule;
+        settings.m_partialArea = row.m_partialArea;
+        EXPECT_EQ(Choose(row.m_branches, settings), row.m_chosen) << row.m_case;
     }
-    CRainITPParameters turkish;
-    turkish.m_rainfallMode = RainChoices::TurkishParameters; // inlet and flow time count, here 97 and 98
+    Rain::CRunSettings turkish;
+    turkish.m_rainfall = std::make_shared<Rain::CTurkishRainfall>(); // inlet and flow time count, here 97 and 98
     EXPECT_EQ(Choose({{"a", {{3, 1}}}, {"b", {{2, 1}}}}, turkish), "b 0 1");
 }
 
@@ -194,25 +197,24 @@ TEST(RainWalk, AreasAreThoseOfAllSectionsUpstream) {
         const CRandomNetwork network(
             dice, {.m_mostSections = 25, .m_reliefs = 30, .m_rings = static_cast<std::size_t>(seed % 2 * 10)});
         const auto& sections = Topology::CTopologyMultiStorage::Instance()->GetActiveTopology()->GetSections();
-        CFlowCalculator_RainITP calculator;
-        calculator.GetParams().m_rainfallMode = RainChoices::Formula;
-        calculator.GetParams().m_rainIntensity = 0.0; // areas alone: no pipe is sought
+        const Rain::CRunSettings settings; // without rain no pipe is chosen
         std::vector<boost::shared_ptr<Topology::CSection>> some;
         for (const auto& section : sections)
             if (seed % 3 == 0 || dice.Chance(85))
                 some.push_back(section);
-        calculator.BeginRun();
-        ASSERT_EQ(calculator.CalculateNetwork(some), 1);
+        const Rain::CRunInput input(Rain::CRunNetwork(some), settings);
+        Rain::CNetworkWalk walk(input, settings);
+        ASSERT_FALSE(walk.Walk(input.GetRows()).IsStopped());
         for (const auto& section : some) {
-            const auto* const list = calculator.FindSectionDataList(section);
+            const auto* const list = walk.FindRecords(section->GetRow());
             if (list == nullptr || list->empty())
                 continue;
             ++computed;
             std::vector<boost::shared_ptr<Topology::CSection>> upstream;
             section->GetPreviousSections(upstream);
-            double area = calculator.GetOwnArea(section);
+            double area = input.Of(section->GetRow()).m_ownArea;
             for (const auto& above : upstream)
-                area += calculator.IsSelected(above) ? calculator.GetOwnArea(above) : 0.0;
+                area += walk.IsSelected(above->GetRow()) ? input.Of(above->GetRow()).m_ownArea : 0.0;
             EXPECT_NEAR(list->front()->m_totalArea, area, 1e-12 * area) << section->GetName();
         }
     }
@@ -230,7 +232,7 @@ TEST(RainWalk, ACancelledRunStoresNothing) {
     EXPECT_TRUE(bar->IsCancelled());
     bar->RestoreState();
     EXPECT_EQ(watch.GetKeys(), "");
-    EXPECT_EQ(run.calculator.GetSectionData().GetCount(), 0U);
+    EXPECT_EQ(run.calculator.FindSectionDataList(run.net.Section("AB")), nullptr);
     run.host.m_progressCallsUntilCancel = -1;
     EXPECT_EQ(run.Calculate(), 1);
     const std::string keys = "FLOW_IDF_INTENSITY FLOW_IDF_CONC_TIME FLOW_IDF_MJ_TIME FLOW_IDF_TIME FLOW_RAIN_IDF "
@@ -264,10 +266,8 @@ TEST(RainWalk, LongLinesNeedNoDepth) {
     const std::string last = "s" + std::to_string(Count - 1);
     EXPECT_EQ(run.Value(last.c_str(), "FLOW_IDF_AREA_CORRECTED_TOTAL"), Count / 1024.0);
     EXPECT_GT(run.Value(last.c_str(), "FLOW_IDF_MJ_TIME"), run.Value("s0", "FLOW_IDF_MJ_TIME"));
-    const auto kept = run.Records(last.c_str()).front();
-    EXPECT_EQ(run.calculator.CalculateNetwork({}), 1); // lets go of all records but the kept one and its path
     int length = 0;
-    for (const auto* record = kept.get(); record != nullptr; record = record->m_previous.get())
+    for (const auto* record = &run.Record(last.c_str()); record != nullptr; record = record->m_previous)
         ++length;
     EXPECT_EQ(length, Count);
 }
