@@ -29,12 +29,13 @@ using OLMGis::Sewage::CFlowCalculatorParameters;
 using OLMGis::Sewage::CReport;
 using OLMGis::Sewage::IUserInteraction;
 using OLMGis::Topology::CPropertyEx;
-using OLMGis::Utility::CCoreProgressBar;
 using OLMGis::Utility::CModuleConfiguration;
 using OLMGis::Utility::CPerformanceTimer;
+using OLMGis::Utility::CProgress;
 using OLMGis::Utility::CReportFile;
 using OLMGis::Utility::CRunTrace;
 using OLMGis::Utility::CUtility;
+using OLMGis::Utility::Msg;
 using OLMGis::Workspace::CLogLine;
 using OLMGis::Workspace::CWsManager;
 using Rain::CRunStop;
@@ -57,16 +58,19 @@ constexpr int SearchCaption = 70140;
 constexpr const char* IdfOut = "IDFOut.txt";
 constexpr const char* Variations = "variations.txt";
 
-const std::string& Msg(int number) {
-    return CModuleConfiguration::Instance()->GetMsg(number);
-}
-
 /// Path of a report.
 std::string ReportPath(const char* name) {
     std::string folder = CModuleConfiguration::Instance()->GetPath("install");
     if (!folder.ends_with('/'))
         folder += '/';
     return CUtility::Format("%s%s", folder, name);
+}
+
+constexpr std::size_t ProgressRange = 10000;
+
+/// Place in the range of the progress bar: combinations may be more than it counts.
+std::size_t ShareOf(std::uint64_t done, double total) {
+    return static_cast<std::size_t>(std::min(1.0, static_cast<double>(done) / std::max(1.0, total)) * ProgressRange);
 }
 
 std::string ShowProblem(const CRunStop& stop, const Rain::CRunSettings& settings) {
@@ -132,28 +136,6 @@ struct CFlowCalculator_RainITP::CRun {
     std::optional<Rain::CRunInput> m_input;
     std::optional<Rain::CNetworkWalk> m_walk;
     std::optional<Rain::CVariationSearch> m_search;
-};
-
-/// The progress bar for one operation, given back as it was found.
-class CFlowCalculator_RainITP::CBar {
-public:
-    CBar(const std::string& caption, double total) : m_total(total) {
-        CCoreProgressBar::Instance()->SaveState();
-        CCoreProgressBar::Instance()->Show(caption, 0, Range);
-    }
-    ~CBar() { CCoreProgressBar::Instance()->RestoreState(); }
-    CBar(const CBar&) = delete;
-    CBar& operator=(const CBar&) = delete;
-
-    /// False when the user cancelled.
-    bool GoOn(std::uint64_t done) const {
-        const double share = std::min(1.0, static_cast<double>(done) / std::max(1.0, m_total));
-        return CCoreProgressBar::Instance()->SetPosition(static_cast<int>(share * Range)) != 0;
-    }
-
-private:
-    static constexpr int Range = 10000;
-    double m_total;
 };
 
 CFlowCalculator_RainITP::CFlowCalculator_RainITP() {
@@ -278,10 +260,10 @@ int CFlowCalculator_RainITP::Run() {
 
 CRunStop CFlowCalculator_RainITP::Walk() {
     const auto& rows = m_run->m_network.GetRows();
-    const CBar bar(GetCalculatorName(), static_cast<double>(rows.size()));
+    CProgress progress(GetCalculatorName(), rows.size());
     m_run->m_input.emplace(m_run->m_network, m_params);
     m_run->m_walk.emplace(*m_run->m_input, m_params);
-    return m_run->m_walk->Walk(rows, [&bar](std::uint64_t done) { return bar.GoOn(done); });
+    return m_run->m_walk->Walk(rows, [&progress](std::uint64_t done) { return progress.GoOn(done); });
 }
 
 CRunStop CFlowCalculator_RainITP::Search() {
@@ -290,10 +272,11 @@ CRunStop CFlowCalculator_RainITP::Search() {
     timers->StartTimer(timer);
     CRunStop stop;
     {
-        const CBar bar(Msg(SearchCaption), m_run->m_plan->m_forecast.m_total);
+        CProgress progress(Msg(SearchCaption), ProgressRange);
+        const double total = m_run->m_plan->m_forecast.m_total;
         m_run->m_input.emplace(m_run->m_network, m_params);
         m_run->m_search.emplace(*m_run->m_input, m_params, *m_run->m_plan);
-        stop = m_run->m_search->Run([&bar](std::uint64_t done) { return bar.GoOn(done); });
+        stop = m_run->m_search->Run([&](std::uint64_t done) { return progress.GoOn(ShareOf(done, total)); });
     }
     if (stop.IsStopped())
         return stop;
@@ -340,11 +323,12 @@ void CFlowCalculator_RainITP::WriteVariationsFile() {
     CReportFile file(path);
     if (!file.IsOpen())
         return;
-    const CBar bar(Variations, m_run->m_plan->m_forecast.m_total + 1.0);
+    CProgress progress(Variations, ProgressRange);
+    const double total = m_run->m_plan->m_forecast.m_total + 1.0;
     const bool isWhole =
         Rain::WriteVariations(*m_run->m_input, *m_run->m_search, [&](std::string_view text, std::uint64_t written) {
             file.Append(text);
-            return bar.GoOn(written);
+            return progress.GoOn(ShareOf(written, total));
         });
     // A file that was cancelled or did not fit on the disk is taken back whole.
     if (isWhole && file.Close())

@@ -68,7 +68,6 @@ public:
 
 private:
     struct CRun;
-    class CBar;
 
     int Run();
     Rain::CRunStop Walk();

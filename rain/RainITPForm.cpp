@@ -2,7 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "rain/RainITPForm.h"
 
-#include "flow/CalculatorForm.h"
+#include "flow/FormFields.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/Utility.h"
 #include "rain/curves/FormFields.h"
@@ -12,14 +12,14 @@
 
 #include <boost/make_shared.hpp>
 
-using CalculatorForm::MakeConstraints;
+using Flow::MakeConstraints;
 using OLMGis::Data::CDataBox;
 using OLMGis::Sewage::CFlowCalculatorParameters;
 using OLMGis::Topology::CConstraints;
 using OLMGis::Topology::CPropertyEx;
 using OLMGis::Topology::enmPropertyEditorType;
-using OLMGis::Utility::CModuleConfiguration;
 using OLMGis::Utility::CUtility;
+using OLMGis::Utility::Msg;
 
 namespace {
 
@@ -50,11 +50,7 @@ constexpr int PipeFillLabel = 2294;
 constexpr int MinimalDiameterLabel = 2295;
 
 Rain::CCategoryPtr AddCategory(CFlowCalculatorParameters& parameters, int nameMessage) {
-    return CalculatorForm::AddCategory(parameters, parameters.m_properties->GetMaxCategoryOrd() + 1, nameMessage);
-}
-
-void AddNumber(const Rain::CCategoryPtr& category, const char* tag, int message, const CDataBox& value) {
-    CalculatorForm::AddProperty(category, tag, enmPropertyEditorType::Edit, message, value);
+    return Flow::AddCategory(parameters, parameters.m_properties->GetMaxCategoryOrd() + 1, nameMessage);
 }
 
 /// The source of the rain with the fields of each choice.
@@ -63,8 +59,7 @@ void AddRain(CFlowCalculatorParameters& parameters) {
     const auto rainfalls = Rain::MakeRainfalls();
     const auto choices = boost::make_shared<CConstraints>();
     for (const auto& rainfall : rainfalls)
-        Rain::AddConstraint(*choices, CModuleConfiguration::Instance()->GetMsg(rainfall->GetMode()),
-                            rainfall->GetMode());
+        Rain::AddConstraint(*choices, Msg(rainfall->GetMode()), rainfall->GetMode());
     const auto mode = Rain::AddChoices(category, "RAINFALL_MODE", RainfallModeLabel, choices);
     std::vector<int> modes;
     std::vector<Rain::CShownField> fields;
@@ -103,14 +98,14 @@ void AddSettings(CFlowCalculatorParameters& parameters) {
                      MakeConstraints({{PartialAreaOff, 0},
                                       {PartialAreaByChains, RainChoices::PartialAreaChains},
                                       {PartialAreaBySearch, RainChoices::PartialAreaSearch}}));
-    CalculatorForm::AddCheckBox(category, IgnoreCarriers, IgnoreCarriersLabel);
+    Flow::AddCheckBox(category, IgnoreCarriers, IgnoreCarriersLabel);
     Rain::AddChoices(category, "USE_EXISTING_PIPE", UseExistingPipeLabel,
                      MakeConstraints({{IgnoreExistingPipe, 0},
                                       {KeepExistingPipe, RainChoices::KeepExistingPipe},
                                       {TakeExistingGroup, RainChoices::ExistingPipeGroup}}));
-    CalculatorForm::AddCheckBox(category, "SAVE_PIPE", SavePipeLabel);
-    AddNumber(category, "PRECISION", PrecisionLabel, 0.5);
-    AddNumber(category, "WATER_VISCOSITY", ViscosityLabel, 0.000001);
+    Flow::AddCheckBox(category, "SAVE_PIPE", SavePipeLabel);
+    Flow::AddNumber(category, "PRECISION", PrecisionLabel, 0.5);
+    Flow::AddNumber(category, "WATER_VISCOSITY", ViscosityLabel, 0.000001);
     const auto group =
         Rain::AddField(category, "PIPE_GROUP", enmPropertyEditorType::CatalogPicker, PipeGroupLabel, "", "", "", "");
     group->SetCIPicker_CatalogId("PIPE");
@@ -129,12 +124,12 @@ void AddSettings(CFlowCalculatorParameters& parameters) {
 } // namespace
 
 boost::shared_ptr<CFlowCalculatorParameters> RainITPForm::Make() {
-    auto parameters = CalculatorForm::MakeParameters();
+    auto parameters = Flow::MakeParameters();
     AddRain(*parameters);
     AddSettings(*parameters);
     const auto limits = AddCategory(*parameters, LimitsCategory);
-    AddNumber(limits, "PIPE_FILL", PipeFillLabel, 100);
-    AddNumber(limits, "MINIMAL_DIAMETAR", MinimalDiameterLabel, 0);
+    Flow::AddNumber(limits, "PIPE_FILL", PipeFillLabel, 100);
+    Flow::AddNumber(limits, "MINIMAL_DIAMETAR", MinimalDiameterLabel, 0);
     return parameters;
 }
 

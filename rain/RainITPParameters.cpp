@@ -15,8 +15,8 @@
 using OLMGis::Sewage::CFlowCalculatorParameters;
 using OLMGis::Topology::CCatalogManager;
 using OLMGis::Topology::CPipeManager;
-using OLMGis::Utility::CModuleConfiguration;
 using OLMGis::Utility::CUtility;
+using OLMGis::Utility::Msg;
 
 namespace {
 
@@ -25,10 +25,6 @@ constexpr int PipeGroupLabel = 2291;
 constexpr int BadParameters = 11047;
 constexpr int AskForSearch = 11097;
 constexpr int UnreadText = 70133;
-
-const std::string& Msg(int number) {
-    return CModuleConfiguration::Instance()->GetMsg(number);
-}
 
 } // namespace
 

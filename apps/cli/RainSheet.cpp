@@ -4,28 +4,29 @@
 #include "apps/cli/RainExplanation.h"
 #include "apps/cli/ShownText.h"
 #include "rain/curves/RainChoices.h"
-#include "rain/editions/BulgarianStandard.h"
+#include "rain/editions/Editions.h"
 #include "rain/explain/RainTraceNames.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace Cli {
 
 namespace {
 
-/// Seven digits: enough to reckon on, few enough to read.
 std::string N(double number) {
-    return fmt::format("{:.7g}", number);
+    return Rain::ShowNumber(number);
 }
 
 class CSheet {
 public:
     CSheet(std::ostream& stream, const CRainExplanation& explanation)
         : m_stream(stream), m_explanation(explanation), m_basis(explanation.m_basis.front()),
-          m_mode(m_basis.Code("rainfall_mode")) {}
+          m_rainfall(Rain::MakeRainfall(m_basis.Code("rainfall_mode"))),
+          m_standard(Rain::MakeStandard(m_basis.Code("calc_standard"))) {}
 
     void Print() {
         const std::string head =
@@ -44,7 +45,12 @@ public:
     }
 
 private:
-    bool IsTurkish() const { return m_mode == RainChoices::TurkishParameters; }
+    bool HasRunningInletTime() const { return m_rainfall && m_rainfall->HasRunningInletTime(); }
+
+    static Rain::CExplainedNumbers NumbersOf(const CTraceValues& values) {
+        return {[&values](std::string_view name) { return values.Number(name); },
+                [&values](std::string_view name) { return values.Has(name); }};
+    }
 
     void Line(std::string_view text) { m_stream << text << '\n'; }
     void Field(std::string_view name, std::string_view text) { Line(fmt::format("  {:<10}{}", name, text)); }
@@ -55,15 +61,8 @@ private:
     }
 
     void PrintBasis() {
-        if (m_mode == RainChoices::CurveFile)
-            Field("rain", fmt::format("curve {} of {}, linear between its points, level outside (FREQUENCY, FILE_PATH)",
-                                      N(m_basis.Number("frequency")), OnOneLine(m_basis.Text("curve_file"))));
-        else if (m_mode == RainChoices::Formula)
-            Field("rain", fmt::format("base intensity {} l/(s·ha) (RAIN_INTESITY), frequency n = {} 1/year "
-                                      "(FREQUENCY_N)",
-                                      N(m_basis.Number("base_intensity")), N(m_basis.Number("frequency_n"))));
-        else
-            Field("rain", "Turkish parameters: a row of A, B and C by area (TURKISH)");
+        if (m_rainfall)
+            Field("rain", m_rainfall->ShowSource(NumbersOf(m_basis), OnOneLine(m_basis.Text("curve_file"))));
         const double least = m_basis.Number("minimal_diameter");
         Field("pipes", fmt::format("of \"{}\" (PIPE_GROUP), filled to {} % at most (PIPE_FILL){}",
                                    OnOneLine(m_basis.Text("pipe_group")), N(m_basis.Number("pipe_fill")),
@@ -71,7 +70,7 @@ private:
         Field("water",
               fmt::format("viscosity nu = {} m²/s (WATER_VISCOSITY), g = 9.81 m/s²", N(m_basis.Number("viscosity"))));
         const int rule = m_basis.Code("time_rule");
-        if (!IsTurkish())
+        if (!HasRunningInletTime())
             Field("times", fmt::format("along the path {} (STORM_CAD)",
                                        rule == RainChoices::TimeToLowerEnd   ? "down to the lower end of a section"
                                        : rule == RainChoices::TimeToUpperEnd ? "down to the upper end of a section"
@@ -89,20 +88,17 @@ private:
 
     void PrintFormulas() {
         Line("\nFormulas");
-        Field("t", IsTurkish() ? "= tin + tf, concentration time, min" : "= tin + T, concentration time, min");
-        if (m_mode == RainChoices::Formula)
-            Field("i", "= (1 / n^0.25 - 0.369) · 38 / (t + 9) · i0, intensity, l/(s·ha)");
-        else if (IsTurkish())
-            Field("i", "= A / (t + B)^C, intensity, l/(s·ha)");
-        else
-            Field("i", "= i1 + (i2 - i1) · (t - t1) / (t2 - t1) between two points of the curve, intensity, l/(s·ha)");
+        Field("t",
+              HasRunningInletTime() ? "= tin + tf, concentration time, min" : "= tin + T, concentration time, min");
+        if (m_rainfall)
+            Field("i", m_rainfall->ShowFormula());
         Field("Q", "= F · i / 1000, flow, m³/s, of the effective area F, ha");
         Field("v(h)",
               "= -2 · r · log10(2.51 · nu / (4 · R · r) + k / (14.84 · R)), r = sqrt(8 · g · R · I), all in m and s");
         Field("Q(h)", "= A(h) · v(h); A and R: wetted area and hydraulic radius at the depth h");
         Field("d", "diameter whose full circle carries Q; the catalogue gives the next pipe; filling 100 · h / H");
         Field("tf", "= L / v / 60, flow time, min");
-        if (!IsTurkish())
+        if (!HasRunningInletTime())
             Field("T", "time along the path, min");
     }
 
@@ -145,7 +141,8 @@ private:
         }
         Line(fmt::format("\nSection {}, {}", name, above));
         Line(fmt::format("    tin = {} min ({})", N(first.Number("inlet_time")),
-                         IsTurkish() && step.FindTaken() != nullptr ? "tin + tf of the section above" : "FLOW_INTIME"));
+                         HasRunningInletTime() && step.FindTaken() != nullptr ? "tin + tf of the section above"
+                                                                              : "FLOW_INTIME"));
         Line(fmt::format("    L = {} m (plan length), I = {} / 1000 (SECTION_SLOPE)", N(first.Number("length")),
                          N(first.Number("slope"))));
         const double area = first.Number("effective_area");
@@ -158,19 +155,20 @@ private:
     void PrintPass(const CRainExplanation::CStep& step, const CTraceValues& pass) {
         Line(fmt::format("  pass {}", pass.Code("pass")));
         const double t = pass.Number("concentration_time");
-        Formula(IsTurkish() ? "t = tin + tf" : "t = tin + T",
+        Formula(HasRunningInletTime() ? "t = tin + tf" : "t = tin + T",
                 fmt::format("{} + {}", N(pass.Number("inlet_time")), N(pass.Number("time_before"))), t, "min");
-        PrintIntensity(pass, t);
+        PrintIntensity(pass);
         const double i = pass.Number("intensity");
         const double q = pass.Number("flow");
-        if (pass.Has("coefficient"))
-            Formula("Q = c · F · i / 1000",
-                    fmt::format("{} · {} · {} / 1000", N(pass.Number("coefficient")), N(pass.Number("effective_area")),
-                                N(i)),
-                    q, "m³/s, c of the standard (RO)");
-        else
-            Formula("Q = F · i / 1000", fmt::format("{} · {} / 1000", N(pass.Number("effective_area")), N(i)), q,
-                    "m³/s");
+        const std::string area = N(pass.Number("effective_area"));
+        if (pass.Has("coefficient") && m_standard) {
+            const Rain::CShownFactor factor = m_standard->ShowFlowFactor();
+            Formula(fmt::format("Q = {} · F · i / 1000", factor.m_letter),
+                    fmt::format("{} · {} · {} / 1000", N(pass.Number("coefficient")), area, N(i)), q,
+                    fmt::format("m³/s, {}", factor.m_source));
+        } else {
+            Formula("Q = F · i / 1000", fmt::format("{} · {} / 1000", area, N(i)), q, "m³/s");
+        }
         if (pass.Has("pipe"))
             PrintPipe(pass, q);
         else
@@ -185,39 +183,14 @@ private:
                                                           : "another pass"));
     }
 
-    void PrintIntensity(const CTraceValues& pass, double t) {
-        const double i = pass.Number("intensity");
-        if (m_mode == RainChoices::Formula) {
-            const std::string n = N(m_basis.Number("frequency_n"));
-            Formula(
-                "i",
-                fmt::format("(1 / {}^0.25 - 0.369) · 38 / ({} + 9) · {}", n, N(t), N(m_basis.Number("base_intensity"))),
-                i, "l/(s·ha)");
+    void PrintIntensity(const CTraceValues& pass) {
+        if (!m_rainfall)
             return;
-        }
-        if (IsTurkish()) {
-            const bool isConstant = m_basis.Has("constant_time");
-            Formula("i",
-                    fmt::format("{} / ({} + {})^{}", N(pass.Number("row_a")),
-                                N(isConstant ? m_basis.Number("constant_time") : t), N(pass.Number("row_b")),
-                                N(pass.Number("row_c"))),
-                    i,
-                    fmt::format("l/(s·ha), row up to {} ha{}", N(pass.Number("row_limit")),
-                                isConstant ? ", constant time" : ""));
-            return;
-        }
-        const double t1 = pass.Number("duration_below");
-        const double t2 = pass.Number("duration_above");
-        const double i1 = pass.Number("intensity_below");
-        const double i2 = pass.Number("intensity_above");
-        if (t1 == t2)
-            Line(fmt::format("    i = {} l/(s·ha), {}point ({}; {}) of the curve", N(i),
-                             t == t1 ? "" : "held from the ", N(t1), N(i1)));
+        const Rain::CSheetFormula shown = m_rainfall->ShowIntensity(NumbersOf(m_basis), NumbersOf(pass));
+        if (shown.m_letters.empty())
+            Line("    " + shown.m_unit);
         else
-            Formula(
-                "i",
-                fmt::format("{} + ({} - {}) · ({} - {}) / ({} - {})", N(i1), N(i2), N(i1), N(t), N(t1), N(t2), N(t1)),
-                i, fmt::format("l/(s·ha), points ({}; {}) and ({}; {})", N(t1), N(i1), N(t2), N(i2)));
+            Formula(shown.m_letters, shown.m_numbers, pass.Number("intensity"), shown.m_unit);
     }
 
     void PrintPipe(const CTraceValues& pass, double q) {
@@ -240,16 +213,19 @@ private:
                          N(pass.Number("filling") * height / 100.0 / 1000.0), N(pass.Number("velocity")), N(q)));
         const double length = pass.Number("length");
         const double v = pass.Number("velocity");
-        if (m_basis.Code("calc_standard") == Rain::CBulgarianStandard().GetCode())
-            Formula("tf = r · L / v / 60",
-                    fmt::format("{} · {} / {} / 60", N(pass.Number("retention")), N(length), N(v)),
-                    pass.Number("flow_time"), "min, r of the section (FLOW_BLG_RET)");
-        else
-            Formula("tf = L / v / 60", fmt::format("{} / {} / 60", N(length), N(v)), pass.Number("flow_time"), "min");
+        const std::string time = fmt::format("{} / {} / 60", N(length), N(v));
+        if (m_standard && m_standard->FindTimeFactor() != nullptr) {
+            const Rain::CShownFactor factor = m_standard->ShowTimeFactor();
+            Formula(fmt::format("tf = {} · L / v / 60", factor.m_letter),
+                    fmt::format("{} · {}", N(pass.Number("retention")), time), pass.Number("flow_time"),
+                    fmt::format("min, {}", factor.m_source));
+        } else {
+            Formula("tf = L / v / 60", time, pass.Number("flow_time"), "min");
+        }
     }
 
     void PrintTimes(const CTraceValues& pass) {
-        if (IsTurkish())
+        if (HasRunningInletTime())
             return;
         const double above = pass.Number("upstream_time_above");
         const double result = pass.Number("upstream_time");
@@ -278,7 +254,8 @@ private:
     std::ostream& m_stream;
     const CRainExplanation& m_explanation;
     const CTraceValues& m_basis;
-    int m_mode;
+    const std::unique_ptr<const Rain::CRainfall> m_rainfall;       ///< null for an unknown mode
+    const std::unique_ptr<const Rain::CDesignStandard> m_standard; ///< null for an unknown one
 };
 
 } // namespace

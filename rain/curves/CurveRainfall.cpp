@@ -10,8 +10,8 @@
 
 using OLMGis::Data::CDataBox;
 using OLMGis::Topology::enmPropertyEditorType;
-using OLMGis::Utility::CModuleConfiguration;
 using OLMGis::Utility::CUtility;
+using OLMGis::Utility::Msg;
 
 namespace Rain {
 
@@ -52,7 +52,7 @@ std::vector<std::string> CCurveRainfall::ListProblems() const {
         return lines;
     for (const CIDFCurves::CProblem& problem : m_curves.GetProblems()) {
         const bool isOfFile = problem.m_line == 0;
-        const auto& format = CModuleConfiguration::Instance()->GetMsg(isOfFile ? ProblemOfFile : ProblemOfLine);
+        const auto& format = Msg(isOfFile ? ProblemOfFile : ProblemOfLine);
         lines.push_back(isOfFile ? CUtility::Format(format, m_curves.GetPath(), problem.m_text)
                                  : CUtility::Format(format, m_curves.GetPath(), problem.m_line, problem.m_text));
     }
@@ -92,11 +92,11 @@ CSheetFormula CCurveRainfall::ShowIntensity(const CExplainedNumbers& /*basis*/, 
     const std::string i1 = show("intensity_below");
     const std::string i2 = show("intensity_above");
     if (pass.m_number("duration_below") == pass.m_number("duration_above"))
-        return {
-            "", "",
-            fmt::format("i = {} l/(s·ha), {}point ({}; {}) of the curve", show("intensity"),
-                        pass.m_number("concentration_time") == pass.m_number("duration_below") ? "" : "held from the ",
-                        t1, i1)};
+        return {"", "",
+                fmt::format(
+                    "i = {} l/(s·ha), {}point ({}; {}) of the curve", show("intensity"),
+                    pass.m_number("concentration_time") == pass.m_number("duration_below") ? "" : "constant from the ",
+                    t1, i1)};
     return {"i", fmt::format("{} + ({} - {}) · ({} - {}) / ({} - {})", i1, i2, i1, t, t1, t2, t1),
             fmt::format("l/(s·ha), points ({}; {}) and ({}; {})", t1, i1, t2, i2)};
 }

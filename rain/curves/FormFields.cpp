@@ -14,8 +14,8 @@ using OLMGis::Topology::CConstraint;
 using OLMGis::Topology::CConstraints;
 using OLMGis::Topology::CPropertyEx;
 using OLMGis::Topology::enmPropertyEditorType;
-using OLMGis::Utility::CModuleConfiguration;
 using OLMGis::Utility::CUtility;
+using OLMGis::Utility::Msg;
 
 namespace Rain {
 
@@ -34,7 +34,7 @@ CPropertyPtr AddField(const CCategoryPtr& category, const char* tag, enmProperty
 
 CPropertyPtr AddDialogField(const CCategoryPtr& category, const char* tag, int message, const CDataBox& hidden,
                             const char* controlId) {
-    const CDataBox shown(CModuleConfiguration::Instance()->GetMsg(EditParameters));
+    const CDataBox shown(Msg(EditParameters));
     auto property = AddField(category, tag, enmPropertyEditorType::CustomDialog, message, shown, hidden, shown, hidden);
     property->SetCustomCtrlId(controlId);
     return property;

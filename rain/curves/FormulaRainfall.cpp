@@ -2,15 +2,12 @@
 // Copyright (C) the Drenova authors
 #include "rain/curves/FormulaRainfall.h"
 
-#include "flow/CalculatorForm.h"
+#include "flow/FormFields.h"
 #include "rain/curves/RainChoices.h"
 
 #include <fmt/format.h>
 
 #include <cmath>
-#include <tuple>
-
-using OLMGis::Topology::enmPropertyEditorType;
 
 namespace Rain {
 
@@ -26,9 +23,8 @@ int CFormulaRainfall::GetMode() const {
 }
 
 std::vector<const char*> CFormulaRainfall::AddFields(const CCategoryPtr& category) const {
-    for (const auto& [tag, label, value] :
-         {std::tuple("RAIN_INTESITY", IntensityLabel, 100.0), {"FREQUENCY_N", FrequencyLabel, 1.0}})
-        CalculatorForm::AddProperty(category, tag, enmPropertyEditorType::Edit, label, value);
+    Flow::AddNumber(category, "RAIN_INTESITY", IntensityLabel, 100.0);
+    Flow::AddNumber(category, "FREQUENCY_N", FrequencyLabel, 1.0);
     return {"RAIN_INTESITY", "FREQUENCY_N"};
 }
 

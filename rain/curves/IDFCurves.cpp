@@ -14,8 +14,8 @@
 #include <istream>
 #include <sstream>
 
-using OLMGis::Utility::CModuleConfiguration;
 using OLMGis::Utility::CUtility;
+using OLMGis::Utility::Msg;
 
 namespace {
 
@@ -34,10 +34,6 @@ constexpr int NoFrequency = 70128;
 constexpr int NoPoints = 70129;
 constexpr int NotWholeNumber = 70130;
 constexpr int NoCurve = 70131;
-
-const std::string& Msg(int number) {
-    return CModuleConfiguration::Instance()->GetMsg(number);
-}
 
 } // namespace
 

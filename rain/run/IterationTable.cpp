@@ -7,8 +7,8 @@
 #include "host/network_core/PipeManager.h"
 
 using OLMGis::Topology::CPipeManager;
-using OLMGis::Utility::CModuleConfiguration;
 using OLMGis::Utility::CUtility;
+using OLMGis::Utility::Msg;
 
 namespace Rain {
 
@@ -31,7 +31,7 @@ constexpr int EffectiveAreaLabel = 2311;
 constexpr int InnerDiameterLabel = 7495;
 
 std::string Head(const char* format, int message) {
-    return CUtility::Format(format, CModuleConfiguration::Instance()->GetMsg(message));
+    return CUtility::Format(format, Msg(message));
 }
 
 std::string Number(double value) {

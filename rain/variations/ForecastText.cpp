@@ -16,6 +16,7 @@
 using OLMGis::System::AvailableResources;
 using OLMGis::Utility::CModuleConfiguration;
 using OLMGis::Utility::CUtility;
+using OLMGis::Utility::Msg;
 
 namespace Rain {
 
@@ -29,10 +30,6 @@ constexpr int SearchMemory = 70144;
 constexpr int SearchDisk = 70145;
 constexpr int SearchNumbers = 70146;
 constexpr int ChainMemory = 70147;
-
-const std::string& Msg(int number) {
-    return CModuleConfiguration::Instance()->GetMsg(number);
-}
 
 /// A whole number, beyond 15 digits by its magnitude.
 std::string ShowCount(double count) {
