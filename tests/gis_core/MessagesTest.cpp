@@ -137,27 +137,39 @@ TEST(Messages, RomanianLettersHaveCommasBelow) {
 
 namespace {
 
-/// How the code names a message by a bare number. A number computed or held in a variable is not seen here.
+/// Where code names a message: each pattern's group is its number or the name of its constant. A number that is
+/// computed or stored in a variable is not seen here.
 const std::vector<std::regex>& MessageUses() {
     static const std::vector<std::regex> uses = {
-        std::regex(R"(\b(?:GetMsg|SetMsgName|SetMsgDescription|SetMsgLabel)\(([0-9]{1,6})\))"),
+        std::regex(R"(\b(?:GetMsg|Msg|SetMsgName|SetMsgDescription|SetMsgLabel)\((?:[^()]*\? )?([\w:]+)\))"),
+        std::regex(R"(\b(?:GetMsg|Msg)\([^()]*\? ([\w:]+) : \w+\))"),
         // a row of a report: row(2066, value)
-        std::regex(R"(\brow\(([0-9]{1,6}),)"),
+        std::regex(R"(\brow\(([\w:]+),)"),
         // a line of the log, behind its type: log(4, 61031)
-        std::regex(R"(\blog\([0-9], ?([0-9]{1,6})\))"),
+        std::regex(R"(\blog\([0-9], ?([\w:]+)\))"),
         // a category of a form: AddCategory(parameters, 0, 464)
-        std::regex(R"(\bAddCategory\([^;"]{0,80}, ?([0-9]{1,6})\))"),
-        // a property of a form: AddProperty(category, "TAG", Edit, 2067, 4.0), add("TAG", 2066, 150), {"TAG", 2147, …}
-        std::regex(R"re((?:\b[Aa]dd\w*\([^;"]{0,80}|\{)"[A-Z][A-Z0-9_]*",\s*(?:[A-Za-z_:]+,\s*)?([0-9]{2,6})\b)re"),
+        std::regex(R"(\bAddCategory\([^;"]{0,80}, ?([\w:]+)\))"),
+        // a property of a form: AddProperty(category, "TAG", Edit, 2067, 4.0), {"TAG", 2147, …}
+        std::regex(
+            R"re((?:\b[Aa]dd\w*\([^;"]{0,80}|\{)"[A-Z][A-Z0-9_]*",\s*(?:(?:\w+::)*(?:Edit|CheckBox|ComboBox|FilePath|CustomDialog|CatalogPicker),\s*)?([0-9]{2,6}\b|[A-Za-z][\w:]*))re"),
         // a finding: findings.AddWithValue(section, 10360, {slope, 0.0, Unit})
-        std::regex(R"(\bAdd(?:WithValue)?\(\*?\w+, ([0-9]{3,6}), \{)"),
+        std::regex(R"(\bAdd(?:WithValue)?\(\*?\w+, ([\w:]+), \{)"),
         // the choices of a combo box: {{2137, 0}, {2138, 1}}
-        std::regex(R"([{,]\s*\{([0-9]{3,5}), ?[A-Za-z0-9_:]+\})"),
-        // a named number: constexpr int FlowsStored = 2050; ///< message
+        std::regex(R"([{,]\s*\{([0-9]{3,5}|Messages::\w+), ?[A-Za-z0-9_:]+\})"),
+        // a constant that says so: constexpr int FlowsStored = 2050; ///< message
         std::regex(R"(\bint \w+ = ([0-9]{1,6}); ///< message\b)"),
         std::regex(R"(\bint \w*Message = ([0-9]{1,6});)"),
     };
     return uses;
+}
+
+/// The constants of a file: name and number.
+std::map<std::string, int> ConstantsOf(const std::string& source) {
+    static const std::regex constant(R"(\bconstexpr int (\w+) = ([0-9]{1,6});)");
+    std::map<std::string, int> constants;
+    for (std::sregex_iterator next(source.begin(), source.end(), constant), end; next != end; ++next)
+        constants[(*next)[1]] = std::stoi((*next)[2]);
+    return constants;
 }
 
 /// Message number and the places that ask for it.
@@ -171,9 +183,14 @@ std::map<int, std::set<std::string>> MessagesAskedFor() {
             if (file.path().extension() != ".cpp" && file.path().extension() != ".h")
                 continue;
             const std::string source = ReadFile(file.path());
+            const auto constants = ConstantsOf(source);
             for (const std::regex& use : MessageUses())
-                for (const std::string& number : Matches(source, use, 1))
-                    asked[std::stoi(number)].insert(file.path().filename().string());
+                for (const std::string& named : Matches(source, use, 1)) {
+                    const bool isNumber = named.find_first_not_of("0123456789") == std::string::npos;
+                    const auto constant = constants.find(named.substr(named.rfind(':') + 1));
+                    if (isNumber || constant != constants.end())
+                        asked[isNumber ? std::stoi(named) : constant->second].insert(file.path().filename().string());
+                }
         }
     }
     const auto definitions = nlohmann::json::parse(ReadFile(Root / "data/definitions/attributes.json"));
