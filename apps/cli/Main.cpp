@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 #include "apps/cli/CommandLine.h"
-#include "apps/cli/DescriptorStream.h"
-#include "apps/cli/Interrupt.h"
+#include "apps/cli/shell/DescriptorStream.h"
+#include "apps/cli/shell/Interrupt.h"
 
 #include <fmt/format.h>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-#include "apps/cli/ShownText.h"
+#include "reports/ShownText.h"
 
-#include "apps/cli/Table.h"
+#include "reports/Table.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-#include "apps/cli/WordFormEditor.h"
+#include "apps/cli/input/ArgumentFormEditor.h"
 
-#include "apps/cli/ParameterFile.h"
+#include "reports/ParameterFile.h"
 #include "host/network_core/PropertiesEx.h"
 
 #include <boost/make_shared.hpp>
@@ -13,9 +13,9 @@
 #include <utility>
 #include <vector>
 
-using Cli::CFormWord;
+using Cli::CFormValue;
 using Cli::CParameterFile;
-using Cli::CWordFormEditor;
+using Cli::CArgumentFormEditor;
 using OLMGis::Data::CDataBox;
 using OLMGis::Topology::CCategory;
 using OLMGis::Topology::CConstraint;
@@ -49,7 +49,7 @@ public:
         m_form.ApplyDependencies();
     }
 
-    int Type(CWordFormEditor& editor) {
+    int Type(CArgumentFormEditor& editor) {
         return editor.EditForm("", m_form, [this](CPropertyEx& changed) {
             m_order.push_back(changed.GetTag());
             if (changed.GetTag() == "FILE_PATH")
@@ -81,7 +81,7 @@ private:
 /// The file comes before the frequency that it offers, however they are typed; the last word of a tag counts.
 TEST(WordFormEditor, ActsInTheOrderOfTheForm) {
     CCurveForm form;
-    CWordFormEditor editor({{"MODE", "with limit", "", ""},
+    CArgumentFormEditor editor({{"MODE", "with limit", "", ""},
                             {"FREQUENCY", "10 years", "", ""},
                             {"LIMIT", "x", "", ""},
                             {"FILE_PATH", "curves.txt", "", ""},
@@ -96,7 +96,7 @@ TEST(WordFormEditor, ActsInTheOrderOfTheForm) {
 
 TEST(WordFormEditor, NamesWhatIsOutOfForce) {
     CCurveForm form;
-    CWordFormEditor editor({{"LIMIT", "4", "", ""}});
+    CArgumentFormEditor editor({{"LIMIT", "4", "", ""}});
     EXPECT_EQ(form.Type(editor), 1);
     EXPECT_THAT(editor.GetOutOfForce(), ElementsAre("LIMIT"));
     EXPECT_EQ(form.m_form.GetDblProperty("LIMIT", 0, 1), 4.0);
@@ -105,7 +105,7 @@ TEST(WordFormEditor, NamesWhatIsOutOfForce) {
 /// A choice that is not offered is the typist's slip, or the parameter file's.
 TEST(WordFormEditor, TellsWhoIsToBlame) {
     struct CCase {
-        CFormWord m_word;
+        CFormValue m_word;
         enmErrorKind m_kind;
         const char* m_message;
     };
@@ -117,7 +117,7 @@ TEST(WordFormEditor, TellsWhoIsToBlame) {
     };
     for (const CCase& test : cases) {
         CCurveForm form;
-        CWordFormEditor editor({test.m_word});
+        CArgumentFormEditor editor({test.m_word});
         EXPECT_EQ(form.Type(editor), 0);
         ASSERT_TRUE(editor.GetError());
         EXPECT_EQ(editor.GetError()->kind, test.m_kind);
@@ -137,7 +137,7 @@ TEST(ParameterFile, GivesWordsForTheForm) {
     EXPECT_EQ(file->FindWords("002_Y"), nullptr);
     ASSERT_NE(file->FindWords("001_X"), nullptr);
     CCurveForm form;
-    CWordFormEditor editor(*file->FindWords("001_X"));
+    CArgumentFormEditor editor(*file->FindWords("001_X"));
     EXPECT_EQ(form.Type(editor), 1) << editor.GetError()->message;
     EXPECT_EQ(form.m_form.GetStrProperty("FILE_PATH", "", 1), "project/curves.txt");
     EXPECT_EQ(form.m_form.GetIntProperty("MODE", 0, 1), 1);

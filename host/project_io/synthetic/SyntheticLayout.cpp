@@ -11,6 +11,12 @@ namespace OLMGis::ProjectIo {
 
 namespace {
 
+constexpr std::array<std::pair<std::string_view, enmNetworkShape>, 5> ShapeNames = {{{"line", enmNetworkShape::Line},
+                                                                                     {"tree", enmNetworkShape::Tree},
+                                                                                     {"comb", enmNetworkShape::Comb},
+                                                                                     {"city", enmNetworkShape::City},
+                                                                                     {"star", enmNetworkShape::Star}}};
+
 constexpr double Spacing = 50.0; ///< of the grid, m
 constexpr double Jitter = 8.0;   ///< greatest distance of nodes from the grid, m
 
@@ -128,13 +134,15 @@ void CLayoutMaker::MakeStar(std::size_t sections) {
 
 } // namespace
 
+std::vector<std::string> GetNetworkShapeNames() {
+    std::vector<std::string> names;
+    for (const auto& [text, shape] : ShapeNames)
+        names.emplace_back(text);
+    return names;
+}
+
 std::optional<enmNetworkShape> NetworkShapeOfName(std::string_view name) {
-    constexpr std::array<std::pair<std::string_view, enmNetworkShape>, 5> shapes = {{{"line", enmNetworkShape::Line},
-                                                                                     {"tree", enmNetworkShape::Tree},
-                                                                                     {"comb", enmNetworkShape::Comb},
-                                                                                     {"city", enmNetworkShape::City},
-                                                                                     {"star", enmNetworkShape::Star}}};
-    for (const auto& [text, shape] : shapes)
+    for (const auto& [text, shape] : ShapeNames)
         if (name == text)
             return shape;
     return std::nullopt;

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -21,7 +22,10 @@ enum class enmNetworkShape {
     Star, ///< all sections but the last meet in one node
 };
 
-/// The shape of that name ("line", "tree", "comb", "city", "star"); nothing for another text.
+/// The names of all shapes.
+std::vector<std::string> GetNetworkShapeNames();
+
+/// The shape of a name; nothing for another text.
 std::optional<enmNetworkShape> NetworkShapeOfName(std::string_view name);
 
 /// Random numbers that are the same on every machine. Source: Steele, Lea, Flood 2014, SplitMix64.

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "apps/cli/input/ArgumentFormEditor.h"
+
+#include "host/network_core/PropertyEditing.h"
+#include "reports/ShownText.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace Cli {
+
+using OLMGis::Topology::CPropertiesEx;
+using OLMGis::Topology::CPropertyEx;
+using OLMGis::Topology::enmPropertyEditorType;
+using OLMGis::Utility::BadInput;
+using OLMGis::Utility::BadWords;
+
+CArgumentFormEditor::CArgumentFormEditor(std::vector<CFormValue> values) {
+    for (CFormValue& value : values) {
+        const auto same = std::find_if(m_values.begin(), m_values.end(),
+                                       [&value](const CFormValue& former) { return former.m_tag == value.m_tag; });
+        if (same == m_values.end())
+            m_values.push_back(std::move(value));
+        else
+            *same = std::move(value);
+    }
+}
+
+int CArgumentFormEditor::EditForm(std::string_view /*title*/, CPropertiesEx& form, const COnChanged& onChanged) {
+    while (!m_values.empty())
+        if (!EnterNext(form, onChanged))
+            return 0;
+    for (const auto& property : form.GetAllProperties())
+        if (const auto set = std::find(m_outOfForce.begin(), m_outOfForce.end(), property->GetTag());
+            set != m_outOfForce.end() && property->IsInForce())
+            m_outOfForce.erase(set);
+    return 1;
+}
+
+/// Enters the value of the first field, in the present order of the form, that has one. A change may rebuild later
+/// fields.
+bool CArgumentFormEditor::EnterNext(CPropertiesEx& form, const COnChanged& onChanged) {
+    std::vector<std::string> tags;
+    for (const auto& property : form.GetAllProperties()) {
+        const auto waiting = std::find_if(m_values.begin(), m_values.end(), [&property](const CFormValue& value) {
+            return value.m_tag == property->GetTag();
+        });
+        if (waiting != m_values.end()) {
+            const CFormValue value = std::move(*waiting);
+            m_values.erase(waiting);
+            if (!Enter(*property, value))
+                return false;
+            onChanged(*property);
+            return true;
+        }
+        tags.push_back(property->GetTag());
+    }
+    const CFormValue& value = m_values.front();
+    Fail(value,
+         fmt::format("found the tag {}, expected one of the form{}", value.m_tag, Reports::Suggest(value.m_tag, tags)));
+    return false;
+}
+
+bool CArgumentFormEditor::Enter(CPropertyEx& property, const CFormValue& value) {
+    std::string text = value.m_text;
+    if (property.GetEditorType() == enmPropertyEditorType::FilePath && !value.m_folder.empty() && !text.empty())
+        text = (std::filesystem::path(value.m_folder) / text).string();
+    if (!property.IsInForce())
+        m_outOfForce.push_back(value.m_tag);
+    const auto typed = OLMGis::Topology::SetPropertyText(property, text);
+    if (!typed)
+        Fail(value, typed.GetError().message);
+    return static_cast<bool>(typed);
+}
+
+void CArgumentFormEditor::Fail(const CFormValue& value, std::string message) {
+    if (value.m_origin.empty())
+        m_error = BadWords(std::move(message));
+    else
+        m_error = BadInput(fmt::format("{}: {}", value.m_origin, message));
+}
+
+} // namespace Cli

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "apps/cli/input/AttributeKeys.h"
+
+#include "host/gis_core/DataConfiguration.h"
+#include "host/project_io/base/AttributeText.h"
+#include "reports/EntityChoice.h"
+#include "reports/ShownText.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace Cli {
+
+using OLMGis::Data::CDataBox;
+using OLMGis::Data::CDataConfiguration;
+using OLMGis::Data::CDataDefinition;
+using OLMGis::Data::enmEntityKind;
+using OLMGis::Utility::BadWords;
+using OLMGis::Utility::Result;
+using Reports::GetKindName;
+using Reports::OnOneLine;
+using Reports::Suggest;
+
+Result<const CDataDefinition*> FindKey(enmEntityKind kind, std::string_view key) {
+    const CDataConfiguration& configuration = *CDataConfiguration::Instance();
+    if (!configuration.GetLoadError().empty())
+        return OLMGis::Utility::Refused(configuration.GetLoadError());
+    const CDataDefinition* const definition = configuration.GetDataDefinitionByID(key);
+    if (definition != nullptr && definition->m_entityKind == kind)
+        return definition;
+    if (definition != nullptr)
+        return BadWords(fmt::format("found the key {} of {}s, expected one of {}s (or --on {}s)", key,
+                                    GetKindName(definition->m_entityKind), GetKindName(kind),
+                                    GetKindName(definition->m_entityKind)));
+    std::vector<std::string> keys;
+    for (const auto& known : configuration.GetDataDefinitions())
+        if (known->m_entityKind == kind)
+            keys.push_back(known->m_id);
+    return BadWords(fmt::format("found the key \"{}\", expected a key of {}s{}", OnOneLine(key), GetKindName(kind),
+                                Suggest(key, keys)));
+}
+
+Result<CDefinitionList> FindKeys(enmEntityKind kind, const std::vector<std::string>& keys) {
+    CDefinitionList definitions;
+    for (const std::string& key : keys) {
+        const auto definition = FindKey(kind, key);
+        if (!definition)
+            return definition.GetError();
+        if (std::find(definitions.begin(), definitions.end(), definition.Value()) == definitions.end())
+            definitions.push_back(definition.Value());
+    }
+    return definitions;
+}
+
+Result<CDataBox> ReadValue(const CDataDefinition& definition, std::string_view text) {
+    if (!definition.m_isEditable)
+        return BadWords(fmt::format("{}: only calculations store it", definition.m_id));
+    auto value = OLMGis::ProjectIo::AttributeOfText(definition, text);
+    if (!value)
+        return BadWords(value.GetError().message);
+    if (value->GetKind() == CDataBox::enmKind::Double && !std::isfinite(value->AsDouble()))
+        return BadWords(fmt::format("{}: found \"{}\", expected a number", definition.m_id, text));
+    return std::move(value.Value());
+}
+
+} // namespace Cli

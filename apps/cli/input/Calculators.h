@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "apps/cli/input/ArgumentFormEditor.h"
+#include "host/gis_core/Result.h"
+#include "host/sewage_calculations/CalculationRun.h"
+#include "host/sewage_core/IFlowCalculator.h"
+#include "reports/ParameterFile.h"
+
+#include <boost/shared_ptr.hpp>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Cli {
+
+/// Keys of all calculators of the loaded module in ascending order.
+std::vector<std::string> GetCalculatorKeys();
+
+/// The calculator of a key; BadWords for an unknown one.
+OLMGis::Utility::Result<boost::shared_ptr<OLMGis::Sewage::IFlowCalculator>> FindCalculator(std::string_view key);
+
+/// Arguments of the command line for a form. BadWords for one that is not TAG=VALUE.
+OLMGis::Utility::Result<std::vector<CFormValue>> ReadFormArguments(const std::vector<std::string>& arguments);
+
+/// Reads a parameter file, whose calculators and checks must be registered; "-" for standard input.
+OLMGis::Utility::Result<Reports::CParameterFile> ReadParameterFile(const std::string& path);
+
+/// Why a run ended early; Done for one that ended well, whatever it stored.
+OLMGis::Utility::Status CheckEnd(const OLMGis::Sewage::CCalculationOutcome& outcome, const CArgumentFormEditor& editor);
+
+} // namespace Cli

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "apps/cli/input/Project.h"
+
+#include "apps/cli/shell/Interrupt.h"
+#include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/PerformanceTimer.h"
+#include "host/network_core/CatalogManager.h"
+#include "host/network_core/TopologyMultiStorage.h"
+#include "host/workspace_core/WsManager.h"
+#include "reports/ShownText.h"
+
+#include <fmt/format.h>
+
+#include <filesystem>
+
+namespace Cli {
+
+using OLMGis::ProjectIo::CProjectFile;
+using OLMGis::Topology::CCatalogManager;
+using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Utility::CPerformanceTimer;
+using OLMGis::Utility::Done;
+using OLMGis::Utility::Refused;
+using OLMGis::Utility::Result;
+using OLMGis::Utility::Status;
+using OLMGis::Workspace::CLogLine;
+using OLMGis::Workspace::CModuleLoader;
+using OLMGis::Workspace::CWsManager;
+
+CProject::CProject(CTerminal& terminal) : m_terminal(terminal) {
+    CWsManager::Instance()->SetLogListener([&terminal](const CLogLine& line) {
+        const std::string text =
+            line.m_entityName.empty() ? line.m_text : fmt::format("{}: {}", line.m_entityName, line.m_text);
+        if (line.m_type == CLogLine::Stored)
+            terminal.Print(text);
+        else
+            terminal.Warn(text);
+    });
+}
+
+CProject::~CProject() {
+    CWsManager::Instance()->SetLogListener({});
+}
+
+Result<std::unique_ptr<CProject>> CProject::Open(const std::string& path, CTerminal& terminal) {
+    const CPerformanceTimer timer;
+    std::unique_ptr<CProject> project(new CProject(terminal));
+    auto file = CProjectFile::Open(path);
+    if (!file)
+        return file.GetError();
+    project->m_file = std::move(file.Value());
+    project->m_path = path;
+    project->m_warnings = project->m_file->GetWarnings();
+    for (const std::string& warning : project->m_warnings)
+        terminal.Warn(Reports::OnOneLine(warning));
+    if (const Status applied = CModuleConfiguration::Instance()->ApplySettings(); !applied)
+        return applied.GetError();
+    const auto& topology = *OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
+    terminal.Detail(fmt::format("{}: {} read in {:.2f} s", path,
+                                Reports::Count(topology.GetSections().size(), "section"), timer.GetElapsedSeconds()));
+    return project;
+}
+
+Result<std::unique_ptr<CProject>> CProject::MakeEmpty(CTerminal& terminal) {
+    // Without the built-in catalogue references of the input to its pipes would not be found.
+    if (const std::string error = CCatalogManager::Instance()->GetLoadError(); !error.empty())
+        return Refused(error);
+    std::unique_ptr<CProject> project(new CProject(terminal));
+    if (const Status applied = CModuleConfiguration::Instance()->ApplySettings(); !applied)
+        return applied.GetError();
+    return project;
+}
+
+Status CProject::LoadModule() {
+    auto loaded = CModuleLoader::Load(CModuleLoader::DefaultModulePath());
+    if (!loaded)
+        return loaded.GetError();
+    m_module.emplace(std::move(loaded.Value()));
+    return Done{};
+}
+
+Status CProject::Save(const std::string& output) {
+    const CPerformanceTimer timer;
+    if (Status goesOn = Interrupt::Check(); !goesOn)
+        return goesOn;
+    if (Status written = Write(output); !written)
+        return written;
+    m_terminal.Detail(fmt::format("{}: written in {:.2f} s", m_path, timer.GetElapsedSeconds()));
+    return Done{};
+}
+
+Status CProject::Write(const std::string& output) {
+    std::error_code ignored;
+    if (m_file && (output.empty() || std::filesystem::equivalent(output, m_path, ignored)))
+        return m_file->Save();
+    if (!output.empty())
+        m_path = output;
+    if (m_file)
+        return m_file->SaveAs(output, true);
+    auto made = CProjectFile::Create(output, true);
+    if (!made)
+        return made.GetError();
+    m_file = std::move(made.Value());
+    return Done{};
+}
+
+Status CheckNewFile(const std::string& path, bool replaces) {
+    std::error_code ignored;
+    if (!replaces && std::filesystem::exists(path, ignored))
+        return Refused(fmt::format("{}: exists already; --replace replaces it", path));
+    return Done{};
+}
+
+} // namespace Cli

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "apps/cli/shell/Terminal.h"
+#include "host/gis_core/ProjectContext.h"
+#include "host/gis_core/Result.h"
+#include "host/project_io/store/ProjectFile.h"
+#include "host/workspace_core/ModuleLoader.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Cli {
+
+/// The project of a verb: a context of its own, active during the lifetime of this object, its settings in force, its
+/// log shown on the terminal. One at a time; it outlives every object of the module that it loaded.
+class CProject {
+public:
+    /// A project from its file. Refused or BadInput when it cannot be read. What opening noticed is printed as
+    /// warnings.
+    static OLMGis::Utility::Result<std::unique_ptr<CProject>> Open(const std::string& path, CTerminal& terminal);
+
+    /// An empty project without a file, with the settings of a new one.
+    static OLMGis::Utility::Result<std::unique_ptr<CProject>> MakeEmpty(CTerminal& terminal);
+
+    ~CProject();
+    CProject(const CProject&) = delete;
+    CProject& operator=(const CProject&) = delete;
+
+    /// Loads the hydraulics module, which registers calculators and checks. Refused or BadInput when it cannot be.
+    OLMGis::Utility::Status LoadModule();
+
+    /// Saves in one transaction: into output, replacing an existing file, or into the file that was opened when output
+    /// is empty. Cancelled, and nothing saved, once Ctrl+C was pressed.
+    OLMGis::Utility::Status Save(const std::string& output);
+
+    /// The file that Save(output) writes.
+    const std::string& GetTarget(const std::string& output) const { return output.empty() ? m_path : output; }
+
+    /// What opening noticed without failing.
+    const std::vector<std::string>& GetWarnings() const { return m_warnings; }
+
+private:
+    explicit CProject(CTerminal& terminal);
+    OLMGis::Utility::Status Write(const std::string& output);
+
+    CTerminal& m_terminal;
+    OLMGis::System::CProjectContext m_context;
+    OLMGis::System::CContextActivation m_activation{m_context};
+    std::optional<OLMGis::ProjectIo::CProjectFile> m_file;
+    std::optional<OLMGis::Workspace::CModuleLoader> m_module;
+    std::string m_path;
+    std::vector<std::string> m_warnings;
+};
+
+/// Refused when the file exists and may not be replaced. Called before long work; saving checks once more.
+OLMGis::Utility::Status CheckNewFile(const std::string& path, bool replaces);
+
+} // namespace Cli

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "apps/cli/input/FormatHelp.h"
+#include "apps/cli/input/Project.h"
+#include "apps/cli/shell/DescriptorStream.h"
+#include "apps/cli/shell/Interrupt.h"
+#include "apps/cli/verbs/Verbs.h"
+#include "host/project_io/Formats.h"
+#include "reports/EntityChoice.h"
+
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <memory>
+
+namespace Cli {
+
+using OLMGis::ProjectIo::CExportChoice;
+using OLMGis::ProjectIo::enmCatalogKind;
+using OLMGis::Utility::BadWords;
+using OLMGis::Utility::Status;
+
+namespace {
+
+struct COptions {
+    std::string m_project;
+    std::string m_format;          ///< key of a format
+    std::string m_output;          ///< file to write, "-" for standard output
+    std::string m_on = "sections"; ///< of csv
+    std::string m_kind = "pipe";   ///< of catalog
+};
+
+CExportChoice MakeChoice(const COptions& options) {
+    return {Reports::FindKind(options.m_on).value_or(OLMGis::Data::enmEntityKind::Section),
+            options.m_kind == "manhole" ? enmCatalogKind::Manhole : enmCatalogKind::Pipe};
+}
+
+CVerbResult ExportProject(const COptions& options, CTerminal& terminal) {
+    const auto format = OLMGis::ProjectIo::FindExportFormat(options.m_format);
+    if (!format)
+        return format.GetError();
+    const auto project = CProject::Open(options.m_project, terminal);
+    if (!project)
+        return project.GetError();
+    std::error_code ignored;
+    if (std::filesystem::equivalent(options.m_project, options.m_output, ignored))
+        return BadWords(fmt::format("--output: {} is the project itself", options.m_output));
+    if (const Status goesOn = Interrupt::Check(); !goesOn)
+        return goesOn.GetError();
+    const auto write = [&](std::ostream& stream) { return format.Value()->m_export(stream, MakeChoice(options)); };
+    if (const Status written = WriteFileWhole(options.m_output, write); !written)
+        return written.GetError();
+    return enmExitCode::Done;
+}
+
+} // namespace
+
+CVerb MakeExport() {
+    const auto options = std::make_shared<COptions>();
+    const auto formats = OLMGis::ProjectIo::GetExportFormats();
+    return CVerb("export", "PROJECT FORMAT -o FILE [options]", "Write a file for other programs")
+        .Project(options->m_project)
+        .ArgumentChoice("FORMAT", options->m_format, GetFormatKeys(formats), "One of the formats below")
+        .RequiredOption("-o,--output", options->m_output, "FILE", "File to write; \"-\" for standard output")
+        .On(options->m_on)
+        .Choice("--kind", options->m_kind, {"pipe", "manhole"}, "Catalogue of the format catalog; default: pipe")
+        .Examples({"drenova export town.gpkg geojson -o town.geojson",
+                   "drenova export town.gpkg csv --on nodes -o nodes.csv"})
+        .Notes(ListFormats(formats, &OLMGis::ProjectIo::CFormat::m_writes))
+        .Runs([options](CTerminal& terminal, std::ostream&) { return ExportProject(*options, terminal); });
+}
+
+} // namespace Cli

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "apps/cli/input/FormatHelp.h"
+#include "apps/cli/input/InputFile.h"
+#include "apps/cli/input/Project.h"
+#include "apps/cli/verbs/Verbs.h"
+#include "host/project_io/Formats.h"
+#include "host/project_io/tables/CatalogCsv.h"
+#include "reports/ShownText.h"
+
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <memory>
+
+namespace Cli {
+
+using OLMGis::ProjectIo::CFormat;
+using OLMGis::ProjectIo::CImportNote;
+using OLMGis::ProjectIo::CImportSummary;
+using OLMGis::Utility::BadWords;
+using OLMGis::Utility::Done;
+using OLMGis::Utility::Result;
+using OLMGis::Utility::Status;
+using Reports::Count;
+using Reports::OnOneLine;
+
+namespace {
+
+struct COptions {
+    std::string m_input;     ///< file to read, "-" for standard input
+    std::string m_output;    ///< project to make
+    std::string m_format;    ///< key of a format; empty for the one of the input's suffix
+    std::string m_catalog;   ///< pipe catalogue table that the network may refer to; empty for none
+    bool m_replaces = false; ///< an existing output
+};
+
+Result<const CFormat*> FindFormat(const COptions& options) {
+    return options.m_format.empty() ? OLMGis::ProjectIo::GuessImportFormat(options.m_input)
+                                    : OLMGis::ProjectIo::FindImportFormat(options.m_format);
+}
+
+/// Whether two paths lead to one file: the input must not be replaced by the project.
+bool IsSameFile(const std::string& a, const std::string& b) {
+    std::error_code ignored;
+    return std::filesystem::equivalent(a, b, ignored);
+}
+
+Status ImportCatalog(const std::string& path, CTerminal& terminal) {
+    auto table = CInputFile::Open(path);
+    if (!table)
+        return table.GetError();
+    const auto entered = OLMGis::ProjectIo::ImportCatalogCsv(table->GetStream(), table->GetName());
+    if (!entered)
+        return entered.GetError();
+    terminal.Detail(
+        fmt::format("{}: {} added to the catalogue", path, Count(static_cast<std::size_t>(entered.Value()), "item")));
+    return Done{};
+}
+
+Result<CImportSummary> ImportNetwork(const std::string& path, const CFormat& format) {
+    auto input = CInputFile::Open(path);
+    if (!input)
+        return input.GetError();
+    return format.m_import(input->GetStream(), input->GetName());
+}
+
+void PrintNotes(const CImportSummary& summary, CTerminal& terminal) {
+    for (const std::string& warning : summary.m_warnings)
+        terminal.Warn(OnOneLine(warning));
+    for (const CImportNote& note : summary.m_notes)
+        terminal.Note(OnOneLine(fmt::format(
+            "{} x {}{}", note.m_count, note.m_what,
+            note.m_first.empty() ? std::string()
+                                 : fmt::format(" ({}{})", note.m_count > 1 ? "first " : "", note.m_first))));
+}
+
+void PrintCounts(std::ostream& results, const COptions& options, const CImportSummary& summary) {
+    results << fmt::format("{}: {}, {}, {}", options.m_output, Count(summary.m_nodeCount, "node"),
+                           Count(summary.m_sectionCount, "section"), Count(summary.m_catchmentCount, "catchment"));
+    if (summary.m_mainOutletCount > 0)
+        results << ", " << Count(summary.m_mainOutletCount, "main outlet");
+    if (summary.m_pipeCount > 0)
+        results << ", " << Count(summary.m_pipeCount, "catalogue pipe");
+    results << '\n';
+}
+
+CVerbResult ImportProject(const COptions& options, CTerminal& terminal, std::ostream& results) {
+    const auto format = FindFormat(options);
+    if (!format)
+        return format.GetError();
+    if (IsSameFile(options.m_input, options.m_output))
+        return BadWords(fmt::format("{}: is the input, expected another file for the project", options.m_output));
+    if (const Status isFree = CheckNewFile(options.m_output, options.m_replaces); !isFree)
+        return isFree.GetError();
+    const auto project = CProject::MakeEmpty(terminal);
+    if (!project)
+        return project.GetError();
+    if (!options.m_catalog.empty())
+        if (const Status entered = ImportCatalog(options.m_catalog, terminal); !entered)
+            return entered.GetError();
+    const auto summary = ImportNetwork(options.m_input, *format.Value());
+    if (!summary)
+        return summary.GetError();
+    PrintNotes(summary.Value(), terminal);
+    if (const Status saved = project.Value()->Save(options.m_output); !saved)
+        return saved.GetError();
+    PrintCounts(results, options, summary.Value());
+    return enmExitCode::Done;
+}
+
+} // namespace
+
+CVerb MakeImport() {
+    const auto options = std::make_shared<COptions>();
+    const auto formats = OLMGis::ProjectIo::GetImportFormats();
+    return CVerb("import", "INPUT -o PROJECT.gpkg [options]", "Create a project from a file of another program")
+        .Argument("INPUT", options->m_input, "File to read; \"-\" for standard input, with --format")
+        .RequiredOption("-o,--output", options->m_output, "PROJECT.gpkg", "Project file to create")
+        .Choice("--format", options->m_format, GetFormatKeys(formats), "Format of INPUT; default: by its suffix")
+        .Option("--catalog", options->m_catalog, "FILE.csv", "Table of pipes that the network may refer to")
+        .Replace(options->m_replaces)
+        .Examples({"drenova import town.geojson -o town.gpkg"})
+        .Notes(ListFormats(formats, &CFormat::m_reads) +
+               "\n\nAfter an error no project is created, and an existing one is unchanged.")
+        .Runs([options](CTerminal& terminal, std::ostream& results) {
+            return ImportProject(*options, terminal, results);
+        });
+}
+
+} // namespace Cli

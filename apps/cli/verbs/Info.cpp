@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "apps/cli/input/Project.h"
+#include "apps/cli/verbs/Verbs.h"
+#include "host/network_core/TopologyMultiStorage.h"
+#include "host/project_io/terrain/TerrainAttachment.h"
+#include "host/sewage_core/MissingDensities.h"
+#include "reports/ProjectListing.h"
+#include "reports/ShownText.h"
+
+#include <memory>
+#include <vector>
+
+namespace Cli {
+
+namespace {
+
+struct COptions {
+    std::string m_project;
+    CFormatOption m_format;
+};
+
+/// What opening noticed, rasters that cannot be used, and catchments without a density that a calculation needs.
+std::vector<std::string> GatherWarnings(const CProject& project, const std::string& path) {
+    std::vector<std::string> warnings = project.GetWarnings();
+    for (std::string& trouble : OLMGis::ProjectIo::FindTerrainTroubles(path))
+        warnings.push_back(std::move(trouble));
+    const auto& topology = *OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
+    if (auto missing = OLMGis::Sewage::WarnOfMissingDensities(topology))
+        warnings.push_back(std::move(*missing));
+    return warnings;
+}
+
+CVerbResult ShowInfo(const COptions& options, CTerminal& terminal, std::ostream& results) {
+    const auto project = CProject::Open(options.m_project, terminal);
+    if (!project)
+        return project.GetError();
+    const std::vector<std::string> warnings = GatherWarnings(*project.Value(), options.m_project);
+    Print(results, Reports::MakeProjectListing(Reports::MakeProjectDigest(), warnings), options.m_format.Get());
+    results.flush();
+    // Opening has printed its own ones already.
+    for (std::size_t i = project.Value()->GetWarnings().size(); i < warnings.size(); ++i)
+        terminal.Warn(Reports::OnOneLine(warnings[i]));
+    return enmExitCode::Done;
+}
+
+} // namespace
+
+CVerb MakeInfo() {
+    const auto options = std::make_shared<COptions>();
+    return CVerb("info", "PROJECT [options]", "Show what a project contains")
+        .Project(options->m_project)
+        .Formats(options->m_format, {"table", "json"}, "Default: table")
+        .Examples({"drenova info town.gpkg", "drenova info town.gpkg --json"})
+        .Runs([options](CTerminal& terminal, std::ostream& results) { return ShowInfo(*options, terminal, results); });
+}
+
+} // namespace Cli

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "apps/cli/input/InputFile.h"
+#include "apps/cli/input/Project.h"
+#include "apps/cli/verbs/Verbs.h"
+#include "host/project_io/tables/CsvLoad.h"
+#include "reports/EntityChoice.h"
+#include "reports/ShownText.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+
+namespace Cli {
+
+using Reports::Count;
+
+namespace {
+
+struct COptions {
+    std::string m_project;
+    std::string m_table; ///< "-" for standard input
+    std::string m_on = "sections";
+    std::string m_output;
+};
+
+CVerbResult LoadAttributes(const COptions& options, CTerminal& terminal) {
+    const auto kind = Reports::FindKind(options.m_on).value_or(OLMGis::Data::enmEntityKind::Section);
+    auto table = CInputFile::Open(options.m_table);
+    if (!table)
+        return table.GetError();
+    const auto project = CProject::Open(options.m_project, terminal);
+    if (!project)
+        return project.GetError();
+    const std::size_t before = Reports::GetAllEntities(kind).size();
+    const auto stored = OLMGis::ProjectIo::LoadCsv(table->GetStream(), table->GetName(), kind);
+    if (!stored)
+        return stored.GetError();
+    const std::size_t made = Reports::GetAllEntities(kind).size() - before;
+    if (const auto saved = project.Value()->Save(options.m_output); !saved)
+        return saved.GetError();
+    const std::string noun(Reports::GetKindName(kind));
+    terminal.Print(fmt::format("{}: {} of {}s loaded{}", project.Value()->GetTarget(options.m_output),
+                               Count(static_cast<std::size_t>(stored.Value()), "value"), noun,
+                               made > 0 ? ", " + Count(made, "new " + noun) : ""));
+    return enmExitCode::Done;
+}
+
+} // namespace
+
+CVerb MakeLoad() {
+    const auto options = std::make_shared<COptions>();
+    return CVerb("load", "PROJECT TABLE.csv [options]", "Store attribute values from a table")
+        .Project(options->m_project)
+        .Argument("TABLE", options->m_table,
+                  "CSV with a head line of keys, entities by the column name\nor guid; \"-\" for standard input")
+        .On(options->m_on)
+        .SaveAs(options->m_output)
+        .Examples({"drenova load town.gpkg slopes.csv        with slopes.csv:   name,SECTION_SLOPE",
+                   "                                                             MAIN-01,5.5"})
+        .Notes(
+            "All or nothing. On catchments, rows without a match become new catchments of the section that they name.")
+        .Runs([options](CTerminal& terminal, std::ostream&) { return LoadAttributes(*options, terminal); });
+}
+
+} // namespace Cli

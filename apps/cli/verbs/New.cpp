@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "apps/cli/input/KnownSettings.h"
+#include "apps/cli/input/Project.h"
+#include "apps/cli/verbs/Verbs.h"
+#include "host/gis_core/ProjectSettings.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace Cli {
+
+using OLMGis::System::CProjectSettings;
+
+namespace {
+
+struct COptions {
+    std::string m_project; ///< file to make
+    std::string m_crs;     ///< EPSG:n, empty for plain plane coordinates
+    std::string m_edition; ///< empty for the usual one
+    bool m_isTurkish = false;
+    bool m_replaces = false; ///< an existing file
+};
+
+CVerbResult MakeProject(const COptions& options, CTerminal& terminal) {
+    const auto project = CProject::MakeEmpty(terminal);
+    if (!project)
+        return project.GetError();
+    std::vector<std::pair<std::string_view, std::string_view>> settings;
+    if (!options.m_edition.empty())
+        settings.emplace_back(CProjectSettings::Edition, options.m_edition);
+    if (!options.m_crs.empty())
+        settings.emplace_back(CProjectSettings::Crs, options.m_crs);
+    if (options.m_isTurkish)
+        settings.emplace_back(CProjectSettings::Turkish, "1");
+    for (const auto& [name, value] : settings)
+        if (const auto changed = ChangeSetting(name, value, options.m_project); !changed)
+            return changed.GetError();
+    if (const auto isFree = CheckNewFile(options.m_project, options.m_replaces); !isFree)
+        return isFree.GetError();
+    if (const std::string warning = GetCrsWarning(); !warning.empty())
+        terminal.Warn(warning);
+    if (const auto saved = project.Value()->Save(options.m_project); !saved)
+        return saved.GetError();
+    terminal.Print(fmt::format("{}: empty project created", options.m_project));
+    return enmExitCode::Done;
+}
+
+} // namespace
+
+CVerb MakeNew() {
+    const auto options = std::make_shared<COptions>();
+    return CVerb("new", "PROJECT.gpkg [options]", "Create an empty project")
+        .Argument("PROJECT", options->m_project, "File to create")
+        .Option("--crs", options->m_crs, "EPSG:n", "Coordinate system; default: plain plane coordinates in m")
+        .Choice("--edition", options->m_edition, GetEditions(), "National edition; default: " + GetEditions().front())
+        .Flag("--turkish", options->m_isTurkish, "Switch the Turkish extension on")
+        .Replace(options->m_replaces)
+        .Examples({"drenova new town.gpkg --crs EPSG:25832 --edition RO"})
+        .Runs([options](CTerminal& terminal, std::ostream&) { return MakeProject(*options, terminal); });
+}
+
+} // namespace Cli

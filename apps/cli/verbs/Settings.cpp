@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "apps/cli/input/Assignments.h"
+#include "apps/cli/input/KnownSettings.h"
+#include "apps/cli/input/Project.h"
+#include "apps/cli/verbs/Verbs.h"
+#include "host/gis_core/ProjectSettings.h"
+#include "host/network_core/TerrainSurfaces.h"
+#include "host/project_io/terrain/TerrainAttachment.h"
+#include "reports/ShownText.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <memory>
+#include <string_view>
+
+namespace Cli {
+
+using OLMGis::System::CProjectSettings;
+using OLMGis::Utility::BadWords;
+using OLMGis::Utility::Done;
+using OLMGis::Utility::Error;
+using Reports::OnOneLine;
+
+namespace {
+
+struct COptions {
+    std::string m_project;
+    std::vector<std::string> m_assignments; ///< KEY=VALUE; none to show the settings
+    std::string m_output;
+};
+
+/// One line KEY=VALUE each, as arguments of this verb.
+void PrintSettings(std::ostream& results) {
+    for (const CKnownSetting& setting : GetKnownSettings()) {
+        const std::string value = CProjectSettings::Instance()->Get(setting.m_name, setting.m_default);
+        if (!value.empty() || setting.m_isShownEmpty)
+            results << setting.m_name << '=' << OnOneLine(value) << '\n';
+    }
+}
+
+/// A raster attached now must be usable; for a former one that no longer fits the project's coordinate system there is
+/// a warning.
+OLMGis::Utility::Status CheckTerrains(const std::vector<CAssignment>& changes, const std::string& project,
+                                      CTerminal& terminal) {
+    const auto isChanged = [&changes](std::string_view name) {
+        return std::any_of(changes.begin(), changes.end(),
+                           [name](const CAssignment& change) { return change.m_key == name; });
+    };
+    for (int type = 1; type <= OLMGis::Topology::CTerrainSurfaces::TypeCount; ++type) {
+        const std::string name = OLMGis::ProjectIo::TerrainSetting(type);
+        if (!isChanged(name) && !isChanged(CProjectSettings::Crs))
+            continue;
+        const auto checked = OLMGis::ProjectIo::CheckTerrain(type, project);
+        const std::string remark = fmt::format("{}: {}", name, checked ? checked.Value() : checked.GetError().message);
+        if (!checked && isChanged(name))
+            return Error{checked.GetError().kind, remark};
+        if (!checked || !checked->empty())
+            terminal.Warn(OnOneLine(remark));
+    }
+    return Done{};
+}
+
+CVerbResult ShowOrChange(const COptions& options, CTerminal& terminal, std::ostream& results) {
+    const auto assignments = SplitAssignments(options.m_assignments, "KEY=VALUE");
+    if (!assignments)
+        return assignments.GetError();
+    if (assignments->empty() && !options.m_output.empty())
+        return BadWords("--output: found no KEY=VALUE, expected a setting to change");
+    const auto project = CProject::Open(options.m_project, terminal);
+    if (!project)
+        return project.GetError();
+    if (assignments->empty()) {
+        PrintSettings(results);
+        return enmExitCode::Done;
+    }
+    for (const CAssignment& assignment : assignments.Value())
+        if (const auto done = ChangeSetting(assignment.m_key, assignment.m_value, options.m_project); !done)
+            return done.GetError();
+    if (const auto good = CheckTerrains(assignments.Value(), options.m_project, terminal); !good)
+        return good.GetError();
+    if (const std::string warning = GetCrsWarning(); !warning.empty())
+        terminal.Warn(warning);
+    if (const auto saved = project.Value()->Save(options.m_output); !saved)
+        return saved.GetError();
+    std::vector<std::string> changed;
+    for (const CAssignment& assignment : assignments.Value())
+        changed.push_back(fmt::format("{}={}", assignment.m_key, CProjectSettings::Instance()->Get(assignment.m_key)));
+    terminal.Print(fmt::format("{}: {}", project.Value()->GetTarget(options.m_output), fmt::join(changed, ", ")));
+    return enmExitCode::Done;
+}
+
+std::string ListSettings() {
+    std::string text = "Settings:";
+    for (const CKnownSetting& setting : GetKnownSettings())
+        text += fmt::format("\n  {:<12}{}", setting.m_name, setting.m_values);
+    return text;
+}
+
+} // namespace
+
+CVerb MakeSettings() {
+    const auto options = std::make_shared<COptions>();
+    return CVerb("settings", "PROJECT [KEY=VALUE...] [options]", "Show or change the settings of a project")
+        .Project(options->m_project)
+        .OptionalArguments("KEY=VALUE", options->m_assignments, "Settings to change; none: show all")
+        .SaveAs(options->m_output)
+        .Examples({"drenova settings town.gpkg", "drenova settings town.gpkg edition=RO terrain_1=ground.tif"})
+        .NotesFrom(ListSettings)
+        .Runs([options](CTerminal& terminal, std::ostream& results) {
+            return ShowOrChange(*options, terminal, results);
+        });
+}
+
+} // namespace Cli
