@@ -2,21 +2,17 @@
 // Copyright (C) the Drenova authors
 #include "reports/ShownText.h"
 
-#include "reports/Table.h"
-
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <sstream>
 #include <string>
 
-using Cli::CTable;
-using Cli::CutToWidth;
-using Cli::DisplayWidth;
-using Cli::OnOneLine;
-using Cli::ShowValue;
-using Cli::Suggest;
 using OLMGis::Data::CDataBox;
+using Reports::CutToWidth;
+using Reports::DisplayWidth;
+using Reports::OnOneLine;
+using Reports::ShowValue;
+using Reports::Suggest;
 
 TEST(ShownText, MeasuresWhatATerminalShows) {
     EXPECT_EQ(DisplayWidth("čakovec"), 7u);
@@ -34,6 +30,7 @@ TEST(ShownText, RoundsForPeopleWithoutLosingNumbers) {
     EXPECT_EQ(ShowValue(CDataBox(-1e300), 3), "-1e+300");
     EXPECT_EQ(ShowValue(CDataBox(std::numeric_limits<double>::quiet_NaN()), 3), "NaN");
     EXPECT_EQ(ShowValue(CDataBox(-std::numeric_limits<double>::infinity()), 3), "-Infinity");
+    EXPECT_EQ(ShowValue(CDataBox(0.1), -1), "0.1");
     EXPECT_EQ(ShowValue(CDataBox(7), 3), "7");
     EXPECT_EQ(ShowValue(CDataBox(), 3), "");
 }
@@ -44,16 +41,4 @@ TEST(ShownText, SuggestsOnlyWhatIsNear) {
     EXPECT_EQ(Suggest("calc", {"catalog", "calculators"}), ", did you mean calculators?");
     EXPECT_EQ(Suggest("xyz", {"new", "run"}), "");
     EXPECT_EQ(Suggest(std::string(100000, 'x'), {"run"}), "");
-}
-
-TEST(Table, AlignsByWidth) {
-    CTable table;
-    table.AddColumn("name");
-    table.AddColumn("m", CTable::enmAlign::Right);
-    table.AddRow({"č", "1"});
-    table.AddRow({"水水水", "10"});
-    table.AddRow({"x", ""});
-    std::ostringstream shown;
-    table.Print(shown, "  ");
-    EXPECT_EQ(shown.str(), "  name     m\n  č        1\n  水水水  10\n  x\n");
 }

@@ -2,8 +2,8 @@
 // Copyright (C) the Drenova authors
 #include "apps/cli/input/ArgumentFormEditor.h"
 
-#include "reports/ParameterFile.h"
 #include "host/network_core/PropertiesEx.h"
+#include "reports/ParameterFile.h"
 
 #include <boost/make_shared.hpp>
 #include <gmock/gmock.h>
@@ -13,9 +13,8 @@
 #include <utility>
 #include <vector>
 
-using Cli::CFormValue;
-using Cli::CParameterFile;
 using Cli::CArgumentFormEditor;
+using Cli::CFormValue;
 using OLMGis::Data::CDataBox;
 using OLMGis::Topology::CCategory;
 using OLMGis::Topology::CConstraint;
@@ -24,6 +23,7 @@ using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CPropertyEx;
 using OLMGis::Topology::enmPropertyEditorType;
 using OLMGis::Utility::enmErrorKind;
+using Reports::CParameterFile;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -78,14 +78,15 @@ private:
 
 } // namespace
 
-/// The file comes before the frequency that it offers, however they are typed; the last word of a tag counts.
-TEST(WordFormEditor, ActsInTheOrderOfTheForm) {
+/// The file comes before the frequency that it offers, in whatever order they are given; the last value of a tag
+/// counts.
+TEST(ArgumentFormEditor, EntersInTheOrderOfTheForm) {
     CCurveForm form;
     CArgumentFormEditor editor({{"MODE", "with limit", "", ""},
-                            {"FREQUENCY", "10 years", "", ""},
-                            {"LIMIT", "x", "", ""},
-                            {"FILE_PATH", "curves.txt", "", ""},
-                            {"LIMIT", "3.5", "", ""}});
+                                {"FREQUENCY", "10 years", "", ""},
+                                {"LIMIT", "x", "", ""},
+                                {"FILE_PATH", "curves.txt", "", ""},
+                                {"LIMIT", "3.5", "", ""}});
     EXPECT_EQ(form.Type(editor), 1);
     EXPECT_FALSE(editor.GetError());
     EXPECT_THAT(form.m_order, ElementsAre("FILE_PATH", "FREQUENCY", "MODE", "LIMIT"));
@@ -94,7 +95,7 @@ TEST(WordFormEditor, ActsInTheOrderOfTheForm) {
     EXPECT_TRUE(editor.GetOutOfForce().empty());
 }
 
-TEST(WordFormEditor, NamesWhatIsOutOfForce) {
+TEST(ArgumentFormEditor, NamesTagsOutOfForce) {
     CCurveForm form;
     CArgumentFormEditor editor({{"LIMIT", "4", "", ""}});
     EXPECT_EQ(form.Type(editor), 1);
@@ -102,10 +103,10 @@ TEST(WordFormEditor, NamesWhatIsOutOfForce) {
     EXPECT_EQ(form.m_form.GetDblProperty("LIMIT", 0, 1), 4.0);
 }
 
-/// A choice that is not offered is the typist's slip, or the parameter file's.
-TEST(WordFormEditor, TellsWhoIsToBlame) {
+/// A value that the form refuses is an invalid argument, or an invalid entry of the parameter file.
+TEST(ArgumentFormEditor, DistinguishesArgumentsFromFiles) {
     struct CCase {
-        CFormValue m_word;
+        CFormValue m_value;
         enmErrorKind m_kind;
         const char* m_message;
     };
@@ -117,7 +118,7 @@ TEST(WordFormEditor, TellsWhoIsToBlame) {
     };
     for (const CCase& test : cases) {
         CCurveForm form;
-        CArgumentFormEditor editor({test.m_word});
+        CArgumentFormEditor editor({test.m_value});
         EXPECT_EQ(form.Type(editor), 0);
         ASSERT_TRUE(editor.GetError());
         EXPECT_EQ(editor.GetError()->kind, test.m_kind);
@@ -125,44 +126,21 @@ TEST(WordFormEditor, TellsWhoIsToBlame) {
     }
 }
 
-/// Values of a file are typed as a person would type them, and its relative paths begin in its folder.
-TEST(ParameterFile, GivesWordsForTheForm) {
+/// Values of a file are entered like arguments, and its relative paths begin in its folder.
+TEST(ArgumentFormEditor, TakesValuesOfAParameterFile) {
     const auto file = CParameterFile::Parse(
         R"({"checks": {"X": {"MODE": 2}}, "001_X": {"FILE_PATH": "curves.txt", "MODE": true, "LIMIT": 0.1}})",
         "project/p.json", {"001_X"}, {"X"});
     ASSERT_TRUE(file) << file.GetError().message;
-    ASSERT_NE(file->FindCheckWords("X"), nullptr);
-    EXPECT_EQ(file->FindCheckWords("X")->at(0).m_origin, "project/p.json: checks: X");
-    EXPECT_EQ(file->FindCheckWords("001_X"), nullptr);
-    EXPECT_EQ(file->FindWords("002_Y"), nullptr);
-    ASSERT_NE(file->FindWords("001_X"), nullptr);
+    ASSERT_NE(file->FindCheckValues("X"), nullptr);
+    EXPECT_EQ(file->FindCheckValues("X")->at(0).m_origin, "project/p.json: checks: X");
+    EXPECT_EQ(file->FindCheckValues("001_X"), nullptr);
+    EXPECT_EQ(file->FindValues("002_Y"), nullptr);
+    ASSERT_NE(file->FindValues("001_X"), nullptr);
     CCurveForm form;
-    CArgumentFormEditor editor(*file->FindWords("001_X"));
+    CArgumentFormEditor editor(*file->FindValues("001_X"));
     EXPECT_EQ(form.Type(editor), 1) << editor.GetError()->message;
     EXPECT_EQ(form.m_form.GetStrProperty("FILE_PATH", "", 1), "project/curves.txt");
     EXPECT_EQ(form.m_form.GetIntProperty("MODE", 0, 1), 1);
     EXPECT_EQ(form.m_form.GetDblProperty("LIMIT", 0, 1), 0.1);
-}
-
-TEST(ParameterFile, RefusesWhatIsNone) {
-    const std::pair<std::string, const char*> cases[] = {
-        {"", "p.json: not JSON"},
-        {"[1]", "expected one object"},
-        {"{\"001_X\": 1}", "p.json: 001_X: found 1"},
-        {"{\"001_X\": {\"A\": null}}", "p.json: 001_X: A: found null"},
-        {"{\"001_X\": {\"A\": [1]}}", "found [1]"},
-        {"{\"001_Y\": {}}", "did you mean 001_X?"},
-        {"{\"001_X\": {}, \"a\":\n!}", "line 2"},
-        {"{\"checks\": 1}", "p.json: checks: found 1"},
-        {"{\"checks\": {\"Y\": {}}}", "p.json: checks: found the check \"Y\", expected one of X, Z"},
-        {"{\"checks\": {\"X\": {\"A\": [1]}}}", "p.json: checks: X: A: found [1]"},
-        {"{\"checks\": " + std::string(100000, '[') + std::string(100000, ']') + "}", "deeply nested"},
-        {std::string(1100000, ' '), "more than 1048576 bytes"},
-    };
-    for (const auto& [text, message] : cases) {
-        const auto file = CParameterFile::Parse(text, "p.json", {"001_X"}, {"X", "Z"});
-        ASSERT_FALSE(file) << message;
-        EXPECT_EQ(file.GetError().kind, enmErrorKind::BadInput);
-        EXPECT_THAT(file.GetError().message, HasSubstr(message));
-    }
 }

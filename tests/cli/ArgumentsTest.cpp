@@ -46,7 +46,7 @@ const CCase Cases[] = {
     {"yes and no", {"run", "P", "01_WASTE_PERCENT", "--yes", "--no"}, 2, "", "excludes"},
     {"version", {"--version"}, 0, "drenova "},
     {"help", {"--help"}, 0, "Verbs:"},
-    {"help of a verb", {"help", "run"}, 0, "usage: drenova run PROJECT CALCULATOR"},
+    {"help of a verb", {"help", "run"}, 0, "Usage: drenova run PROJECT CALCULATOR"},
 
     {"no such project", {"info", "/none.gpkg"}, 4, "", "No such file"},
     {"no project but a text", {"info", "/twins.geojson"}, 3, "", "twins.geojson"},
@@ -140,9 +140,9 @@ const CCase Cases[] = {
 
 } // namespace
 
-/// Every way to say something wrong ends with its code, says why on standard error, says nothing on standard output,
-/// and leaves the project as it was.
-TEST(Words, EndWithTheirExitCode) {
+/// Every invalid command line ends with its code, prints the reason to standard error and nothing to standard output,
+/// and leaves the project unchanged.
+TEST(Arguments, EndWithTheirExitCode) {
     const CFolder folder;
     folder.Write("twins.geojson", Twins);
     folder.Write("bad.csv", "name,FLOW_USER\none,much\n");
@@ -175,7 +175,7 @@ TEST(Words, EndWithTheirExitCode) {
 }
 
 /// Each verb that the program lists explains itself with an example that begins with the verb.
-TEST(Words, EveryVerbHasHelpWithAnExample) {
+TEST(Arguments, EveryVerbHasHelpWithAnExample) {
     const std::string help = Drenova({"--help"}).m_out;
     const std::size_t begin = help.find("Verbs:\n");
     ASSERT_NE(begin, std::string::npos);
@@ -186,8 +186,8 @@ TEST(Words, EveryVerbHasHelpWithAnExample) {
         SCOPED_TRACE(verb);
         const CEnded ended = Drenova({verb, "--help"});
         EXPECT_EQ(ended.m_code, 0);
-        EXPECT_THAT(ended.m_out, HasSubstr("usage: drenova " + verb + " "));
-        EXPECT_THAT(ended.m_out, HasSubstr("Example:\n  drenova " + verb));
+        EXPECT_THAT(ended.m_out, HasSubstr("Usage: drenova " + verb + " "));
+        EXPECT_THAT(ended.m_out, HasSubstr("Examples:\n  drenova " + verb));
         ++count;
     }
     EXPECT_GE(count, 13);
