@@ -27,14 +27,14 @@ constexpr const char* Twins = R"({"type": "FeatureCollection", "features": [
 
 struct CCase {
     const char* m_about;
-    std::vector<std::string> m_words; ///< "P" stands for the project, "/x" for a file beside it
+    std::vector<std::string> m_arguments; ///< "P" stands for the project, "/x" for a file beside it
     int m_code;
     const char* m_out = "";
     const char* m_err = "";
 };
 
 const CCase Cases[] = {
-    {"no words", {}, 2, "", "expected a verb"},
+    {"no arguments", {}, 2, "", "expected a verb"},
     {"unknown verb", {"rnu", "P"}, 2, "", "did you mean run?"},
     {"unknown verb asked for help", {"rnu", "--help"}, 2, "", "did you mean run?"},
     {"unknown option", {"info", "P", "--jsn"}, 2, "", "did you mean --json?"},
@@ -157,10 +157,10 @@ TEST(Arguments, EndWithTheirExitCode) {
 
     for (const CCase& test : Cases) {
         SCOPED_TRACE(test.m_about);
-        std::vector<std::string> words;
-        for (const std::string& word : test.m_words)
-            words.push_back(word == "P" ? project : word.starts_with('/') ? folder / word.substr(1) : word);
-        const CEnded ended = Drenova(words);
+        std::vector<std::string> arguments;
+        for (const std::string& word : test.m_arguments)
+            arguments.push_back(word == "P" ? project : word.starts_with('/') ? folder / word.substr(1) : word);
+        const CEnded ended = Drenova(arguments);
         EXPECT_EQ(ended.m_code, test.m_code) << ended.m_err;
         EXPECT_THAT(ended.m_out, HasSubstr(test.m_out));
         EXPECT_THAT(ended.m_err, HasSubstr(test.m_err));

@@ -89,7 +89,7 @@ TEST_F(Catalogue, ImportsGroupsWholeOrNotAtAll) {
 
     const std::string manholes =
         m_folder.Write("manholes.csv", "group,name,guid,inner_diameter_m,h1_m,h2_m,height_m\nTown,M,,1,0.3,0.9,2.5\n");
-    EXPECT_EQ(Drenova({"catalog", "import", other, manholes, "--kind", "pipe"}).m_code, 3) << "told to be pipes";
+    EXPECT_EQ(Drenova({"catalog", "import", other, manholes, "--kind", "pipe"}).m_code, 3) << "--kind says pipes";
     EXPECT_EQ(Drenova({"catalog", "import", other, manholes}).m_code, 0);
     EXPECT_EQ(Drenova({"catalog", "show", other, "Town"}).m_code, 2) << "pipes or manholes?";
     EXPECT_THAT(Drenova({"catalog", "show", other, "Town", "--kind", "manhole"}).m_out, HasSubstr("0.9"));
@@ -106,8 +106,8 @@ TEST_F(Catalogue, WrongWordsTouchNothing) {
                                                          {"catalog", "import", m_project, table, "--json"},
                                                          {"catalog", "eat", m_project},
                                                          {"settings", m_project, "pipe_group=No such group"}};
-    for (const auto& words : cases)
-        EXPECT_EQ(Drenova(words).m_code, 2) << words[1] << " " << words.back();
+    for (const auto& arguments : cases)
+        EXPECT_EQ(Drenova(arguments).m_code, 2) << arguments[1] << " " << arguments.back();
     EXPECT_EQ(Drenova({"catalog", "import", m_project, m_folder / "none.csv"}).m_code, 4);
     EXPECT_TRUE(ReadFile(m_project) == before);
 }
@@ -144,21 +144,21 @@ TEST_F(Catalogue, ProjectsHaveADefaultGroupOfPipes) {
     EXPECT_THAT(Drenova({"settings", m_project}).m_out, HasSubstr("pipe_group=\n"));
 }
 
-/// A damaged installation is told as such; what needs no catalogue goes on.
+/// A damaged installation is reported; verbs that need no catalogue work.
 TEST_F(Catalogue, DamagedInstallationsAreNamed) {
     const std::string data = m_folder / "data";
     std::filesystem::copy(std::string(DRENOVA_SOURCE_DIR) + "/data", data, std::filesystem::copy_options::recursive);
     const std::string pipes = ReadFile(data + "/catalogs/pipes.json");
     m_folder.Write("data/catalogs/pipes.json", pipes.substr(0, pipes.size() / 2));
-    const auto run = [&data](std::vector<std::string> words) {
-        return Drenova(CStart{std::move(words), {{"DRENOVA_DATA", data}}});
+    const auto run = [&data](std::vector<std::string> arguments) {
+        return Drenova(CStart{std::move(arguments), {{"DRENOVA_DATA", data}}});
     };
     EXPECT_EQ(run({"--version"}).m_code, 0);
-    for (const auto& words : {std::vector<std::string>{"info", m_project},
-                              {"new", m_folder / "new.gpkg"},
-                              {"import", SampleNetwork(), "-o", m_folder / "new.gpkg"}}) {
-        const CEnded ended = run(words);
-        EXPECT_EQ(ended.m_code, 4) << words.front();
+    for (const auto& arguments : {std::vector<std::string>{"info", m_project},
+                                  {"new", m_folder / "new.gpkg"},
+                                  {"import", SampleNetwork(), "-o", m_folder / "new.gpkg"}}) {
+        const CEnded ended = run(arguments);
+        EXPECT_EQ(ended.m_code, 4) << arguments.front();
         EXPECT_THAT(ended.m_err, HasSubstr("catalogs/pipes.json: not a catalogue"));
     }
     EXPECT_THAT(m_folder.List(), Not(HasSubstr("new.gpkg")));

@@ -45,10 +45,10 @@ protected:
                             f.at("value").dump() + " " + f.at("limit").dump() + " " + f.at("unit").dump());
         return brief;
     }
-    /// Checks with words; its findings.
-    std::vector<std::string> Check(std::vector<std::string> words, int code = 0) const {
-        words.insert(words.begin(), {"check", m_project, "--format", "json"});
-        const CEnded ended = Drenova(words);
+    /// Checks with arguments; its findings.
+    std::vector<std::string> Check(std::vector<std::string> arguments, int code = 0) const {
+        arguments.insert(arguments.begin(), {"check", m_project, "--format", "json"});
+        const CEnded ended = Drenova(arguments);
         EXPECT_EQ(ended.m_code, code) << ended.m_err;
         return ended.m_out.empty() ? std::vector<std::string>() : Brief(json::parse(ended.m_out));
     }
@@ -76,7 +76,7 @@ TEST_F(FaultyProject, ItemsAreChosenAndLimitsSetByWords) {
     EXPECT_EQ(Check({"0007_SMALLER_DIAMETERS", "--strict"}).size(), 0U);
 }
 
-TEST_F(FaultyProject, WrongWordsTouchNothing) {
+TEST_F(FaultyProject, InvalidArgumentsChangeNothing) {
     const std::string before = ReadFile(m_project);
     const std::pair<std::vector<std::string>, const char*> cases[] = {
         {{"0004_MIN_SLOPES"}, "did you mean 0004_MIN_SLOPE?"},
@@ -89,11 +89,11 @@ TEST_F(FaultyProject, WrongWordsTouchNothing) {
         {{"0004_MIN_SLOPE", "0003_MIN_LL_SLOPE.VALUE_MIN=3"}, "not among the checks to run"},
         {{"--format", "xml"}, "xml"},
     };
-    for (const auto& [words, message] : cases) {
+    for (const auto& [arguments, message] : cases) {
         std::vector<std::string> all{"check", m_project};
-        all.insert(all.end(), words.begin(), words.end());
+        all.insert(all.end(), arguments.begin(), arguments.end());
         const CEnded ended = Drenova(all);
-        EXPECT_EQ(ended.m_code, 2) << words.front();
+        EXPECT_EQ(ended.m_code, 2) << arguments.front();
         EXPECT_THAT(ended.m_err, HasSubstr(message));
     }
     EXPECT_EQ(ReadFile(m_project), before);

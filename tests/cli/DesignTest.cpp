@@ -68,7 +68,7 @@ TEST_F(ForkProject, DirectionsAreSetByWordAndByLevel) {
     EXPECT_EQ(ReadFile(m_project), m_before);
     CEnded ended = Drenova({"directions", m_project, "--set", "B=BC", "--auto", "--json"});
     EXPECT_EQ(ended.m_code, 0) << ended.m_err;
-    EXPECT_EQ(json::parse(ended.m_out)[0]["main_outlet"]["name"], "BC") << "what is settled stays";
+    EXPECT_EQ(json::parse(ended.m_out)[0]["main_outlet"]["name"], "BC") << "the chosen one stays";
     ASSERT_EQ(Drenova({"set", m_project, "MAIN_SECT_OUT=", "--on", "nodes", "--all"}).m_code, 0);
     ended = Drenova({"directions", m_project, "--auto", "--json"});
     EXPECT_EQ(json::parse(ended.m_out)[0]["main_outlet"]["name"], "BD") << "the lowest level line";

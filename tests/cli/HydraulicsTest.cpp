@@ -38,13 +38,13 @@ std::string Chain(const std::vector<std::string>& sections) {
     return text + "]}";
 }
 
-std::vector<std::string> Words(std::string words) {
+std::vector<std::string> Arguments(std::string arguments) {
     std::vector<std::string> list{"pipe"};
-    for (std::size_t blank = words.find(' '); blank != std::string::npos; blank = words.find(' ')) {
-        list.push_back(words.substr(0, blank));
-        words.erase(0, blank + 1);
+    for (std::size_t blank = arguments.find(' '); blank != std::string::npos; blank = arguments.find(' ')) {
+        list.push_back(arguments.substr(0, blank));
+        arguments.erase(0, blank + 1);
     }
-    list.push_back(words);
+    list.push_back(arguments);
     return list;
 }
 
@@ -110,25 +110,26 @@ TEST(Hydraulics, OfEverySectionWithPipeFlowAndSlope) {
 
 TEST(PipeCalculator, AnswersAndRefusals) {
     const json flow =
-        json::parse(Drenova(Words("circle 300 --slope 5 --roughness 1 --flow 0.00733285381166 --json")).m_out);
+        json::parse(Drenova(Arguments("circle 300 --slope 5 --roughness 1 --flow 0.00733285381166 --json")).m_out);
     EXPECT_NEAR(flow.at("filling_percent"), Filling, 1e-6 * Filling);
     EXPECT_NEAR(flow.at("depth_m"), 0.003 * Filling, 1e-8);
     EXPECT_NEAR(flow.at("velocity_ms"), Velocity, 1e-6 * Velocity);
     EXPECT_NEAR(flow.at("full_flow_m3s"), Capacity, 1e-6 * Capacity);
     EXPECT_NEAR(flow.at("area_m2"), Flow / Velocity, 1e-8);
-    const json fill = json::parse(Drenova(Words("circle 300 --slope 5 --roughness 1 --fill 21.28157579 --json")).m_out);
+    const json fill =
+        json::parse(Drenova(Arguments("circle 300 --slope 5 --roughness 1 --fill 21.28157579 --json")).m_out);
     EXPECT_NEAR(fill.at("flow_m3s"), Flow, 1e-8);
-    const json box = json::parse(Drenova(Words("box 1500x900 --slope 3 --roughness 1.5 --json")).m_out);
+    const json box = json::parse(Drenova(Arguments("box 1500x900 --slope 3 --roughness 1.5 --json")).m_out);
     EXPECT_NEAR(box.at("full_hydraulic_radius_m"), 1.5 * 0.9 / 4.8, 1e-12);
     EXPECT_NEAR(box.at("greatest_flow_filling_percent"), 100.0, 1e-6); // just below the top
-    const json egg = json::parse(Drenova(Words("egg 800 --slope 3 --roughness 1.5 --json")).m_out);
+    const json egg = json::parse(Drenova(Arguments("egg 800 --slope 3 --roughness 1.5 --json")).m_out);
     EXPECT_EQ(egg.at("height_mm"), 1200.0);
-    const CEnded over = Drenova(Words("circle 300 --slope 5 --roughness 1 --flow 0.146657076233"));
+    const CEnded over = Drenova(Arguments("circle 300 --slope 5 --roughness 1 --flow 0.146657076233"));
     EXPECT_THAT(over.m_out, HasSubstr("surcharged"));
     EXPECT_THAT(over.m_out, HasSubstr("200.00"));
 
     const struct {
-        const char* words;
+        const char* arguments;
         const char* message;
     } refusals[] = {
         {"circle 300x200 --slope 1 --roughness 1", "DIMENSIONS: found \"300x200\""},
@@ -144,8 +145,8 @@ TEST(PipeCalculator, AnswersAndRefusals) {
         {"circle 300 --slope 1 --roughness 0 --viscosity 0", "one of them above 0"},
     };
     for (const auto& refusal : refusals) {
-        const CEnded ended = Drenova(Words(refusal.words));
-        EXPECT_EQ(ended.m_code, 2) << refusal.words;
+        const CEnded ended = Drenova(Arguments(refusal.arguments));
+        EXPECT_EQ(ended.m_code, 2) << refusal.arguments;
         EXPECT_THAT(ended.m_err, HasSubstr(refusal.message));
     }
 }

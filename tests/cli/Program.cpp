@@ -73,12 +73,12 @@ void Prepare(const CStart& start, const std::string& out, const std::string& err
 }
 
 pid_t StartProgram(const CStart& start, const std::string& out, const std::string& err) {
-    std::vector<std::string> words{"drenova"};
-    words.insert(words.end(), start.m_words.begin(), start.m_words.end());
+    std::vector<std::string> texts{"drenova"};
+    texts.insert(texts.end(), start.m_arguments.begin(), start.m_arguments.end());
     std::vector<char*> arguments;
-    arguments.reserve(words.size() + 1);
-    for (std::string& word : words)
-        arguments.push_back(word.data());
+    arguments.reserve(texts.size() + 1);
+    for (std::string& text : texts)
+        arguments.push_back(text.data());
     arguments.push_back(nullptr);
     const pid_t id = ::fork();
     if (id == 0) {

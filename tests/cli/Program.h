@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-/// A folder of its own for one test, gone with it. Its name holds what paths of users hold.
+/// A folder for one test, removed with it. Its name has blanks and letters that paths of users have.
 class CFolder {
 public:
     CFolder();
@@ -42,7 +42,7 @@ struct CEnded {
 
 /// How a program is started.
 struct CStart {
-    std::vector<std::string> m_words;
+    std::vector<std::string> m_arguments;
     std::vector<std::pair<std::string, std::string>> m_environment{}; ///< beside the present one
     std::string m_outputTo{};                                         ///< file for standard output; empty to catch it
     int m_input = -1;      ///< descriptor for standard input; -1 for none to read
@@ -63,6 +63,6 @@ private:
 
 /// Runs the program to its end.
 CEnded Drenova(const CStart& start);
-inline CEnded Drenova(std::vector<std::string> words) {
-    return Drenova(CStart{std::move(words)});
+inline CEnded Drenova(std::vector<std::string> arguments) {
+    return Drenova(CStart{std::move(arguments)});
 }

@@ -26,7 +26,7 @@ protected:
 
 } // namespace
 
-TEST_F(Town, InfoTellsWhatThereIs) {
+TEST_F(Town, InfoShowsTheContents) {
     const json info = json::parse(Drenova({"info", m_project, "--json"}).m_out);
     EXPECT_EQ(info.at("nodes"), 123);
     EXPECT_EQ(info.at("sections"), 121);
@@ -58,9 +58,9 @@ TEST_F(Town, SetAndGetAgree) {
     const std::vector<std::string> ask{"get",     m_project, "FLOW_USER", "PIPE_MARK", "LEVEL_LINE_POSITION",
                                        "--names", "QUAY-02", "--names",   "QUAY-01",   "--format"};
     const auto asked = [&ask](const char* format) {
-        auto words = ask;
-        words.emplace_back(format);
-        return Drenova(words).m_out;
+        auto arguments = ask;
+        arguments.emplace_back(format);
+        return Drenova(arguments).m_out;
     };
     const json rows = json::parse(asked("json"));
     ASSERT_EQ(rows.size(), 2u);
@@ -121,16 +121,16 @@ TEST_F(Town, FailedImportTouchesNothing) {
 
 /// Numbers have a point in every country, and a reader that has seen enough is no error; a full disk is one.
 TEST_F(Town, OutputStandsAnySurroundings) {
-    const std::vector<std::string> words{"get", m_project, "SECTION_SLOPE", "--format", "csv"};
-    const std::string expected = Drenova(words).m_out;
-    CStart comma{words, {{"LC_ALL", "de_DE.UTF-8"}, {"LANG", "de_DE.UTF-8"}, {"LC_NUMERIC", "de_DE.UTF-8"}}};
+    const std::vector<std::string> arguments{"get", m_project, "SECTION_SLOPE", "--format", "csv"};
+    const std::string expected = Drenova(arguments).m_out;
+    CStart comma{arguments, {{"LC_ALL", "de_DE.UTF-8"}, {"LANG", "de_DE.UTF-8"}, {"LC_NUMERIC", "de_DE.UTF-8"}}};
     EXPECT_EQ(Drenova(comma).m_out, expected);
-    CStart deaf{words};
+    CStart deaf{arguments};
     deaf.m_isDeaf = true;
     const CEnded ended = Drenova(deaf);
     EXPECT_EQ(ended.m_code, 0);
     EXPECT_EQ(ended.m_err, "");
-    CStart full{words};
+    CStart full{arguments};
     full.m_outputTo = "/dev/full";
     const CEnded refused = Drenova(full);
     EXPECT_EQ(refused.m_code, 4);
@@ -175,8 +175,8 @@ TEST(Interrupted, ImportMakesNothing) {
     EXPECT_EQ(folder.List(), "");
 }
 
-/// The same words give the same network, bytes and all; another seed gives another.
-TEST(Generated, IsTheSameForTheSameWords) {
+/// The same arguments give the same network, to the byte; another seed gives another.
+TEST(Generated, IsTheSameForTheSameArguments) {
     const CFolder folder;
     const auto generate = [&folder](const char* seed, const char* name) {
         EXPECT_EQ(

@@ -60,10 +60,10 @@ protected:
             Drenova({"import", network, "--catalog", m_folder.Write("pipes.csv", Pipes()), "-o", m_project}).m_code, 0);
     }
     CEnded Run(const std::vector<std::string>& more) const {
-        std::vector<std::string> words{
+        std::vector<std::string> arguments{
             "run", m_project, "001_RAIN_ITP", "PIPE_GROUP=Round", "FILE_PATH=" + m_curves, "FREQUENCY=2"};
-        words.insert(words.end(), more.begin(), more.end());
-        return Drenova(CStart{words, {{"DRENOVA_HOME", m_folder / "home"}}});
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return Drenova(CStart{arguments, {{"DRENOVA_HOME", m_folder / "home"}}});
     }
 
     CFolder m_folder;
@@ -97,19 +97,19 @@ struct CCircle {
     }
 };
 
-/// Reckons a printed explanation again from its own numbers and nothing else.
-class CReckoning {
+/// Repeats a calculation from the numbers of its printed explanation alone.
+class CRecalculation {
 public:
-    explicit CReckoning(const json& sheet) : m_sheet(sheet), m_basis(sheet.at("basis")) {}
+    explicit CRecalculation(const json& sheet) : m_sheet(sheet), m_basis(sheet.at("basis")) {}
 
     /// The flow of the last section, m³/s.
-    double Reckon() {
+    double Calculate() {
         double area = 0.0;
         for (const json& each : m_sheet.at("areas"))
             area += Area(each);
         double flow = 0.0;
         for (const json& step : m_sheet.at("chain"))
-            flow = ReckonStep(step);
+            flow = CalculateStep(step);
         if (!m_sheet.at("areas").empty()) {
             EXPECT_NEAR(area, m_sheet.at("chain").back().at("passes").back().at("effective_area"), 1e-12);
         }
@@ -145,7 +145,7 @@ private:
         }
     }
 
-    double ReckonStep(const json& step) {
+    double CalculateStep(const json& step) {
         const bool isTurkish = m_basis.at("rainfall_mode") == 9455;
         const double own = Area(step);
         const CState above = step.at("above").is_null() ? CState() : m_states.at(step.at("above"));
@@ -205,7 +205,7 @@ private:
     double m_chainArea = 0.0;
 };
 
-/// What stands between two signs of equality: numbers, + - · / ^ and parentheses.
+/// The text between two equal signs: numbers, + - · / ^ and parentheses.
 class CExpression {
 public:
     explicit CExpression(std::string text) : m_text(std::move(text)) {
@@ -257,8 +257,8 @@ private:
 
 } // namespace
 
-/// Whatever the rules, the stored flow follows from what is printed.
-TEST_F(RainProject, AnExplanationIsEnoughToReckonTheFlowAgain) {
+/// With every rule the stored flow follows from the printed numbers.
+TEST_F(RainProject, AnExplanationIsEnoughToRepeatTheCalculation) {
     const std::vector<std::string> variants[] = {
         {},
         {"STORM_CAD=11091"},
@@ -273,14 +273,14 @@ TEST_F(RainProject, AnExplanationIsEnoughToReckonTheFlowAgain) {
     for (const auto& variant : variants) {
         const std::string about = variant.empty() ? "as the form comes" : variant.front();
         SCOPED_TRACE(about);
-        std::vector<std::string> words = variant;
-        words.insert(words.end(), {"--explain", "trunk", "--format", "json"});
-        const CEnded ended = Run(words);
+        std::vector<std::string> arguments = variant;
+        arguments.insert(arguments.end(), {"--explain", "trunk", "--format", "json"});
+        const CEnded ended = Run(arguments);
         ASSERT_EQ(ended.m_code, 0) << ended.m_err;
         const json sheet = json::parse(ended.m_out);
         EXPECT_EQ(sheet.at("section"), "trunk");
         ASSERT_EQ(sheet.at("chain").size(), 3U);
-        const double flow = CReckoning(sheet).Reckon();
+        const double flow = CRecalculation(sheet).Calculate();
         const json stored =
             json::parse(Drenova({"get", m_project, "FLOW_RAIN_IDF", "--names", "trunk", "--format", "json"}).m_out);
         EXPECT_NEAR(flow, stored.at(0).at("FLOW_RAIN_IDF"), 1e-9 * flow);
@@ -289,7 +289,7 @@ TEST_F(RainProject, AnExplanationIsEnoughToReckonTheFlowAgain) {
     }
 }
 
-/// The sheet for people: every line of the form "letters = numbers = result" is true as it stands, to its seven digits.
+/// The sheet for people: every line of the form "letters = numbers = result" is true to its seven digits.
 TEST_F(RainProject, ASheetIsTrueToItsOwnNumbers) {
     for (const auto& [variant, formulas] : {std::pair{"FREQUENCY=2", 25}, {"RAINFALL_MODE=2484", 20}}) {
         const CEnded ended = Run({variant, "--explain", "G4"});
@@ -306,7 +306,7 @@ TEST_F(RainProject, ASheetIsTrueToItsOwnNumbers) {
                 continue;
             const std::string numbers = line.substr(before + 3, last - before - 3);
             if (numbers.find_first_not_of("0123456789.e+-/^() ·") != std::string::npos)
-                continue; // a line of words
+                continue; // a line of text
             const double value = CExpression(numbers).Sum();
             EXPECT_NEAR(CExpression(line.substr(last + 3)).Number() / value, 1.0, 1e-5) << line;
             ++count;
@@ -334,7 +334,7 @@ TEST_F(RainProject, ListsItsSectionsInThreeFormats) {
                           "filling_percent,velocity_ms,pipe_before,pipe_after\nlong,G1,0.77,0.77,"));
 }
 
-TEST_F(RainProject, TellsOfTheFilesItWrote) {
+TEST_F(RainProject, ReportsTheFilesItWrote) {
     EXPECT_THAT(Run({"--idf-table"}).m_err, HasSubstr(m_folder / "home/IDFOut.txt"));
     EXPECT_THAT(ReadFile(m_folder / "home/IDFOut.txt"), HasSubstr(" ITERATION 1\r\n"));
     EXPECT_THAT(Run({"PARTIAL_AREA_EFFECT=2", "--yes"}).m_err, HasSubstr(m_folder / "home/variations.txt"));
@@ -347,9 +347,9 @@ TEST_F(RainProject, TellsOfTheFilesItWrote) {
     EXPECT_THAT(full.m_err, Not(HasSubstr(".txt: written")));
 }
 
-TEST_F(RainProject, RefusesWhatItCannotTell) {
+TEST_F(RainProject, RefusesOptionsOfOtherCalculators) {
     const struct {
-        std::vector<std::string> words;
+        std::vector<std::string> arguments;
         const char* message;
     } refusals[] = {
         {{"run", m_project, "01_WASTE_PERCENT", "--explain", "trunk"}, "--explain: found the calculator"},
@@ -361,7 +361,7 @@ TEST_F(RainProject, RefusesWhatItCannotTell) {
         {{"run", m_project, "001_RAIN_ITP", "--preview"}, "--preview"},
     };
     for (const auto& refusal : refusals) {
-        const CEnded ended = Drenova(refusal.words);
+        const CEnded ended = Drenova(refusal.arguments);
         EXPECT_EQ(ended.m_code, 2) << refusal.message;
         EXPECT_THAT(ended.m_err, HasSubstr(refusal.message));
     }
@@ -384,13 +384,13 @@ TEST(Curves, AreShownLookedUpAndRefused) {
     EXPECT_THAT(all.m_err, HasSubstr("good.txt, line 7: the duration 5 occurred before"));
     const json found = json::parse(Drenova({"curves", good, "--duration", "7.5", "--json"}).m_out);
     ASSERT_EQ(found.at("curves").size(), 2U);
-    EXPECT_EQ(found.at("curves").at(0).at("intensity_lsha"), 90.0) << "held";
+    EXPECT_EQ(found.at("curves").at(0).at("intensity_lsha"), 90.0) << "constant outside the points";
     EXPECT_EQ(found.at("curves").at(1).at("intensity_lsha"), 125.0);
     EXPECT_EQ(found.at("problems").at(0).at("line"), 7);
     EXPECT_THAT(Drenova({"curves", good, "--frequency", "5"}).m_out, HasSubstr("150.00"));
 
     const struct {
-        std::vector<std::string> words;
+        std::vector<std::string> arguments;
         int code;
         const char* message;
     } refusals[] = {
@@ -402,9 +402,9 @@ TEST(Curves, AreShownLookedUpAndRefused) {
         {{good, "--duration", "long"}, 2, "found \"long\""},
     };
     for (const auto& refusal : refusals) {
-        std::vector<std::string> words{"curves"};
-        words.insert(words.end(), refusal.words.begin(), refusal.words.end());
-        const CEnded ended = Drenova(words);
+        std::vector<std::string> arguments{"curves"};
+        arguments.insert(arguments.end(), refusal.arguments.begin(), refusal.arguments.end());
+        const CEnded ended = Drenova(arguments);
         EXPECT_EQ(ended.m_code, refusal.code) << refusal.message;
         EXPECT_THAT(ended.m_err, HasSubstr(refusal.message));
     }

@@ -36,9 +36,9 @@ protected:
             {"LEVEL_LINE_0=120.20", "SECTION_SLOPE=7.6319", "--names", "WEIR-01"},
             {"LEVEL_LINE_0=118.51", "SECTION_SLOPE=10.5196", "--names", "GARD-02"}};
         for (const auto& each : repairs) {
-            std::vector<std::string> words{"set", m_project};
-            words.insert(words.end(), each.begin(), each.end());
-            ASSERT_EQ(Drenova(words).m_code, 0);
+            std::vector<std::string> arguments{"set", m_project};
+            arguments.insert(arguments.end(), each.begin(), each.end());
+            ASSERT_EQ(Drenova(arguments).m_code, 0);
         }
         ASSERT_EQ(Drenova({"slopes", m_project}).m_code, 0);
     }

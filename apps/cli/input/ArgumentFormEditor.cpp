@@ -70,10 +70,10 @@ bool CArgumentFormEditor::Enter(CPropertyEx& property, const CFormValue& value) 
         text = (std::filesystem::path(value.m_folder) / text).string();
     if (!property.IsInForce())
         m_outOfForce.push_back(value.m_tag);
-    const auto typed = OLMGis::Topology::SetPropertyText(property, text);
-    if (!typed)
-        Fail(value, typed.GetError().message);
-    return static_cast<bool>(typed);
+    const auto entered = OLMGis::Topology::SetPropertyText(property, text);
+    if (!entered)
+        Fail(value, entered.GetError().message);
+    return static_cast<bool>(entered);
 }
 
 void CArgumentFormEditor::Fail(const CFormValue& value, std::string message) {

@@ -74,16 +74,16 @@ Result<std::string> ReadCrs(std::string_view text, const std::string& /*project*
 
 /// The pipe group of designs that name no other; by name or GUID, stored as given.
 Result<std::string> ReadPipeGroup(std::string_view text, const std::string& /*project*/) {
-    const std::string_view word = CUtility::Trim(text);
+    const std::string_view group = CUtility::Trim(text);
     const auto& pipes = *CCatalogManager::Instance()->GetCatalog(CCatalogManager::PipeCatalog, 1);
-    const auto found = pipes.GetItembyGuid(word);
-    if (word.empty() || (found && found->IsGroup()) || pipes.GetGroupByName(word))
-        return std::string(word);
+    const auto found = pipes.GetItembyGuid(group);
+    if (group.empty() || (found && found->IsGroup()) || pipes.GetGroupByName(group))
+        return std::string(group);
     std::vector<std::string> names;
-    for (const auto& group : pipes.GetGroups())
-        names.push_back(group->GetName());
+    for (const auto& known : pipes.GetGroups())
+        names.push_back(known->GetName());
     return BadWords(fmt::format("found \"{}\", expected the name or GUID of a group of pipes{}", OnOneLine(text),
-                                Suggest(word, names)));
+                                Suggest(group, names)));
 }
 
 const std::vector<std::string>& TerrainNames() {
