@@ -71,11 +71,11 @@ TEST_F(Listings, AttributesShowGuidsWhereNamesRepeat) {
     const Reports::CDefinitionList keys{
         OLMGis::Data::CDataConfiguration::Instance()->GetDataDefinitionByID("SECTION_SLOPE")};
     const auto once = Reports::ChooseEntities(enmEntityKind::Section, {"AB,BC"});
-    EXPECT_THAT(TextOf(MakeAttributeTable(once.Value(), keys)), testing::StartsWith("name  SECTION_SLOPE\n"));
+    EXPECT_THAT(TextOf(Reports::MakeAttributeTable(once.Value(), keys)), testing::StartsWith("name  SECTION_SLOPE\n"));
     const CEntityList twice{once->front(), once->front()};
-    EXPECT_THAT(TextOf(MakeAttributeTable(twice, keys)), HasSubstr(std::string(once->front()->GetGuid())));
+    EXPECT_THAT(TextOf(Reports::MakeAttributeTable(twice, keys)), HasSubstr(std::string(once->front()->GetGuid())));
     Reports::CTable::CRow row;
-    MakeAttributeTable(once.Value(), keys).ReadRow(1, row);
+    Reports::MakeAttributeTable(once.Value(), keys).ReadRow(1, row);
     EXPECT_FALSE(row.back().IsNotNull());
 }
 

@@ -93,9 +93,24 @@ CVerbResult ShowOrChange(const COptions& options, CTerminal& terminal, std::ostr
 }
 
 std::string ListSettings() {
+    struct CLine {
+        std::string_view m_first;
+        std::string_view m_last;
+        std::string_view m_values;
+    };
+    std::vector<CLine> lines; // neighbours that take the same share a line: the ten terrain types
+    for (const CKnownSetting& setting : GetKnownSettings()) {
+        if (!lines.empty() && lines.back().m_values == setting.m_values)
+            lines.back().m_last = setting.m_name;
+        else
+            lines.push_back({setting.m_name, setting.m_name, setting.m_values});
+    }
     std::string text = "Settings:";
-    for (const CKnownSetting& setting : GetKnownSettings())
-        text += fmt::format("\n  {:<12}{}", setting.m_name, setting.m_values);
+    for (const CLine& line : lines)
+        text += fmt::format("\n  {:<26}{}",
+                            line.m_first == line.m_last ? std::string(line.m_first)
+                                                        : fmt::format("{} to {}", line.m_first, line.m_last),
+                            line.m_values);
     return text;
 }
 
