@@ -395,7 +395,7 @@ TEST(Curves, AreShownLookedUpAndRefused) {
         const char* message;
     } refusals[] = {
         {{folder.Write("bad.txt", "*\n10 20 30\n")}, 3, "bad.txt, line 2: found 3 parts"},
-        {{folder.Write("none.txt", "* nothing\n")}, 3, "there is no curve in the file"},
+        {{folder.Write("none.txt", "* nothing\n")}, 3, "the file contains no curve"},
         {{folder / "missing.txt"}, 4, "No such file"},
         {{good, "--frequency", "3"}, 2, "expected one that"},
         {{good, "--frequency", "often"}, 2, "found \"often\""},

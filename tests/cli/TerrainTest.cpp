@@ -52,7 +52,7 @@ TEST_F(Ground, SlopesFollowFromLevels) {
     const std::string other = m_folder / "other.gpkg";
     const CEnded stored = Drenova({"slopes", m_project, "-o", other});
     EXPECT_EQ(stored.m_code, 0);
-    EXPECT_THAT(stored.m_err, HasSubstr("1 section without levels at both ends, left as they are: BC"));
+    EXPECT_THAT(stored.m_err, HasSubstr("1 section without levels at both ends, unchanged: BC"));
     EXPECT_THAT(stored.m_err, HasSubstr("negative slope: CD"));
     EXPECT_THAT(stored.m_err, HasSubstr("SECTION_SLOPE_CAL of 2 sections"));
     EXPECT_EQ(Slopes(other, "SECTION_SLOPE_CAL"), json({20.0, nullptr, -50.0}));

@@ -48,7 +48,7 @@ std::string Printed(const Printer& print) {
 TEST(TablePrinting, GivesPeopleAlignedRoundedValues) {
     EXPECT_EQ(Printed([](auto& stream) { PrintAsText(stream, MakeTable(), "  "); }),
               "  section  who         flow  count  built-in\n"
-              "                      m³/s\n"
+              "                       m³/s\n"
               "  č, \"1\"   people     0.100      7  yes\n"
               "  水水               -0.000         no\n"
               "  x?               Infinity      3\n");
