@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 #include "apps/cli/verbs/Verbs.h"
+#include "host/formulas/Units.h"
 #include "host/gis_core/Utility.h"
 #include "reports/PipeCalculation.h"
 #include "reports/ShownText.h"
@@ -13,6 +14,8 @@
 namespace Cli {
 
 using OLMGis::Formulas::enmSectionShape;
+using OLMGis::Formulas::MillimetresPerMetre;
+using OLMGis::Formulas::PerMille;
 using OLMGis::Utility::BadWords;
 using OLMGis::Utility::CUtility;
 using OLMGis::Utility::Done;
@@ -35,8 +38,6 @@ struct COptions {
     CFormatOption m_format;
 };
 
-constexpr double MillimetresPerMetre = 1000.0;
-constexpr double Thousandths = 1000.0;
 constexpr double EggHeight = 1.5; // of its width, the normal egg
 constexpr double LargestSize = 1e6;
 
@@ -101,7 +102,7 @@ Result<CPipeQuestion> ReadQuestion(const COptions& options) {
         if (number.m_isGiven)
             if (const Status read = ReadNumber(number.m_option, number.m_text, number.m_least, number.m_value); !read)
                 return read.GetError();
-    conditions.m_slope = question.m_slope / Thousandths;
+    conditions.m_slope = question.m_slope / PerMille;
     conditions.m_roughness = question.m_roughness / MillimetresPerMetre;
     if (!(conditions.m_roughness > 0.0 || conditions.m_viscosity > 0.0))
         return BadWords("--viscosity: found 0 with a roughness of 0, expected one of them above 0");
