@@ -3,7 +3,9 @@
 #include "host/formulas/SectionGeometry.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
+#include <iterator>
 #include <numbers>
 
 namespace OLMGis::Formulas {
@@ -177,20 +179,59 @@ CWetSection WetTable(std::span<const CSectionLevel> levels, double depth) {
     return {};
 }
 
+namespace {
+
+constexpr CShapeKind Kinds[] = {
+    {enmSectionShape::Circle, "circle", enmShapeDimensions::Diameter, 1.0,
+     [](const CSectionShape& shape, double depth) { return WetCircle(shape.m_width, depth); },
+     [](const CSectionShape& shape) { return IsLength(shape.m_width) ? shape.m_width : 0.0; }},
+    {enmSectionShape::Egg, "egg", enmShapeDimensions::WidthAndHeight, 1.5,
+     [](const CSectionShape& shape, double depth) { return WetEgg(shape.m_width, shape.m_height, depth); },
+     [](const CSectionShape& shape) { return IsEgg(shape.m_width, shape.m_height) ? shape.m_height : 0.0; }},
+    {enmSectionShape::Box, "box", enmShapeDimensions::WidthAndHeight, 0.0,
+     [](const CSectionShape& shape, double depth) { return WetBox(shape.m_width, shape.m_height, depth); },
+     [](const CSectionShape& shape) {
+         return IsLength(shape.m_width) && IsLength(shape.m_height) ? shape.m_height : 0.0;
+     }},
+    {enmSectionShape::Table, "table", enmShapeDimensions::Levels, 0.0,
+     [](const CSectionShape& shape, double depth) { return WetTable(shape.m_levels, depth); },
+     [](const CSectionShape& shape) { return IsTable(shape.m_levels) ? shape.m_levels.back().m_height : 0.0; }},
+};
+
+} // namespace
+
+std::span<const CShapeKind> ShapeKinds() {
+    return Kinds;
+}
+
+const CShapeKind& KindOfShape(enmSectionShape shape) {
+    const auto* const found = std::ranges::find(Kinds, shape, &CShapeKind::m_shape);
+    assert(found != std::end(Kinds));
+    return *found;
+}
+
+const CShapeKind* FindShapeKind(std::string_view key) {
+    const auto* const found = std::ranges::find(Kinds, key, &CShapeKind::m_key);
+    return found == std::end(Kinds) ? nullptr : found;
+}
+
+std::vector<std::string_view> ShapeKeys() {
+    std::vector<std::string_view> keys;
+    for (const CShapeKind& kind : Kinds)
+        keys.push_back(kind.m_key);
+    return keys;
+}
+
+std::vector<std::string_view> KeysOfSizedShapes() {
+    std::vector<std::string_view> keys;
+    for (const CShapeKind& kind : Kinds)
+        if (kind.m_dimensions != enmShapeDimensions::Levels)
+            keys.push_back(kind.m_key);
+    return keys;
+}
+
 CWetSection WetShape(const CSectionShape& shape, double depth) {
-    switch (shape.m_kind) {
-    case enmSectionShape::Circle:
-        return WetCircle(shape.m_width, depth);
-    case enmSectionShape::Egg:
-        return WetEgg(shape.m_width, shape.m_height, depth);
-    case enmSectionShape::Box:
-        return WetBox(shape.m_width, shape.m_height, depth);
-    case enmSectionShape::Table:
-        return WetTable(shape.m_levels, depth);
-    case enmSectionShape::None:
-        break;
-    }
-    return {};
+    return KindOfShape(shape.m_kind).m_wet(shape, depth);
 }
 
 CWetSection FullShape(const CSectionShape& shape) {
@@ -198,19 +239,7 @@ CWetSection FullShape(const CSectionShape& shape) {
 }
 
 double HeightOfShape(const CSectionShape& shape) {
-    switch (shape.m_kind) {
-    case enmSectionShape::Circle:
-        return IsLength(shape.m_width) ? shape.m_width : 0.0;
-    case enmSectionShape::Egg:
-        return IsEgg(shape.m_width, shape.m_height) ? shape.m_height : 0.0;
-    case enmSectionShape::Box:
-        return IsLength(shape.m_width) && IsLength(shape.m_height) ? shape.m_height : 0.0;
-    case enmSectionShape::Table:
-        return IsTable(shape.m_levels) ? shape.m_levels.back().m_height : 0.0;
-    case enmSectionShape::None:
-        break;
-    }
-    return 0.0;
+    return KindOfShape(shape.m_kind).m_height(shape);
 }
 
 } // namespace OLMGis::Formulas

@@ -4,12 +4,13 @@
 
 #include <cstddef>
 #include <span>
+#include <string_view>
 #include <vector>
 
 namespace OLMGis::Formulas {
 
-/// Inside of a section. None: no inside, nothing flows through it.
-enum class enmSectionShape { None, Circle, Egg, Box, Table };
+/// Shape of the inside of a pipe. What is particular to each is in one list, see ShapeKinds.
+enum class enmSectionShape { Circle, Egg, Box, Table };
 
 /// One level of a table shape.
 struct CSectionLevel {
@@ -17,8 +18,9 @@ struct CSectionLevel {
     double m_width = 0.0;  ///< inside width there (m, >= 0)
 };
 
+/// Inside of a section, all in m. Without a size nothing flows through it.
 struct CSectionShape {
-    enmSectionShape m_kind = enmSectionShape::None;
+    enmSectionShape m_kind = enmSectionShape::Circle;
     double m_width = 0.0;  ///< m; the diameter of a circle
     double m_height = 0.0; ///< m; not read for a circle (its height is its width) and a table (its levels give it)
     std::vector<CSectionLevel> m_levels; ///< of a table: two or more, heights not falling
@@ -58,8 +60,35 @@ CWetSection WetShape(const CSectionShape& shape, double depth);
 /// The full section.
 CWetSection FullShape(const CSectionShape& shape);
 
-/// Inside height (m), 0 for None and where bad input leaves no section.
+/// Inside height (m), 0 where bad input leaves no section.
 double HeightOfShape(const CSectionShape& shape);
+
+/// What a shape is described by.
+enum class enmShapeDimensions { Diameter, WidthAndHeight, Levels };
+
+/// Everything that is particular to one shape.
+struct CShapeKind {
+    enmSectionShape m_shape;
+    std::string_view m_key; ///< in files, catalogues and options
+    enmShapeDimensions m_dimensions;
+    double m_heightRatio; ///< height to width of the sizes that are made; 0 where any occurs
+    CWetSection (*m_wet)(const CSectionShape& shape, double depth); ///< see WetShape
+    double (*m_height)(const CSectionShape& shape);                 ///< see HeightOfShape
+};
+
+/// The one list of shapes, in the order of enmSectionShape.
+std::span<const CShapeKind> ShapeKinds();
+
+const CShapeKind& KindOfShape(enmSectionShape shape);
+
+/// Null for an unknown key.
+const CShapeKind* FindShapeKind(std::string_view key);
+
+/// Keys of all shapes, in the order of the list.
+std::vector<std::string_view> ShapeKeys();
+
+/// Keys of the shapes that a width and a height describe, a circle among them, in the order of the list.
+std::vector<std::string_view> KeysOfSizedShapes();
 
 /// a - sin a (a in rad, >= 0; sine: sin a) without loss of digits at small angles: twice the area of a segment of the
 /// unit circle.

@@ -9,8 +9,8 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <nlohmann/json.hpp>
-#include <tsl/robin_set.h>
 
+#include <absl/container/flat_hash_set.h>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -26,17 +26,9 @@ using Utility::Result;
 
 namespace {
 
-constexpr double EggRatio = 1.5;        // height to width of the inside
 constexpr double LargestPipe = 10000.0; // mm
 constexpr double RoughestPipe = 10.0;   // mm
 constexpr double LargestManhole = 20.0; // m
-
-struct CShapeName {
-    std::string_view m_name;
-    enmPipeShape m_shape;
-};
-constexpr std::array ShapeNames = {CShapeName{"circle", enmPipeShape::Circle}, CShapeName{"egg", enmPipeShape::Egg},
-                                   CShapeName{"box", enmPipeShape::Box}};
 
 /// Thrown and caught in this file: a value may be bad in many places of one nested text.
 [[noreturn]] void Fail(const std::string& message) {
@@ -76,8 +68,8 @@ const json& ListAt(const json& object, const char* member, const std::string& wh
     return value;
 }
 
-/// Inside size (mm) of an outside size and the wall; to the micrometre, so that it is the number that one reckons by
-/// hand and not its neighbour in binary.
+/// Inside size (mm) of an outside size and the wall; to the micrometre, so that it is the number that people calculate
+/// with hand and not its neighbour in binary.
 double InsideOf(double outside, double wall, const std::string& what) {
     constexpr double Micrometres = 1000.0;
     const double inside = std::round((outside - 2.0 * wall) * Micrometres) / Micrometres;
@@ -87,7 +79,8 @@ double InsideOf(double outside, double wall, const std::string& what) {
 }
 
 CPipeData ReadPipe(const json& row, const std::string& what, enmPipeShape shape, const std::string& type) {
-    const bool isCircle = shape == enmPipeShape::Circle;
+    const Formulas::CShapeKind& kind = Formulas::KindOfShape(shape);
+    const bool isCircle = kind.m_dimensions == Formulas::enmShapeDimensions::Diameter;
     if (isCircle)
         CheckMembers(row, what, {"name", "outside_mm", "wall_mm", "roughness_mm"});
     else
@@ -101,9 +94,9 @@ CPipeData ReadPipe(const json& row, const std::string& what, enmPipeShape shape,
     const double height = isCircle ? width : NumberAt(row, "outside_height_mm", what, 1.0, LargestPipe);
     pipe.m_innerWidth = InsideOf(width, pipe.m_wall, what);
     pipe.m_innerHeight = InsideOf(height, pipe.m_wall, what);
-    if (shape == enmPipeShape::Egg && pipe.m_innerHeight != EggRatio * pipe.m_innerWidth)
-        Fail(fmt::format("{}: found an inside of {} by {} mm, expected an egg 1.5 times as high as wide", what,
-                         pipe.m_innerWidth, pipe.m_innerHeight));
+    if (kind.m_heightRatio > 0.0 && pipe.m_innerHeight != kind.m_heightRatio * pipe.m_innerWidth)
+        Fail(fmt::format("{}: found an inside of {} by {} mm, expected the shape {} {} times as high as wide", what,
+                         pipe.m_innerWidth, pipe.m_innerHeight, kind.m_key, kind.m_heightRatio));
     return pipe;
 }
 
@@ -169,11 +162,11 @@ private:
 
     static enmPipeShape ShapeAt(const json& object, const std::string& what) {
         const std::string text = TextAt(object, "shape", what);
-        const auto* const found = std::find_if(ShapeNames.begin(), ShapeNames.end(),
-                                               [&text](const auto& each) { return each.m_name == text; });
-        if (found == ShapeNames.end())
-            Fail(fmt::format("{}: found the shape \"{}\", expected circle, egg or box", what, text));
-        return found->m_shape;
+        const Formulas::CShapeKind* const kind = Formulas::FindShapeKind(text);
+        if (kind == nullptr || kind->m_dimensions == Formulas::enmShapeDimensions::Levels)
+            Fail(fmt::format("{}: found the shape \"{}\", expected {}", what, text,
+                             fmt::join(Formulas::KeysOfSizedShapes(), ", ")));
+        return kind->m_shape;
     }
 
     void TakeNew(const std::string& name, const std::string& guid, const std::string& what) {
@@ -183,8 +176,8 @@ private:
 
     std::string m_id;
     bool m_isPipe;
-    tsl::robin_set<std::string> m_names;
-    tsl::robin_set<std::string> m_guids;
+    absl::flat_hash_set<std::string> m_names;
+    absl::flat_hash_set<std::string> m_guids;
 };
 
 Result<std::vector<CBuiltInGroup>> ReadFile(std::string_view id) {

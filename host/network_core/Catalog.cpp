@@ -88,7 +88,7 @@ void CCatalog::EnterPipe(CCatalogItem& group, CCatalogItem& pipe, CPipeData data
         group.m_byWidth.push_back({kept.m_innerWidth, static_cast<std::uint32_t>(group.m_subItems.size() - 1)});
     if (!kept.m_type.empty() && kept.m_minDiameter > 0.0) {
         const auto entry = m_minDiameters.insert({kept.m_type, kept.m_minDiameter}).first;
-        entry.value() = std::min(entry->second, kept.m_minDiameter);
+        entry->second = std::min(entry->second, kept.m_minDiameter);
     }
 }
 

@@ -2,15 +2,16 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/formulas/SectionGeometry.h"
 #include "host/gis_core/Result.h"
 #include "host/gis_core/Utility.h"
 
 #include <boost/enable_shared_from_this.hpp>
 #include <boost/shared_ptr.hpp>
 #include <boost/weak_ptr.hpp>
-#include <tsl/robin_map.h>
-#include <tsl/robin_set.h>
 
+#include <absl/container/flat_hash_map.h>
+#include <absl/container/flat_hash_set.h>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -24,7 +25,7 @@
 namespace OLMGis::Topology {
 
 /// Inside shape of a pipe.
-enum class enmPipeShape { Circle, Egg, Box, Table };
+using enmPipeShape = Formulas::enmSectionShape;
 
 /// One point of a table shape: inside width (mm) at a height above the invert (mm).
 struct CShapePoint {
@@ -149,11 +150,6 @@ public:
 
 private:
     using CNameInGroup = std::pair<const CCatalogItem*, std::string_view>;
-    struct NameInGroupHash {
-        std::size_t operator()(const CNameInGroup& name) const {
-            return std::hash<std::string_view>()(name.second) * 31 + std::hash<const void*>()(name.first);
-        }
-    };
 
     Utility::Result<boost::shared_ptr<CCatalogItem>> AddItem(CCatalogItem& group, std::string guid, std::string name);
     boost::shared_ptr<CCatalogItem> EnterGroup(std::string guid, std::string name);
@@ -163,11 +159,11 @@ private:
     std::string m_id;
     std::size_t m_builtInCount = 0; ///< of the groups, at their beginning
     std::vector<boost::shared_ptr<CCatalogItem>> m_groups;
-    tsl::robin_map<std::string, boost::shared_ptr<CCatalogItem>, Utility::GuidHash, Utility::GuidEqual> m_byGuid;
-    tsl::robin_map<std::string_view, boost::shared_ptr<CCatalogItem>> m_groupsByName;
-    tsl::robin_map<std::string_view, std::vector<boost::shared_ptr<CCatalogItem>>> m_itemsByName;
-    tsl::robin_set<CNameInGroup, NameInGroupHash> m_namesInGroups;
-    tsl::robin_map<std::string_view, double> m_minDiameters; ///< by pipe type, of types that state one
+    absl::flat_hash_map<std::string, boost::shared_ptr<CCatalogItem>, Utility::GuidHash, Utility::GuidEqual> m_byGuid;
+    absl::flat_hash_map<std::string_view, boost::shared_ptr<CCatalogItem>> m_groupsByName;
+    absl::flat_hash_map<std::string_view, std::vector<boost::shared_ptr<CCatalogItem>>> m_itemsByName;
+    absl::flat_hash_set<CNameInGroup> m_namesInGroups;
+    absl::flat_hash_map<std::string_view, double> m_minDiameters; ///< by pipe type, of types that state one
 };
 
 } // namespace OLMGis::Topology

@@ -11,35 +11,16 @@ using Formulas::CSectionShape;
 using Formulas::enmSectionShape;
 using Formulas::MillimetresPerMetre;
 using Topology::CPipeData;
-using Topology::enmPipeShape;
 
 namespace {
 
-enmSectionShape KindOf(enmPipeShape shape) {
-    switch (shape) {
-    case enmPipeShape::Circle:
-        return enmSectionShape::Circle;
-    case enmPipeShape::Egg:
-        return enmSectionShape::Egg;
-    case enmPipeShape::Box:
-        return enmSectionShape::Box;
-    case enmPipeShape::Table:
-        return enmSectionShape::Table;
-    }
-    return enmSectionShape::None;
-}
-
-/// Copies the inside of a pipe into a shape; reuses the memory of its levels. A null pipe gives None.
+/// Copies the inside of a pipe into a shape; reuses the memory of its levels. A null pipe gives a shape without a size.
 void CopyShape(CSectionShape& shape, const CPipeData* pipe) {
     shape.m_levels.clear();
-    if (pipe == nullptr) {
-        shape.m_kind = enmSectionShape::None;
-        return;
-    }
-    shape.m_kind = KindOf(pipe->m_shape);
-    shape.m_width = pipe->m_innerWidth / MillimetresPerMetre;
-    shape.m_height = pipe->m_innerHeight / MillimetresPerMetre;
-    if (shape.m_kind == enmSectionShape::Table)
+    shape.m_kind = pipe == nullptr ? enmSectionShape::Circle : pipe->m_shape;
+    shape.m_width = pipe == nullptr ? 0.0 : pipe->m_innerWidth / MillimetresPerMetre;
+    shape.m_height = pipe == nullptr ? 0.0 : pipe->m_innerHeight / MillimetresPerMetre;
+    if (pipe != nullptr && shape.m_kind == enmSectionShape::Table)
         for (const Topology::CShapePoint& point : pipe->m_table)
             shape.m_levels.push_back({point.m_height / MillimetresPerMetre, point.m_width / MillimetresPerMetre});
 }

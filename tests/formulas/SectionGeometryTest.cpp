@@ -151,8 +151,8 @@ TEST(SectionGeometry, BadInputIsDry) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double infinity = std::numeric_limits<double>::infinity();
     for (const double bad : {0.0, -1.0, nan, infinity})
-        for (const enmSectionShape kind : {enmSectionShape::None, enmSectionShape::Circle, enmSectionShape::Egg,
-                                           enmSectionShape::Box, enmSectionShape::Table}) {
+        for (const enmSectionShape kind :
+             {enmSectionShape::Circle, enmSectionShape::Egg, enmSectionShape::Box, enmSectionShape::Table}) {
             CSectionShape shape = Shape(kind, bad, 1.0);
             shape.m_levels = {{0.0, 1.0}, {bad, bad}};
             EXPECT_EQ(WetShape(shape, 0.5).m_area, 0.0);

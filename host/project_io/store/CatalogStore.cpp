@@ -26,7 +26,6 @@ using Topology::enmPipeShape;
 
 namespace {
 
-constexpr std::array<std::string_view, 4> ShapeNames = {"circle", "egg", "box", "table"}; ///< as enmPipeShape counts
 constexpr std::array CatalogIds = {CCatalogManager::PipeCatalog, CCatalogManager::ManholeCatalog};
 
 /// Columns of the catalogue, as the layout orders them.
@@ -94,7 +93,7 @@ private:
     }
 
     void PutPipe(const CPipeData& pipe) {
-        Put(Shape, ShapeNames[static_cast<std::size_t>(pipe.m_shape)]);
+        Put(Shape, Formulas::KindOfShape(pipe.m_shape).m_key);
         Put(InnerWidth, pipe.m_innerWidth);
         Put(InnerHeight, pipe.m_innerHeight);
         Put(Wall, pipe.m_wall);
@@ -195,12 +194,12 @@ private:
     }
 
     CPipeData ReadPipe() {
-        const auto shape = std::find(ShapeNames.begin(), ShapeNames.end(), m_reader.GetText(Shape));
-        if (shape == ShapeNames.end())
+        const Formulas::CShapeKind* const shape = Formulas::FindShapeKind(m_reader.GetText(Shape));
+        if (shape == nullptr)
             m_reader.Fail(fmt::format("found the shape \"{}\", expected {}", m_reader.GetText(Shape),
-                                      fmt::join(ShapeNames, ", ")));
+                                      fmt::join(Formulas::ShapeKeys(), ", ")));
         CPipeData pipe;
-        pipe.m_shape = static_cast<enmPipeShape>(shape - ShapeNames.begin());
+        pipe.m_shape = shape->m_shape;
         pipe.m_innerWidth = NumberAt(m_reader, InnerWidth);
         pipe.m_innerHeight = NumberAt(m_reader, InnerHeight);
         pipe.m_wall = NumberAt(m_reader, Wall);

@@ -42,13 +42,6 @@ constexpr std::array<std::string_view, 6> NeededManholeColumns = {"group", "name
 constexpr std::string_view PointsColumn = "points";
 constexpr std::string_view GroupGuidColumn = "group_guid";
 
-struct CShapeName {
-    std::string_view m_name;
-    enmPipeShape m_shape;
-};
-constexpr std::array ShapeNames = {CShapeName{"circle", enmPipeShape::Circle}, CShapeName{"egg", enmPipeShape::Egg},
-                                   CShapeName{"box", enmPipeShape::Box}, CShapeName{"table", enmPipeShape::Table}};
-
 /// Values outside these ranges are mostly wrong units: pipes are in mm, manholes in m. Wide enough for river beds.
 struct CRange {
     double m_least;
@@ -61,8 +54,7 @@ constexpr CRange MinDiameter = {0.0, 1e6};      // mm
 constexpr CRange ManholeDiameter = {0.1, 50.0}; // m
 constexpr CRange ManholeHeight = {0.0, 100.0};  // m
 constexpr CRange AnyNumber = {0.0, std::numeric_limits<double>::max()};
-constexpr double EggRatio = 1.5;      // height to width
-constexpr double EggTolerance = 0.01; // nominal sizes are rounded
+constexpr double RatioTolerance = 0.01; // of height to width: nominal sizes are rounded
 constexpr std::size_t MostShapePoints = 10000;
 
 std::span<const std::string_view> ColumnsOf(enmCatalogKind kind) {
@@ -72,13 +64,6 @@ std::span<const std::string_view> ColumnsOf(enmCatalogKind kind) {
 
 std::string_view CatalogIdOf(enmCatalogKind kind) {
     return kind == enmCatalogKind::Pipe ? CCatalogManager::PipeCatalog : CCatalogManager::ManholeCatalog;
-}
-
-std::string_view NameOf(enmPipeShape shape) {
-    for (const CShapeName& each : ShapeNames)
-        if (each.m_shape == shape)
-            return each.m_name;
-    return {};
 }
 
 /// Reads the cells of one row; keeps the first fault.
@@ -147,27 +132,26 @@ std::optional<std::vector<Topology::CShapePoint>> PointsOf(std::string_view text
 
 void ReadShape(CRowReader& row, CPipeData& pipe) {
     const std::string_view shape = row.Field("shape");
-    const auto* const found =
-        std::find_if(ShapeNames.begin(), ShapeNames.end(), [shape](const auto& each) { return each.m_name == shape; });
-    if (found == ShapeNames.end()) {
-        row.Fail("shape", fmt::format("found {}, expected circle, egg, box or table", Quote(shape)));
+    const Formulas::CShapeKind* const kind = Formulas::FindShapeKind(shape);
+    if (kind == nullptr) {
+        row.Fail("shape", fmt::format("found {}, expected {}", Quote(shape), fmt::join(Formulas::ShapeKeys(), ", ")));
         return;
     }
-    pipe.m_shape = found->m_shape;
+    pipe.m_shape = kind->m_shape;
     pipe.m_innerWidth = row.Number("inner_width_mm", InnerSize);
-    const bool isCircle = pipe.m_shape == enmPipeShape::Circle;
+    const bool isCircle = kind->m_dimensions == Formulas::enmShapeDimensions::Diameter;
     pipe.m_innerHeight =
         row.Number("inner_height_mm", InnerSize, isCircle ? std::optional<double>(pipe.m_innerWidth) : std::nullopt);
     if (!row.TakesAny() && isCircle && pipe.m_innerHeight != pipe.m_innerWidth)
         row.Fail("inner_height_mm", fmt::format("found {} for a circle of width {}, expected both inner sizes equal",
                                                 pipe.m_innerHeight, pipe.m_innerWidth));
-    const double eggHeight = EggRatio * pipe.m_innerWidth;
-    if (!row.TakesAny() && pipe.m_shape == enmPipeShape::Egg &&
-        std::abs(pipe.m_innerHeight - eggHeight) > EggTolerance * eggHeight)
-        row.Fail("inner_height_mm", fmt::format("found {} for an egg of width {}, expected 1.5 times the width",
-                                                pipe.m_innerHeight, pipe.m_innerWidth));
+    const double usualHeight = kind->m_heightRatio * pipe.m_innerWidth;
+    if (!row.TakesAny() && !isCircle && kind->m_heightRatio > 0.0 &&
+        std::abs(pipe.m_innerHeight - usualHeight) > RatioTolerance * usualHeight)
+        row.Fail("inner_height_mm", fmt::format("found {} for the shape {} of width {}, expected {} times the width",
+                                                pipe.m_innerHeight, shape, pipe.m_innerWidth, kind->m_heightRatio));
     const std::string_view points = row.Field(PointsColumn);
-    if (pipe.m_shape != enmPipeShape::Table) {
+    if (kind->m_dimensions != Formulas::enmShapeDimensions::Levels) {
         if (!points.empty())
             row.Fail(PointsColumn,
                      fmt::format("found {} for a {}, expected points of a table only", Quote(points), shape));
@@ -272,7 +256,7 @@ void WriteCatalogRow(CCsvWriter& writer, const Topology::CCatalogItem& item, enm
     writer.Write(item.GetGUID());
     if (kind == enmCatalogKind::Pipe) {
         const CPipeData pipe = item.GetPipeData() != nullptr ? *item.GetPipeData() : CPipeData();
-        writer.Write(NameOf(pipe.m_shape));
+        writer.Write(Formulas::KindOfShape(pipe.m_shape).m_key);
         for (const double number : {pipe.m_innerWidth, pipe.m_innerHeight, pipe.m_wall, pipe.m_roughness})
             writer.Write(CUtility::ToText(number));
         writer.Write(pipe.m_type);
