@@ -4,7 +4,6 @@
 
 #include "host/gis_core/DataBox.h"
 #include "host/gis_core/DataDefinition.h"
-#include "host/gis_core/StaggeredAllocator.h"
 #include "host/gis_core/TextPool.h"
 
 #include <cstdint>
@@ -70,13 +69,11 @@ public:
 private:
     void Grow(std::uint32_t rows);
 
-    template <class T>
-    using CValues = std::vector<T, CStaggeredAllocator<T>>;
-
-    CValues<double> m_doubles;
-    CValues<int> m_ints;
-    CValues<std::uint32_t> m_ids;
-    CValues<std::uint64_t> m_filled;
+    // One of the three is in use, by the column's type.
+    std::vector<double> m_doubles;
+    std::vector<int> m_ints;
+    std::vector<std::uint32_t> m_ids; ///< of texts in the pool
+    std::vector<std::uint64_t> m_filled;
     CTextPool* m_texts;
     std::uint64_t m_changeCount = 0;
     std::uint32_t m_rows = 0;
