@@ -45,7 +45,7 @@ constexpr int PipeTooHigh = 11010;
 /// One run: the definitions of the attributes it reads, and the entities that it has reported.
 class CManholePipeRun {
 public:
-    explicit CManholePipeRun(std::vector<boost::shared_ptr<CFAMsg>>& findings) : m_findings(Key, findings) {}
+    explicit CManholePipeRun(std::vector<boost::shared_ptr<CFAMsg>>& findings) : m_findings(findings) {}
 
     void TestNode(const boost::shared_ptr<CNode>& node) {
         CDataRW::Read(m_manholeId, node, m_box, 0, nullptr);

@@ -96,7 +96,7 @@ void CFAI_MinimalPipeDepth::RunAnalysis(boost::shared_ptr<CPropertiesEx> propert
         return;
     const CLimits limits = ReadLimits(properties.get());
     CPipeManager* const pipes = CPipeManager::Instance();
-    Analysis::CFindingList list(Key, findings);
+    Analysis::CFindingList list(findings);
     std::vector<std::pair<double, double>> samples;
     std::vector<double> positions;
     std::vector<double> covers;
@@ -109,6 +109,5 @@ void CFAI_MinimalPipeDepth::RunAnalysis(boost::shared_ptr<CPropertiesEx> propert
         if (pipes->GetPipeDepths(section, positions, limits.m_terrain, covers, depths) != 0)
             ReportFirstOffence(*section, depths, limits, list);
     };
-    Analysis::WalkWithProgress(GetItemName(), network->m_sections, test,
-                               Analysis::FetchNodes<boost::shared_ptr<CSection>>);
+    Analysis::WalkWithProgress(GetItemName(), network->m_sections, test);
 }

@@ -52,14 +52,11 @@ void CFAI_MultipleOutletSections::RunAnalysis(boost::shared_ptr<CPropertiesEx> /
                                               std::vector<boost::shared_ptr<CFAMsg>>& findings) {
     if (network == nullptr)
         return;
-    Analysis::CFindingList list(Key, findings);
+    Analysis::CFindingList list(findings);
     std::vector<const CSection*> below;
-    Analysis::WalkWithProgress(
-        GetItemName(), network->m_sections,
-        [&](const boost::shared_ptr<CSection>& section) {
-            section->GetSectionsOut(below);
-            if (below.size() >= 2)
-                list.Add(*section, Message, {static_cast<double>(below.size()), 1.0, ""});
-        },
-        Analysis::FetchSectionsOut<boost::shared_ptr<CSection>>);
+    Analysis::WalkWithProgress(GetItemName(), network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
+        section->GetSectionsOut(below);
+        if (below.size() >= 2)
+            list.Add(*section, Message, {static_cast<double>(below.size()), 1.0, ""});
+    });
 }

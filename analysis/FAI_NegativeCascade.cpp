@@ -60,25 +60,22 @@ void CFAI_NegativeCascade::RunAnalysis(boost::shared_ptr<CPropertiesEx> /*proper
         return;
     const auto* const startLevel = FindDefinition("LEVEL_LINE_0");
     const auto* const endLevel = FindDefinition("LEVEL_LINE_1");
-    Analysis::CFindingList list(Key, findings);
+    Analysis::CFindingList list(findings);
     std::vector<const CSection*> below;
     CDataBox upper;
     CDataBox lower;
-    Analysis::WalkWithProgress(
-        GetItemName(), network->m_sections,
-        [&](const boost::shared_ptr<CSection>& section) {
-            CDataRW::Read(endLevel, section, upper, 0, nullptr);
-            if (!upper.IsNotNull())
-                return;
-            section->GetSectionsOut(below);
-            for (const CSection* next : below) {
-                CDataRW::Read(startLevel, next, lower, 0, nullptr);
-                if (!lower.IsNotNull())
-                    continue;
-                const double drop = upper.AsDouble() - lower.AsDouble();
-                if (LeastDrop > drop)
-                    list.AddWithValue(*section, Message, {drop, LeastDrop, "m"});
-            }
-        },
-        Analysis::FetchSectionsOut<boost::shared_ptr<CSection>>);
+    Analysis::WalkWithProgress(GetItemName(), network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
+        CDataRW::Read(endLevel, section, upper, 0, nullptr);
+        if (!upper.IsNotNull())
+            return;
+        section->GetSectionsOut(below);
+        for (const CSection* next : below) {
+            CDataRW::Read(startLevel, next, lower, 0, nullptr);
+            if (!lower.IsNotNull())
+                continue;
+            const double drop = upper.AsDouble() - lower.AsDouble();
+            if (LeastDrop > drop)
+                list.AddWithValue(*section, Message, {drop, LeastDrop, "m"});
+        }
+    });
 }

@@ -49,5 +49,5 @@ void CFAI_NegativeSlope::RunAnalysis(boost::shared_ptr<CPropertiesEx> properties
     if (network == nullptr)
         return;
     const std::string caption = GetItemName();
-    Analysis::CheckSlopes({Key, caption, "SECTION_SLOPE", 5.0, 30.0}, *properties, *network, findings);
+    Analysis::CheckSlopes({caption, "SECTION_SLOPE", 5.0, 30.0}, *properties, *network, findings);
 }

@@ -52,5 +52,5 @@ void CFAI_NegativeSlopeCalc::RunAnalysis(boost::shared_ptr<CPropertiesEx> proper
     if (network == nullptr)
         return;
     // Limits of a form without the fields, not those of a new form; fixed: others rely on it.
-    Analysis::CheckSlopes({Key, Caption, "SECTION_SLOPE_CAL", 1.0, 3.0}, *properties, *network, findings);
+    Analysis::CheckSlopes({Caption, "SECTION_SLOPE_CAL", 1.0, 3.0}, *properties, *network, findings);
 }

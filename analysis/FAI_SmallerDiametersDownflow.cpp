@@ -56,25 +56,22 @@ void CFAI_SmallerDiametersDownflow::RunAnalysis(boost::shared_ptr<CPropertiesEx>
     if (network == nullptr)
         return;
     CPipeManager* const pipes = CPipeManager::Instance();
-    Analysis::CFindingList list(Key, findings);
+    Analysis::CFindingList list(findings);
     std::vector<const CSection*> below;
     const std::string caption = Msg(Message);
-    Analysis::WalkWithProgress(
-        caption, network->m_sections,
-        [&](const boost::shared_ptr<CSection>& section) {
-            const auto pipe = section->GetPipe();
-            if (!pipe)
-                return;
-            const double diameter = pipes->GetInnerDiameter(pipe);
-            section->GetSectionsOut(below);
-            for (const CSection* next : below) {
-                const auto nextPipe = next->GetPipe();
-                if (!nextPipe)
-                    continue;
-                const double nextDiameter = pipes->GetInnerDiameter(nextPipe);
-                if (diameter > nextDiameter)
-                    list.Add(*section, Message, {nextDiameter, diameter, "mm"});
-            }
-        },
-        Analysis::FetchSectionsOut<boost::shared_ptr<CSection>>);
+    Analysis::WalkWithProgress(caption, network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
+        const auto pipe = section->GetPipe();
+        if (!pipe)
+            return;
+        const double diameter = pipes->GetInnerDiameter(pipe);
+        section->GetSectionsOut(below);
+        for (const CSection* next : below) {
+            const auto nextPipe = next->GetPipe();
+            if (!nextPipe)
+                continue;
+            const double nextDiameter = pipes->GetInnerDiameter(nextPipe);
+            if (diameter > nextDiameter)
+                list.Add(*section, Message, {nextDiameter, diameter, "mm"});
+        }
+    });
 }

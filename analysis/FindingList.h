@@ -2,7 +2,6 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
-#include "host/gis_core/RunTrace.h"
 #include "host/network_core/Entity.h"
 #include "host/network_core/FAMsg.h"
 #include "host/network_core/FindingNotes.h"
@@ -17,18 +16,19 @@ namespace Analysis {
 using OLMGis::Topology::CEntity;
 using CMessages = std::vector<boost::shared_ptr<OLMGis::Topology::CFAMsg>>;
 
-/// What a check measured and the limit that it compared it with.
+/// What a check measured and the limit that it broke; the text of a finding shows the value at most.
 struct CMeasured {
     double m_value;
     double m_limit;
     std::string_view m_unit; ///< of both, empty for a count; a constant of the check
 };
 
-/// Appends the findings of one run of one check to the caller's list, and their numbers to the open run trace.
+/// Appends the findings of one run of one check to the caller's list, and their numbers to the open notes.
 class CFindingList {
 public:
-    /// item: key of the check. Keeps references to item and messages.
-    CFindingList(std::string_view item, CMessages& messages);
+    /// Keeps a reference to messages.
+    explicit CFindingList(CMessages& messages)
+        : m_messages(messages), m_notes(OLMGis::Topology::CFindingNotes::Active()) {}
 
     /// Adds a finding with the text of a message. culprit: the node or section that the finding names.
     void Add(const CEntity& culprit, int message, const CMeasured& measured);
@@ -38,12 +38,9 @@ public:
 
 private:
     void Append(const CEntity& culprit, std::string text, const CMeasured& measured);
-    void Trace(const CEntity& culprit, const CMeasured& measured) const;
 
-    std::string_view m_item;
     CMessages& m_messages;
     OLMGis::Topology::CFindingNotes* m_notes; ///< null while none are open
-    OLMGis::Utility::CTraceTable* m_trace;    ///< null while no trace is open
 };
 
 } // namespace Analysis

@@ -52,7 +52,7 @@ void CheckSlopes(const CSlopeCheck& check, const CPropertiesEx& form, const CAna
     const double least = form.GetDblProperty("VALUE_MIN", check.m_leastFallback, 1);
     const double greatest = form.GetDblProperty("VALUE_MAX", check.m_greatestFallback, 1);
     const auto* const attribute = FindDefinition(check.m_attribute);
-    CFindingList findings(check.m_item, messages);
+    CFindingList findings(messages);
     CDataBox slope;
     WalkWithProgress(check.m_caption, network.m_sections, [&](const boost::shared_ptr<CSection>& section) {
         CDataRW::Read(attribute, section, slope, 0, nullptr);

@@ -15,7 +15,6 @@ namespace Analysis {
 
 /// What differs between them.
 struct CSlopeCheck {
-    std::string_view m_item;      ///< key
     std::string_view m_caption;   ///< of the progress
     std::string_view m_attribute; ///< slope of a section, 1/1000
     double m_leastFallback;       ///< limits when the form lacks the field, 1/1000

@@ -19,8 +19,8 @@ struct CFinding {
     std::string_view m_guid; ///< of the node or section
     std::string_view m_name; ///< its name at the time of the run
     std::string_view m_text;
-    std::optional<double> m_value{}; ///< what was found; nothing where the item told no number
-    std::optional<double> m_limit{}; ///< what it was held against
+    std::optional<double> m_value{}; ///< what was found; none where the item gave no number
+    std::optional<double> m_limit{}; ///< the limit that it broke
     std::string_view m_unit{};       ///< of both; empty for a count
     CPoint m_point{}; ///< of the node, or the middle of the section's line; unknown where nothing is drawn
 };
@@ -41,19 +41,5 @@ struct CItemFindings {
     /// A text for a finding of this item.
     std::string_view Keep(std::string_view text) { return m_texts.Keep(text).View(); }
 };
-
-/// The table of a run trace (CRunTrace) in which items tell, in the order of their findings, what they measured: a row
-/// has the entity's GUID and name and these values.
-namespace FindingTrace {
-
-inline constexpr std::string_view Table = "findings";
-
-/// kind is "node" or "section"; unit that of value and limit.
-enum enmColumn : int { Item, Kind, Value, Limit, Unit, ColumnCount };
-
-inline constexpr std::string_view NodeKind = "node";
-inline constexpr std::string_view SectionKind = "section";
-
-} // namespace FindingTrace
 
 } // namespace OLMGis::Topology

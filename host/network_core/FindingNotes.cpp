@@ -2,8 +2,6 @@
 // Copyright (C) the Drenova authors
 #include "host/network_core/FindingNotes.h"
 
-#include <utility>
-
 namespace OLMGis::Topology {
 
 namespace {
@@ -15,7 +13,7 @@ CFindingNotes*& Open() {
 
 } // namespace
 
-CFindingNotes::CFindingNotes(std::function<void()> onBatch) : m_onBatch(std::move(onBatch)), m_former(Open()) {
+CFindingNotes::CFindingNotes() : m_former(Open()) {
     Open() = this;
 }
 

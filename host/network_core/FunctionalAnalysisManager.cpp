@@ -17,6 +17,7 @@
 #include <chrono>
 #include <exception>
 #include <new>
+#include <utility>
 
 namespace OLMGis::Topology {
 
@@ -37,46 +38,34 @@ std::string TimeOfNow() {
                        time.minutes().count(), time.seconds().count());
 }
 
-/// Brings the messages of one item and its notes together into its findings.
+/// Makes the findings of one item from its messages and its notes.
 class CFindingCollector {
 public:
     CFindingCollector(CItemFindings& item, const CTopologyStorage& topology) : m_item(item), m_topology(topology) {}
 
-    /// Takes over what the item has found since the last time. Nobody but the item and this one sees the messages, and
-    /// the item never reads them: they may go while it runs.
-    void TakeOver() {
-        std::erase(m_messages, nullptr);
-        // As many notes as messages go together by their place, without a look at a million culprits.
-        const bool isPaired = m_notes.Get().size() == m_messages.size();
-        auto note = m_notes.Get().begin();
-        for (const auto& message : m_messages) {
-            if (isPaired)
-                FetchAhead(static_cast<std::size_t>(note - m_notes.Get().begin()));
+    using CMessages = std::vector<boost::shared_ptr<CFAMsg>>;
+
+    /// As many notes as messages belong together by position; else a note belongs to the next message of its culprit.
+    void Collect(CMessages messages, const std::vector<CFindingNote>& notes) {
+        const auto count = static_cast<std::size_t>(
+            std::count_if(messages.begin(), messages.end(), [](const auto& message) { return message != nullptr; }));
+        const bool isPaired = notes.size() == count;
+        auto note = notes.begin();
+        for (auto& message : messages) {
+            if (!message)
+                continue;
             CFinding& finding = m_item.m_findings.emplace_back();
             finding.m_guid = m_item.Keep(message->m_guid);
             finding.m_text = m_item.Keep(message->m_text);
-            if (isPaired || (note != m_notes.Get().end() && note->m_culprit->GetGuid() == finding.m_guid))
+            if (isPaired || (note != notes.end() && note->m_culprit->GetGuid() == finding.m_guid))
                 Take(finding, *note++);
             else
                 PlaceByGuid(finding);
+            message.reset(); // there may be a million: no need to have every text twice
         }
-        m_messages.clear();
-        m_notes.Clear();
     }
-
-    std::vector<boost::shared_ptr<CFAMsg>> m_messages; ///< where the item puts its findings
 
 private:
-    /// Has the nodes of sections some notes further on fetched: they lie anywhere.
-    void FetchAhead(std::size_t place) const {
-        constexpr std::size_t ahead[] = {16, 8};
-        for (int step = 0; step < 2; ++step)
-            if (const std::size_t later = place + ahead[step]; later < m_notes.Get().size())
-                if (const CEntity* const culprit = m_notes.Get()[later].m_culprit;
-                    culprit->GetEntityKind() == Data::enmEntityKind::Section)
-                    static_cast<const CSection*>(culprit)->FetchNodes(step);
-    }
-
     void Take(CFinding& finding, const CFindingNote& note) {
         finding.m_value = note.m_value;
         finding.m_limit = note.m_limit;
@@ -109,7 +98,6 @@ private:
 
     CItemFindings& m_item;
     const CTopologyStorage& m_topology;
-    CFindingNotes m_notes{[this] { TakeOver(); }};
     std::string_view m_unit; ///< of the last note: mostly that of all
 };
 
@@ -134,7 +122,7 @@ private:
 std::string RunGuarded(IFunctionalAnalysisItem& item, const boost::shared_ptr<CPropertiesEx>& properties,
                        CAnalysedNetwork& network, std::vector<boost::shared_ptr<CFAMsg>>& messages) {
     const CProgressGuard guard;
-    const auto tell = [&item](const char* reason) {
+    const auto reasonText = [&item](const char* reason) {
         return Utility::CUtility::Format(Utility::CModuleConfiguration::Instance()->GetMsg(ItemStoppedMessage),
                                          item.GetItemName(), reason);
     };
@@ -143,9 +131,9 @@ std::string RunGuarded(IFunctionalAnalysisItem& item, const boost::shared_ptr<CP
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& exception) {
-        return tell(exception.what());
+        return reasonText(exception.what());
     } catch (...) { // modules may throw what they like
-        return tell("?");
+        return reasonText("?");
     }
     return {};
 }
@@ -157,9 +145,10 @@ CItemFindings RunItem(const CFunctionalAnalysisManager::CRequest& request, CAnal
     CItemFindings result;
     result.m_item = item.GetItemKey();
     result.m_parameters = properties->Serialize();
-    CFindingCollector collector(result, topology);
-    result.m_error = RunGuarded(item, properties, network, collector.m_messages);
-    collector.TakeOver();
+    std::vector<boost::shared_ptr<CFAMsg>> messages;
+    CFindingNotes notes;
+    result.m_error = RunGuarded(item, properties, network, messages);
+    CFindingCollector(result, topology).Collect(std::move(messages), notes.Get());
     return result;
 }
 

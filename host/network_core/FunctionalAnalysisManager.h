@@ -30,7 +30,7 @@ public:
     /// Whether the item makes sense for the system function of the active system.
     static bool IsAvailable(IFunctionalAnalysisItem& item);
 
-    /// An item to run, not null, and its form; a null form stands for a fresh one.
+    /// An item to run, not null, and its form; a null form means a fresh one.
     struct CRequest {
         boost::shared_ptr<IFunctionalAnalysisItem> m_item;
         boost::shared_ptr<CPropertiesEx> m_properties;

@@ -35,8 +35,8 @@ public:
     /// A new form at each call, which the caller owns; without a category for an item without parameters. Never null.
     virtual boost::shared_ptr<CPropertiesEx> CreateProperties() = 0;
 
-    /// The check. Appends to findings and leaves what stands there. A null network gives nothing and shows no progress.
-    /// Catches nothing: after an exception the progress still shows, and what was appended stays.
+    /// The check. Appends to findings and leaves what is already there. A null network gives nothing and shows no
+    /// progress. Catches nothing: after an exception the progress still shows, and what was appended stays.
     virtual void RunAnalysis(boost::shared_ptr<CPropertiesEx> properties, CAnalysedNetwork* network,
                              std::vector<boost::shared_ptr<CFAMsg>>& findings) = 0;
 
