@@ -32,7 +32,7 @@ void InsertByOrd(std::vector<boost::shared_ptr<T>>& list, const boost::shared_pt
     list.insert(place, item);
 }
 
-/// Whether a choice property stands on the choice that a dependency clause names.
+/// Whether a choice property has the choice that a dependency clause names.
 bool StandsOnChoice(const CPropertyEx& property, int choice) {
     const int present = property.GetHiddenValue().AsInt();
     if (!property.HasChoices())
@@ -149,40 +149,6 @@ std::string CPropertiesEx::Serialize() const {
     for (const auto& property : GetAllProperties())
         object[property->GetTag()] = ToJson(property->GetEffectiveValue());
     return object.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
-}
-
-Status CPropertiesEx::Restore(std::string_view text) {
-    constexpr std::size_t LongestText = std::size_t{1} << 20;
-    if (text.size() > LongestText)
-        return BadInput(fmt::format("serialised form: found {} bytes, expected at most {}", text.size(), LongestText));
-    // The form is one flat object: deeper nesting is refused before it can fill the stack.
-    // Sorted, because an ordered object is searched from its beginning for every tag it takes.
-    const auto isShallow = [](int depth, json::parse_event_t, json&) { return depth <= 1; };
-    const json object = json::parse(text, isShallow, false);
-    if (!object.is_object())
-        return BadInput("serialised form: found another text, expected one JSON object of tags and values");
-    std::vector<std::pair<boost::shared_ptr<CPropertyEx>, CDataBox>> values;
-    for (const auto& [tag, value] : object.items()) {
-        const auto property = GetPropertyExByTag(tag);
-        if (!property)
-            continue;
-        if (value.is_number_integer() && value >= std::numeric_limits<int>::min() &&
-            value <= std::numeric_limits<int>::max())
-            values.emplace_back(property, value.get<int>());
-        else if (value.is_number())
-            values.emplace_back(property, value.get<double>());
-        else if (value.is_string())
-            values.emplace_back(property, value.get<std::string>());
-        else if (value.is_null())
-            values.emplace_back(property, CDataBox());
-        else
-            return BadInput(
-                fmt::format("serialised form: found {} under {}, expected a number or a text", value.dump(), tag));
-    }
-    for (const auto& [property, value] : values)
-        RestoreEffectiveValue(*property, value);
-    ApplyDependencies();
-    return Done{};
 }
 
 } // namespace OLMGis::Topology

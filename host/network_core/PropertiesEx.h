@@ -65,10 +65,10 @@ public:
     int GetIntProperty(std::string_view tag, int fallback, int useHidden) const;
     std::string GetStrProperty(std::string_view tag, std::string_view fallback, int useHidden) const;
 
-    /// Works out which properties are in force, by the dependency texts of all properties in the order of the form.
+    /// Determines which properties are in force, by the dependency texts of all properties in the order of the form.
     ///
     /// A text is a sequence of clauses "choice:state:tags" separated by "$", tags separated by "#". While the property
-    /// stands on the choice, state 1 puts the tags in force and state 0 takes them out. A choice is named by its hidden
+    /// has the choice, state 1 puts the tags in force and state 0 takes them out. A choice is named by its hidden
     /// value, or by its place from 0 where no choice has such a hidden value. A tag that is not named under the present
     /// choice stays as it was. Clauses of another form, and unknown tags, have no effect.
     void ApplyDependencies();
@@ -76,10 +76,6 @@ public:
     /// One JSON object: tag to effective value in the order of the form; null boxes as null, numbers such that they
     /// read back as themselves, numbers that are not finite as the texts "NaN", "Infinity", "-Infinity".
     std::string Serialize() const;
-
-    /// Puts the values of a serialised form back, by tag; tags that either side lacks are left alone. BadInput, and
-    /// nothing changed, for a text that is no such object, of another type or too large.
-    Utility::Status Restore(std::string_view text);
 
 private:
     std::vector<boost::shared_ptr<CCategory>> m_categories;

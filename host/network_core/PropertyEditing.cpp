@@ -88,7 +88,7 @@ Status SetPicked(CPropertyEx& property, std::string_view text) {
     const CCatalog* catalog =
         CCatalogManager::Instance()->GetCatalog(property.GetCIPicker_CatalogId(), property.GetCIPicker_UseDisk());
     std::vector<std::string> words;
-    // A name may hold the separator itself, so the whole text is tried first.
+    // A name may contain the separator itself, so the whole text is tried first.
     if (catalog != nullptr && FindEntry(property, *catalog, text) != nullptr)
         words.emplace_back(text);
     else
@@ -147,35 +147,6 @@ Status SetPropertyText(CPropertyEx& property, std::string_view text) {
         return SetPicked(property, text);
     }
     return NotTaken(property, text, "a field that can be edited");
-}
-
-void RestoreEffectiveValue(CPropertyEx& property, const CDataBox& value) {
-    switch (property.GetEditorType()) {
-    case enmPropertyEditorType::ComboBox:
-        property.SetHiddenValue(value);
-        if (const auto choice = FindChoice(property, value))
-            property.SetValue(choice->GetValue());
-        else if (!property.HasChoices())
-            property.SetValue(value.AsText());
-        break;
-    case enmPropertyEditorType::CatalogPicker: {
-        CDataBox shown(value.AsText());
-        if (SetPicked(property, value.TextView()))
-            shown = property.GetValue();
-        property.SetHiddenValue(value);
-        property.SetValue(shown);
-        break;
-    }
-    case enmPropertyEditorType::CustomDialog:
-        property.SetHiddenValue(value);
-        break;
-    case enmPropertyEditorType::Edit:
-    case enmPropertyEditorType::FilePath:
-    case enmPropertyEditorType::CheckBox:
-        property.SetValue(value);
-        property.SetHiddenValue(value);
-        break;
-    }
 }
 
 boost::shared_ptr<CConstraint> FindChoice(const CPropertyEx& property, const CDataBox& hiddenValue) {

@@ -20,10 +20,6 @@ namespace OLMGis::Topology {
 ///   by ";" unless it takes a single one, and stores the GUIDs; an empty text picks nothing.
 Utility::Status SetPropertyText(CPropertyEx& property, std::string_view text);
 
-/// Puts an effective value back where GetEffectiveValue reads it, and shows what belongs to it: the text of the choice,
-/// the names of catalogue entries.
-void RestoreEffectiveValue(CPropertyEx& property, const Data::CDataBox& value);
-
 /// The choice of a property whose hidden value equals a value, null when there is none.
 boost::shared_ptr<CConstraint> FindChoice(const CPropertyEx& property, const Data::CDataBox& hiddenValue);
 

@@ -177,16 +177,3 @@ TEST(Total, NullsAndNothingToDo) {
     EXPECT_EQ(CFlowCalculator_Total::GetSectionTotal(nullptr, section), 0.0);
     EXPECT_EQ(CFlowCalculator_Total::GetSectionTotal(run.parameters.get(), nullptr), 0.0);
 }
-
-TEST(Total, ParametersOfAnotherEditionLeaveTheirSwitchOff) {
-    CRun bulgarian("BLG");
-    bulgarian.Switch("FLOW_BLG", "1");
-    bulgarian.Switch("FLOW_ITP", "1");
-    const std::string saved = bulgarian.parameters->Serialize();
-    CRun run;
-    run.net.Set("AB", "FLOW_WASTE_HOME_BG", 2.0);
-    run.net.Set("AB", "FLOW_RAIN_IDF", 5.0);
-    ASSERT_TRUE(run.parameters->m_properties->Restore(saved));
-    EXPECT_EQ(run.Calculate(), 1);
-    EXPECT_EQ(run.Total("AB").AsDouble(), 5.0);
-}
