@@ -4,11 +4,14 @@
 #include "bench/Network.h"
 #include "bench/RainForm.h"
 #include "host/gis_core/HostServices.h"
+#include "host/gis_core/ModuleConfiguration.h"
 #include "host/network_core/FormEditor.h"
 #include "host/network_core/PropertyEditing.h"
 #include "host/sewage_calculations/CalculationRun.h"
 #include "host/sewage_core/FlowCalculatorManager.h"
+#include "waste/FlowCalculator_WasteAreas.h"
 
+#include <boost/make_shared.hpp>
 #include <fmt/format.h>
 
 namespace Bench {
@@ -130,6 +133,22 @@ CSubjectMaker Running(const std::string& key) {
     };
 }
 
+/// Waste water by areas in the edition in which each section has the flow of everything upstream.
+CSubjectMaker SummingUpstream() {
+    return [](const CSize& size) -> Result<CSubject> {
+        const auto project = MakeGeneratedNetwork(size);
+        if (!project)
+            return project.GetError();
+        OLMGis::Utility::CModuleConfiguration::Instance()->SetEdition("BLG");
+        const auto calculation =
+            std::make_shared<CCalculation>(project.Value(), boost::make_shared<CFlowCalculator_WasteAreas>());
+        CSubject subject;
+        subject.m_pass = [calculation] { return calculation->Run(); };
+        subject.m_inspect = [calculation] { return calculation->Inspect(); };
+        return subject;
+    };
+}
+
 std::vector<std::string> RegisteredKeys() {
     const CBenchProject project;
     std::vector<std::string> keys;
@@ -143,6 +162,7 @@ std::vector<std::string> RegisteredKeys() {
 void RegisterCalculators() {
     for (const std::string& key : RegisteredKeys())
         RegisterOnNetworks("calculate/" + key, enmPace::Quick, Calculating(key));
+    RegisterOnNetworks("calculate/01_WASTE_AREAS_UPSTREAM", enmPace::Quick, SummingUpstream());
     RegisterOnNetworks("run/01_WASTE_PERCENT", enmPace::Quick, Running("01_WASTE_PERCENT"));
 }
 

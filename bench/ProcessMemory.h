@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-/// What this process keeps in the machine's memory, in bytes. As Linux tells it; 0 where it does not.
+/// What this process keeps in the machine's memory, in bytes. As Linux reports it; 0 elsewhere.
 namespace Bench::ProcessMemory {
 
 /// Now.

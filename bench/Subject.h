@@ -26,7 +26,7 @@ struct CSize {
 struct CSubject {
     std::function<void()> m_prepare;   ///< before every pass, not timed; may be empty
     std::function<Status()> m_pass;    ///< the operation
-    double m_operations = 0.0;         ///< in one pass; 0 where only the cost of a section tells something
+    double m_operations = 0.0;         ///< in one pass; 0 where only the cost of a section counts
     std::function<Status()> m_inspect; ///< once, after the first pass: whether it did its work; may be empty
 };
 
@@ -39,7 +39,7 @@ enum class enmPace { Quick, Slow };
 /// Registers a benchmark for the line, the tree, the star and the city, at 10,000, 100,000 and 1,000,000 sections.
 ///
 /// Its name is NAME/SHAPE/SECTIONS. The first pass in a process is measured by itself (counter first_s, s), and with it
-/// the memory: peak_bytes is the peak of the process during that pass, held_bytes what it holds after it. Each further
+/// the memory: peak_bytes is the peak of the process during that pass, held_bytes what it uses after it. Each further
 /// pass is a repetition; counters ns_per_section and, where operations are counted, ns_per_operation; work_s is the
 /// time of the processor (s), which is less than that of the clock where a pass waits.
 void RegisterOnNetworks(const std::string& name, enmPace pace, const CSubjectMaker& maker);
