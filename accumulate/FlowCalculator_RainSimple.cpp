@@ -33,7 +33,7 @@ namespace {
 constexpr int CoefficientsMessage = 2625;
 constexpr int TimeCoefficientMessage = 2627;
 
-/// Makes a required property; shown holds the value of the shown boxes, hidden that of the hidden ones.
+/// Makes a required property; shown is the value of the shown boxes, hidden that of the hidden ones.
 boost::shared_ptr<CPropertyEx> AddRequired(CCategory& category, const char* tag, enmPropertyEditorType editor,
                                            int message, const CDataBox& shown, const CDataBox& hidden) {
     auto property = boost::make_shared<CPropertyEx>();
@@ -60,7 +60,7 @@ public:
           m_first(FindDefinition(isByTime ? FlowKeys::RainFrequency : FlowKeys::RetardationCoefficient)),
           m_second(FindDefinition(isByTime ? FlowKeys::RainDuration : FlowKeys::ReductionCoefficient)) {}
 
-    /// Flow (m³/s) of a corrected area (ha) under an intensity (l/(s·ha)). Not held to any range: a frequency above
+    /// Flow (m³/s) of a corrected area (ha) under an intensity (l/(s·ha)). Not limited to any range: a frequency above
     /// 0.3684^-4 per year gives a negative flow, one of 0 an infinite one, one below 0 not-a-number.
     double Flow(const CSection& section, double area, double intensity) const {
         const double a = OneIfAbsent(ReadFlowValue(section, m_first));

@@ -20,7 +20,7 @@ public:
 
     boost::shared_ptr<OLMGis::Sewage::CFlowCalculatorParameters> CreateParameters() override;
 
-    /// Always 0, also after a full run: it tells nothing about what was stored. Sections without an area get 0 m³/s; a
+    /// Always 0, also after a full run: it says nothing about what was stored. Sections without an area get 0 m³/s; a
     /// write that fails is passed over, a null section left out.
     int Calculate(const OLMGis::Sewage::CSectionList& sections, OLMGis::Sewage::CFlowCalculatorParameters* params,
                   int write, OLMGis::Sewage::CReport* report, OLMGis::Sewage::IUserInteraction* interaction) override;

@@ -50,7 +50,7 @@ constexpr std::array<Component, 6> Components{{
     {"FLOW_WASTE_HOME_TUR", FlowKeys::TurkishWasteHome},
 }};
 
-/// The flows that a form switches on, in the order of addition. A switch that the form doesn't hold is off.
+/// The flows that a form switches on, in the order of addition. A switch that the form lacks is off.
 std::vector<const CDataDefinition*> FlowsSwitchedOn(const CPropertiesEx& form) {
     std::vector<const CDataDefinition*> flows;
     for (const auto& [tag, key] : Components)
@@ -103,7 +103,7 @@ int CFlowCalculator_Total::Calculate(const CSectionList& sections, CFlowCalculat
     const auto flows = FlowsSwitchedOn(*params->m_properties);
     const CDataDefinition* const totalKey = FindDefinition(FlowKeys::Total);
     const CDataDefinition* const parametersKey = FindDefinition(GetParametersDataId());
-    // Only the last section decides: what became of the others is told by the sections themselves.
+    // Fixed: only the last section decides.
     bool wrote = false;
     CDataBox total;
     for (const auto& section : sections) {

@@ -40,7 +40,7 @@ struct Component {
     const char* key;
 };
 
-/// In the order of the form. Those from FirstTurkish on stand there only where the Turkish extension is allowed.
+/// In the order of the form. Those from FirstTurkish on exist only where the Turkish extension is allowed.
 constexpr std::array<Component, std::tuple_size_v<TransitSwitches>> Components{{
     {"FC_WASTE_PER", 2147, FlowKeys::WastePercent},
     {"FC_HOUSEWASTE_AREA", 2148, FlowKeys::WasteHome},
@@ -66,7 +66,7 @@ TransitSwitches ReadSwitches(const CFlowCalculatorParameters& params) {
     return switches;
 }
 
-/// Sums the flows of a section that are switched on; what a run needs of the switches is worked out once.
+/// Sums the flows of a section that are switched on; what a run needs of the switches is determined once.
 class COwnFlowSum {
 public:
     explicit COwnFlowSum(const TransitSwitches& switches) {

@@ -61,7 +61,7 @@ public:
     /// Remembers the main outlets of the active system; a later save adds to what is remembered and renews it.
     void SaveMainOutlets();
 
-    /// Stores what was remembered. Where no outlet was settled at the time of saving, the present one stays.
+    /// Stores what was remembered. Where no outlet was chosen at the time of saving, the present one stays.
     void RestoreMainOutlets();
 
     /// FLOW_TRANSIT of a section (m³/s), AbsentValue without one.

@@ -28,8 +28,8 @@ using OLMGis::Sewage::IUserInteraction;
 using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CSection;
 using OLMGis::Topology::enmPropertyEditorType;
-using OLMGis::Utility::CCoreProgressBar;
 using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Utility::CProgress;
 using OLMGis::Workspace::CWsManager;
 
 namespace {
@@ -69,7 +69,7 @@ struct BulgarianHome {
         flow = peakFactor * q / 1000.0;
     }
 
-    static constexpr double GreatestPeakFactor = 3.5; ///< that of 1 l/s; also holds the infinite one of no flow
+    static constexpr double GreatestPeakFactor = 3.5; ///< that of 1 l/s; also limits the infinite one of no flow
     double peakFactor;
     double flow;
 };
@@ -148,15 +148,10 @@ private:
 /// The household catchments of each section and everything upstream of it; false when the user stopped it.
 bool SumUpstreamWithProgress(const CSectionList& sections, std::vector<CHouseholdSum>& sums) {
     constexpr std::size_t Range = 1000;
-    CCoreProgressBar* const bar = CCoreProgressBar::Instance();
-    bar->SaveState();
-    bar->Show(CModuleConfiguration::Instance()->GetMsg(NameMessage), 0, Range);
-    const bool isComplete = SumUpstream(sections, sums, [bar](std::size_t done, std::size_t count) {
-        return bar->SetPosition(static_cast<int>(count == 0 ? Range : Range * done / count)) != 0;
+    CProgress progress(CModuleConfiguration::Instance()->GetMsg(NameMessage), Range);
+    return SumUpstream(sections, sums, [&progress](std::size_t done, std::size_t count) {
+        return progress.GoOn(static_cast<int>(count == 0 ? Range : Range * done / count));
     });
-    bar->Hide();
-    bar->RestoreState();
-    return isComplete;
 }
 
 int RunOver(const CSectionList& sections, CRun& run) {

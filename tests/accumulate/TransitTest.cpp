@@ -62,7 +62,7 @@ TEST(Transit, FormAndPresentation) {
 }
 
 TEST(Transit, WhatArrivesFromAbove) {
-    // The sections bring 1, 2, 4, 8, ... in the order of the network: a transit tells which of them it is made of.
+    // The sections bring 1, 2, 4, 8, ... in the order of the network: a transit shows which of them it is made of.
     const struct {
         const char* name;
         const char* drawing;
@@ -169,7 +169,7 @@ TEST(Transit, MissingDirectionsOpenTheEditorWithinTheInteraction) {
     EXPECT_EQ(run.Transits(), "AB 0 BM 2.5 MN 0 BS 0 MO 2.5");
     run.editor.m_events.clear();
     EXPECT_EQ(run.Calculate(), 1);
-    EXPECT_EQ(run.editor.m_events, "") << "everything is settled";
+    EXPECT_EQ(run.editor.m_events, "") << "every outlet is chosen";
     EXPECT_EQ(run.host.m_alerts.size(), 1U);
 }
 
@@ -248,7 +248,7 @@ TEST(Transit, ListsThatAreNotTheWholeNetwork) {
     run.SettleOutlets("BC");
     EXPECT_EQ(run.Calculate(), 1);
     EXPECT_EQ(run.Transits(), "AB 0 BC 1 CD - BE - FG 0 noEnd - adrift -");
-    // The same where the main outlet BC lies before others of the list.
+    // The same where the main outlet BC comes before others of the list.
     run.list = {run.net.Section("AB"), run.net.Section("BE")};
     EXPECT_EQ(run.Calculate(), 1);
     EXPECT_EQ(run.Transits(), "AB 0 BC 1 CD - BE 0 FG 0 noEnd - adrift -") << "BC keeps what it had";
@@ -288,7 +288,7 @@ TEST(Transit, MainOutletsAreSavedAndRestored) {
     run.SettleOutlets("BC CF");
     calculator.RestoreMainOutlets();
     EXPECT_EQ(calculator.GetMainOutletOf(node('B')), run.net.Section("BE"));
-    EXPECT_EQ(calculator.GetMainOutletOf(node('C')), run.net.Section("CF")) << "none was settled when it was saved";
+    EXPECT_EQ(calculator.GetMainOutletOf(node('C')), run.net.Section("CF")) << "none was chosen when it was saved";
 
     EXPECT_EQ(calculator.ReadTransit(run.net.Section("AB")), -1000000.0);
     run.net.Set("AB", "FLOW_TRANSIT", 0.25);
@@ -333,7 +333,7 @@ TEST(Transit, NothingIsLostOnTheWayToTheOutfallsOfTrees) {
 }
 
 TEST(Transit, EqualsTheDefinitionOnAnyNetwork) {
-    // The definition, in no order: what lies at a head carries 0; another section carries the sum of those that enter
+    // The definition, in no order: a head carries 0; another section carries the sum of those that enter
     // its start, once all of these are reached, and only if it is the way out of that node. Filled in pass by pass.
     std::mt19937 random(5);
     for (int round = 0; round < 200; ++round) {

@@ -126,7 +126,7 @@ TEST(WasteAreas, UntouchedSwitchesStoreTheParametersAlone) {
     CRun untouched("BLG");
     EXPECT_EQ(untouched.calculator->Calculate(untouched.net.Sections(), nullptr, 1, nullptr, nullptr), 0);
     EXPECT_FALSE(untouched.Has("AB", "FLOW_WASTE_AREA_S"));
-    EXPECT_TRUE(LastLogLine().second.empty()) << "without parameters nothing is told";
+    EXPECT_TRUE(LastLogLine().second.empty()) << "without parameters nothing is logged";
 }
 
 TEST(WasteAreas, WithoutAreaOrDensityAnOldFlowStays) {
