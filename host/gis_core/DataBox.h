@@ -12,7 +12,7 @@ namespace OLMGis::Data {
 ///
 /// Conversions never fail: null gives 0 and the empty text; text becomes a number by its longest numeric prefix
 /// ("." whatever the locale, none gives 0); a number becomes the shortest text that reads back as itself; a double
-/// becomes an int by cutting its fraction, held at the ends of the int range (not-a-number gives 0).
+/// becomes an int by cutting its fraction, limited to the int range (not-a-number gives 0).
 class CDataBox {
 public:
     enum class enmKind : std::uint8_t { Null, Int, Double, Text };

@@ -5,8 +5,7 @@
 #include "host/gis_core/DataDefinition.h"
 #include "host/gis_core/Result.h"
 
-#include <tsl/robin_map.h>
-
+#include <absl/container/flat_hash_map.h>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -36,7 +35,7 @@ private:
     CDataConfiguration();
 
     std::vector<std::unique_ptr<CDataDefinition>> m_definitions;
-    tsl::robin_map<std::string_view, const CDataDefinition*> m_byId;
+    absl::flat_hash_map<std::string_view, const CDataDefinition*> m_byId;
     std::string m_loadError;
 };
 

@@ -71,7 +71,7 @@ Result<std::string> ReadWholeFile(const std::string& path) {
     constexpr std::size_t Most = std::size_t{1} << 30; // far above any data file
     for (std::size_t size = 0; stream; bytes.resize(size)) {
         if (size > Most)
-            return Refused(fmt::format("{}: cannot be read: it holds more than {} bytes", path, Most));
+            return Refused(fmt::format("{}: cannot be read: it has more than {} bytes", path, Most));
         bytes.resize(size + Step);
         stream.read(bytes.data() + size, static_cast<std::streamsize>(Step));
         size += static_cast<std::size_t>(stream.gcount());

@@ -16,7 +16,7 @@ namespace OLMGis::Utility {
 
 namespace {
 
-using MessageMap = tsl::robin_map<int, std::string>;
+using MessageMap = absl::flat_hash_map<int, std::string>;
 
 /// A language is part of a path, and a project file that came from somebody else names it.
 bool IsLanguageName(std::string_view language) {

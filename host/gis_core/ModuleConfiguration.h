@@ -4,8 +4,8 @@
 
 #include "host/gis_core/Result.h"
 
-#include <tsl/robin_map.h>
-
+#include <absl/container/flat_hash_map.h>
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -13,7 +13,8 @@
 namespace OLMGis::Utility {
 
 /// The message catalogue, icons and paths of the installation as the active project sees them. Message 0 is the edition
-/// code; it is laid over the language's catalogue from the project's settings. One per project context.
+/// code, which comes from the project's settings and replaces that of the language's catalogue. One per project
+/// context.
 class CModuleConfiguration {
 public:
     static CModuleConfiguration* Instance();
@@ -42,7 +43,7 @@ public:
     Status SetLanguage(std::string_view language);
     const std::string& GetLanguage() const { return m_language; }
 
-    /// Lays an edition code (STANDARD, RO, BLG) over message 0.
+    /// Makes an edition code (STANDARD, RO, BLG) message 0.
     void SetEdition(std::string_view edition);
     const std::string& GetEdition() { return GetMsg(EditionMessage); }
 
@@ -52,8 +53,8 @@ public:
     CModuleConfiguration();
 
 private:
-    tsl::robin_map<int, std::string> m_messages;
-    tsl::robin_map<int, std::string> m_unknown; ///< texts made for numbers without one, so that references stay good
+    absl::flat_hash_map<int, std::string> m_messages;
+    std::map<int, std::string> m_unknown; ///< texts made for numbers without one, so that references stay good
     std::set<std::string, std::less<>> m_handlers;
     std::string m_language;
     std::string m_edition;

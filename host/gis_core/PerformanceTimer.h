@@ -28,7 +28,7 @@ private:
 /// Timers that modules ask for by number. An unknown number changes nothing and reads as 0.
 class CPerformanceTimers {
 public:
-    /// A new timer that stands at 0; its number.
+    /// A new timer that starts at 0; its number.
     int CreateTimer();
 
     /// Starts anew from 0.

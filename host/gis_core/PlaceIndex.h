@@ -12,12 +12,9 @@ namespace OLMGis::Utility {
 /// The place of nothing in a list.
 inline constexpr std::uint32_t NoPlace = std::numeric_limits<std::uint32_t>::max();
 
-/// Finds places of a list by the texts that stand there, keeping only places and hashes: 10 to 20 bytes each.
+/// Finds places of a list by the texts at these places; keeps only places and hashes: 10 to 20 bytes each.
 /// TextAt(place) gives the text of a place, which must not change while it is entered; Hash and Equal decide what
 /// counts as the same.
-///
-/// Each question looks at two places of memory that no question before it did. Loops that know their texts ahead of
-/// time spare the waiting by Fetch.
 template <class TextAt, class Hash, class Equal>
 class CPlaceIndex {
 public:
@@ -49,11 +46,7 @@ public:
     /// Makes room in one step.
     void Reserve(std::size_t count) { m_places.reserve(count); }
 
-    /// Has fetched into the processor's cache what Insert and Find look at for this text.
-    void Fetch(std::string_view text) const {
-        m_places.prefetch(Ask(text));
-        asm volatile(""); // see FetchAhead
-    }
+    void Fetch(std::string_view) const {} // TRANSITION
 
 private:
     static constexpr std::uint64_t Mixer = 0x9E3779B97F4A7C15ULL; ///< odd, half of its bits set

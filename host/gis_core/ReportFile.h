@@ -11,7 +11,7 @@
 namespace OLMGis::Utility {
 
 /// A text file that grows from run to run: what is appended goes behind what is there. A file that can't be opened or
-/// written takes nothing, and nobody is told: reports accompany results and never stop them.
+/// written takes nothing, without an error: reports accompany results and never stop them.
 class CReportFile {
 public:
     /// Opens the file, which is made with its folder when it isn't there.

@@ -12,7 +12,7 @@ namespace OLMGis::Utility {
 enum class enmErrorKind {
     BadInput,  ///< an input file or value is bad
     Refused,   ///< the system said no: no such file, no permission, disk full
-    BadWords,  ///< wrong words from the user; nothing was touched
+    BadWords,  ///< invalid arguments of the user; nothing was changed
     Stopped,   ///< a calculation stopped with an alert
     Cancelled, ///< the user interrupted
 };
@@ -23,11 +23,11 @@ struct Error {
     std::string message;
 };
 
-/// A text of unknown origin as messages may hold it: bytes that are no characters, and control characters, become "?";
+/// A text of unknown origin as messages may show it: bytes that are no characters, and control characters, become "?";
 /// at most 2000 bytes, then "...".
 std::string ToShown(std::string message);
 
-/// Pieces of the file or of names stand in most messages of these two kinds, and the file may hold anything: control
+/// Most messages of these two kinds quote the file or names, and the file may contain anything: control
 /// characters and what is no UTF-8 come out as "?", and what is longer than a screen is cut.
 Error BadInput(std::string message);
 Error Refused(std::string message);

@@ -23,7 +23,7 @@ struct CTraceTable {
     struct CRow {
         std::string m_guid; ///< of the entity that the row is about, may be empty
         std::string m_name;
-        std::vector<Data::CDataBox> m_values; ///< as many as columns; null where nothing is to be told
+        std::vector<Data::CDataBox> m_values; ///< as many as columns; null where there is nothing to show
     };
 
     std::string m_name;
@@ -31,9 +31,8 @@ struct CTraceTable {
     std::vector<CRow> m_rows;
 };
 
-/// A neutral sink for what a calculator or check knows beside its results: chosen pipes, passes of an explanation, the
-/// value and limit behind a finding. A host opens it; while none is open, Active() is null and the caller pays a
-/// branch.
+/// A neutral sink for what a calculator or check knows beside its results: chosen pipes, passes of an explanation. A
+/// host opens it; while none is open, Active() is null and costs the caller one branch.
 class CRunTrace {
 public:
     /// The open trace, or null.
@@ -46,7 +45,7 @@ public:
     const CTraceTable* FindTable(std::string_view name) const;
     const std::deque<CTraceTable>& GetTables() const { return m_tables; }
 
-    /// GUID of the entity that the host wants told in detail; empty for none.
+    /// GUID of the entity that the host wants in detail; empty for none.
     void SetDetailOf(std::string_view guid) { m_detailOf = guid; }
     const std::string& GetDetailOf() const { return m_detailOf; }
 

@@ -19,7 +19,7 @@ private:
     int m_function = SewageFunction;
 };
 
-/// Knows the systems of the active project. A project holds one, which is always active.
+/// Knows the systems of the active project. A project has one, which is always active.
 class CSystemManager {
 public:
     static CSystemManager* Instance();

@@ -2,10 +2,7 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
-#include "host/gis_core/FetchAhead.h"
-
-#include <tsl/robin_map.h>
-
+#include <absl/container/flat_hash_map.h>
 #include <cstdint>
 #include <cstring>
 #include <deque>
@@ -29,7 +26,7 @@ public:
 
 private:
     std::deque<std::string> m_texts;
-    tsl::robin_map<std::string_view, std::uint32_t> m_ids;
+    absl::flat_hash_map<std::string_view, std::uint32_t> m_ids;
     std::uint32_t m_last = 0;
 };
 
@@ -45,9 +42,6 @@ public:
         std::memcpy(&size, m_data, sizeof size);
         return {m_data + sizeof size, size};
     }
-
-    /// Has fetched the beginning of the text into the processor's cache.
-    void Fetch() const { Utility::FetchAhead(m_data); }
 
 private:
     friend class CTextArena;

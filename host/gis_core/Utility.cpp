@@ -70,7 +70,7 @@ std::size_t ReadPrefix(std::string_view text, double& value) {
     return sign + length;
 }
 
-/// 64-bit FNV-1a; the seed tells the two halves of a GUID apart.
+/// 64-bit FNV-1a; the seed makes the two halves of a GUID differ.
 std::uint64_t Fnv(std::uint64_t hash, std::string_view text) {
     for (const char c : text) {
         hash ^= static_cast<unsigned char>(c);

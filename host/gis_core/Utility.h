@@ -33,7 +33,7 @@ public:
     /// text.
     static std::optional<int> ParseInt(std::string_view text);
 
-    /// Fraction cut, held at the ends of the int range; not-a-number gives 0.
+    /// Fraction cut, limited to the int range; not-a-number gives 0.
     static int CutToInt(double value);
 
     /// Shortest text that reads back as the same number ("nan", "inf", "-inf" for what is not finite).

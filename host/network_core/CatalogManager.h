@@ -25,7 +25,7 @@ public:
     CCatalog* GetCatalog(std::string_view id, int useDisk);
 
     /// Why the catalogues of the installation could not be read, empty when they could. A catalogue that could not be
-    /// holds the project's own groups alone, and references to built-in entries lead nowhere: whoever opens or makes a
+    /// has only the project's own groups, and references to built-in entries are dead: whoever opens or makes a
     /// project asks first.
     std::string GetLoadError();
 

@@ -2,8 +2,7 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
-#include <tsl/robin_map.h>
-
+#include <absl/container/flat_hash_map.h>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -17,8 +16,8 @@ public:
     virtual ~ICellSource() = default;
 
     /// Fills a window of the grid: rows of columns heights (m), not-a-number where there is none, each row beginning
-    /// stride cells behind the one before. The window lies within the grid. False, with whatever stands in the cells,
-    /// when they can't be read; the source itself tells the user.
+    /// stride cells behind the one before. The window is within the grid. False, with undefined cells,
+    /// when they can't be read; the source itself reports it to the user.
     virtual bool ReadCells(int column, int row, int columns, int rows, double* cells, std::size_t stride) = 0;
 };
 
@@ -65,7 +64,7 @@ private:
     int m_rows;
     std::size_t m_mostBlocks;
     std::vector<CBlock> m_blocks;
-    tsl::robin_map<std::uint64_t, std::size_t> m_places; ///< of blocks by key
+    absl::flat_hash_map<std::uint64_t, std::size_t> m_places; ///< of blocks by key
     std::uint64_t m_uses = 0;
     std::uint64_t m_lastKey = NoKey;
     const double* m_lastCells = nullptr;

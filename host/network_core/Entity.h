@@ -17,9 +17,9 @@ class CEntityKey {
     CEntityKey() = default;
 };
 
-/// Anything of the network that has an identity and attributes. Made once by the topology, held by shared pointers;
+/// Anything of the network that has an identity and attributes. Made once by the topology, owned by shared pointers;
 /// its row never changes and is never given to another. A deleted entity is a tombstone: it stays valid for those who
-/// still hold it, but the topology no longer lists or finds it.
+/// still have a pointer to it, but the topology no longer lists or finds it.
 class CEntity : public Data::CAttributeOwner {
 public:
     virtual ~CEntity() = default;
@@ -33,11 +33,7 @@ public:
 
     CTopologyStorage& GetTopology() const { return *m_topology; }
 
-    /// Has fetched the GUID and the name into the processor's cache: for loops over whole networks that will need them.
-    void FetchTexts() const {
-        m_guid.Fetch();
-        m_name.Fetch();
-    }
+    void FetchTexts() const {} // TRANSITION
 
 protected:
     CEntity(CTopologyStorage& topology, Data::CAttributeStore& store, Data::enmEntityKind kind, Data::CKeptText guid,

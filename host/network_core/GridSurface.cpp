@@ -32,7 +32,7 @@ CGridSurface::CGridSurface(const CGridFrame& frame, std::unique_ptr<ICellSource>
     const auto& t = frame.m_transform;
     const double determinant = Determinant(frame);
     m_inverse = {t[5] / determinant, -t[2] / determinant, -t[4] / determinant, t[1] / determinant};
-    // Coordinates of millions of metres are good to some 1e-9 m; each place is reckoned from a few of them.
+    // Coordinates of millions of metres are good to some 1e-9 m; each place is calculated from a few of them.
     const double farthest = std::max(std::abs(t[0]), std::abs(t[3])) +
                             std::max(std::abs(t[1]) + std::abs(t[4]), std::abs(t[2]) + std::abs(t[5])) *
                                 std::max(frame.m_columns, frame.m_rows);
@@ -60,7 +60,7 @@ double CGridSurface::HeightAt(const CGridPlace& place) {
     const int row = static_cast<int>(place.m_row);
     const double right = place.m_column - column;
     const double down = place.m_row - row;
-    // Cells that lie beyond a line through centres on which the place is have no part in it: they may have no height.
+    // Cells beyond a line through centres on which the place is have no part in it: they may have no height.
     const int nextColumn = right > 0.0 ? column + 1 : column;
     const int nextRow = down > 0.0 ? row + 1 : row;
     const double first = m_cells.At(column, row);

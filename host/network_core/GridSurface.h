@@ -14,7 +14,7 @@
 
 namespace OLMGis::Topology {
 
-/// How a grid lies in the plan.
+/// Position, size and cell size of a grid in the plan.
 struct CGridFrame {
     /// x = t[0] + t[1] column + t[2] row, y = t[3] + t[4] column + t[5] row (m), with column and row counted from the
     /// outer corner of the first cell. A grid may be turned.

@@ -4,7 +4,7 @@
 
 namespace OLMGis::Topology {
 
-/// Which line of the pipe the levels LEVEL_LINE_0 and LEVEL_LINE_1 of a section stand for, as LEVEL_LINE_POSITION
+/// Which line of the pipe the levels LEVEL_LINE_0 and LEVEL_LINE_1 of a section describe, as LEVEL_LINE_POSITION
 /// stores it.
 enum enmLevelLinePosition : int {
     LevelLineInsideBottom = 0, ///< invert

@@ -42,7 +42,7 @@ int CNode::ListConnectedSections(List& list, ToEntry toEntry) const {
     while (in != m_in.end() || out != m_out.end()) {
         const bool takeIn = out == m_out.end() || (in != m_in.end() && (*in)->GetOrder() <= (*out)->GetOrder());
         const CSection* const section = takeIn ? *in : *out;
-        // A section that returns to its own start stands in both lists.
+        // A section that returns to its own start is in both lists.
         if (!takeIn || out == m_out.end() || *out != section)
             list.push_back(toEntry(section));
         ++(takeIn ? in : out);

@@ -27,7 +27,7 @@ public:
     /// returns their number. No nulls.
     int GetConnectedSections(std::vector<boost::shared_ptr<CSection>>& list) const;
 
-    /// The same without a share in their lives, for loops over whole networks that change none.
+    /// The same as plain pointers, not owned: for loops over whole networks.
     int GetConnectedSections(std::vector<const CSection*>& list) const;
 
     /// Fills list with the sections that start here, in network order; returns their number. No nulls.
@@ -36,7 +36,7 @@ public:
     /// The same for the sections that end here.
     int GetSectionsIn(std::vector<boost::shared_ptr<CSection>>& list) const;
 
-    /// The same without a share in their lives, for loops over whole networks that change none.
+    /// The same as plain pointers, not owned: for loops over whole networks.
     int GetSectionsIn(std::vector<const CSection*>& list) const;
 
     /// Fills height (m) with the terrain of a type here and returns 1: the attribute TERRAIN_n, else the height of the
@@ -53,7 +53,7 @@ private:
     template <class List, class ToEntry>
     int ListConnectedSections(List& list, ToEntry toEntry) const;
 
-    /// Most nodes join few sections: these stand inside the node.
+    /// Most nodes join few sections: these are stored inside the node.
     using CSectionRefs = boost::container::small_vector<CSection*, 2>;
 
     CPoint m_point;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-// How deep pipes lie under the ground.
+// Depths of pipes below the ground.
 #include "host/gis_core/DataConfiguration.h"
 #include "host/gis_core/DataRW.h"
 #include "host/network_core/PipeManager.h"
@@ -49,7 +49,7 @@ bool ReadLevels(const CSection& section, std::array<double, 2>& levels) {
 double HeightAboveLevelLine(const CSection& section) {
     static const auto* const position =
         Data::CDataConfiguration::Instance()->GetDataDefinitionByID("LEVEL_LINE_POSITION");
-    Data::CDataBox box; // a null one stands for the invert
+    Data::CDataBox box; // a null one means the invert
     Data::CDataRW::Read(position, &section, box, 0, nullptr);
     double above = 0.0;
     double below = 0.0;

@@ -51,7 +51,7 @@ public:
     /// type without one. One hash look-up.
     double CalculateMinDiameter(std::string_view pipeType, double diameter);
 
-    /// How deep the section's pipe lies at positions (m from the start along the plan line, any order; those beyond an
+    /// Depth of the section's pipe at positions (m from the start along the plan line, any order; those beyond an
     /// end count as that end). Fills second with the terrain of the type there (linear between the section's samples)
     /// less the level line (linear from LEVEL_LINE_0 to LEVEL_LINE_1), and first with the cover: second less what the
     /// pipe rises above the level line, the same as second without a pipe. Both in m, in the order of positions.

@@ -3,31 +3,16 @@
 #include "host/network_core/Section.h"
 
 #include "host/gis_core/DataConfiguration.h"
-#include "host/gis_core/FetchAhead.h"
 #include "host/network_core/Node.h"
 #include "host/network_core/PipeManager.h"
 #include "host/network_core/TopologyStorage.h"
 
-#include <algorithm>
-#include <array>
-
 namespace OLMGis::Topology {
-
-using Utility::FetchAhead;
-using Utility::FetchObjectAhead;
 
 namespace {
 
 const Data::CDataDefinition* Definition(std::string_view id) {
     return Data::CDataConfiguration::Instance()->GetDataDefinitionByID(id);
-}
-
-/// Nodes that join many sections are few: to fetch all of them for each one would cost their square.
-template <class Refs>
-void FetchFew(const Refs& sections) {
-    constexpr std::size_t Few = 4;
-    for (std::size_t i = 0; i < std::min(sections.size(), Few); ++i)
-        FetchObjectAhead(sections[i]);
 }
 
 } // namespace
@@ -94,35 +79,6 @@ int CSection::GetSectionsOut(std::vector<boost::shared_ptr<CSection>>& list) con
 
 int CSection::GetSectionsOut(std::vector<const CSection*>& list) const {
     return ListSectionsOut(list, [](const CSection* section) { return section; });
-}
-
-void CSection::FetchSectionsOut(int step) const {
-    if (m_end == NoRow)
-        return;
-    if (step == 0) {
-        FetchAhead(&GetTopology().GetNodeAt(m_end));
-    } else if (step == 1) {
-        FetchObjectAhead(End());
-    } else {
-        FetchFew(End()->m_out);
-    }
-}
-
-void CSection::FetchSectionsIn() const {
-    if (m_start != NoRow)
-        FetchFew(Start()->m_in);
-}
-
-void CSection::FetchNodes(int step) const {
-    for (const std::uint32_t row : {m_start, m_end}) {
-        if (row == NoRow)
-            continue;
-        const boost::shared_ptr<CNode>& node = GetTopology().GetNodeAt(row);
-        if (step == 0)
-            FetchAhead(&node);
-        else
-            FetchObjectAhead(node.get());
-    }
 }
 
 template <class List, class ToEntry>

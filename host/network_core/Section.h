@@ -49,26 +49,19 @@ public:
     /// network; returns their number. No nulls.
     int GetSectionsIn(std::vector<boost::shared_ptr<CSection>>& list) const;
 
-    /// The same without a share in their lives, for loops over whole networks that change none.
+    /// The same as plain pointers, not owned: for loops over whole networks.
     int GetSectionsIn(std::vector<const CSection*>& list) const;
 
     /// Fills list with the sections that start at this section's ending node, the main outlet first when one is
-    /// settled, the others in network order; returns their number. No nulls.
+    /// chosen, the others in network order; returns their number. No nulls.
     int GetSectionsOut(std::vector<boost::shared_ptr<CSection>>& list) const;
 
-    /// The same without a share in their lives, for loops over whole networks that change none.
+    /// The same as plain pointers, not owned: for loops over whole networks.
     int GetSectionsOut(std::vector<const CSection*>& list) const;
 
-    /// Has fetched into the processor's cache what GetSectionsOut looks at and the first few of the sections
-    /// themselves: for loops over whole networks, where these lie anywhere. In three steps, 0 to 2, some sections
-    /// apart: each follows what the one before brought.
-    void FetchSectionsOut(int step) const;
-
-    /// The same for the sections of GetSectionsIn, once the nodes are at hand.
-    void FetchSectionsIn() const;
-
-    /// The same for both nodes, in two steps, 0 and 1.
-    void FetchNodes(int step) const;
+    void FetchSectionsOut(int) const {} // TRANSITION
+    void FetchSectionsIn() const {}     // TRANSITION
+    void FetchNodes(int) const {}       // TRANSITION
 
     /// Fills list with every section upstream, nearest first (breadth first over GetSectionsIn), each once, without the
     /// section itself; returns their number. Cost: the size of the upstream network, no recursion.
@@ -92,7 +85,7 @@ public:
     int GetAllTerrainHeights(int terrainType, std::vector<std::pair<double, double>>& heights,
                              const char* reserved = nullptr) const;
 
-    /// Fills box with the level line (m) at the end that lies in the node and returns 1. Of a section that returns to
+    /// Fills box with the level line (m) at the end that is at the node and returns 1. Of a section that returns to
     /// its start that is LEVEL_LINE_0. For another node and for a null level the box becomes null and the result is 0.
     int GetLevelLineAtNode(std::string_view nodeGuid, Data::CDataBox& box) const;
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-// Where a section lies against the ground: its samples of the terrain, its levels at its nodes.
+// A section and the ground: its samples of the terrain, its levels at its nodes.
 #include "host/gis_core/DataConfiguration.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/Utility.h"

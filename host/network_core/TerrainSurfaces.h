@@ -35,7 +35,7 @@ public:
     /// Terrain types are numbered from 1 to this.
     static constexpr int TypeCount = 10;
 
-    /// Opens a surface; null when it can't be opened, which the source itself tells the user.
+    /// Opens a surface; null when it can't be opened, which the source itself reports to the user.
     using CSource = std::function<std::shared_ptr<ITerrainSurface>()>;
 
     /// From now on the type has this surface, opened when it is first asked for: most work needs none. An empty source

@@ -6,7 +6,7 @@
 
 namespace OLMGis::Topology {
 
-/// The topologies of the active project, of which a project holds one. One per project context.
+/// The topologies of the active project, of which a project has one. One per project context.
 class CTopologyMultiStorage {
 public:
     static CTopologyMultiStorage* Instance();

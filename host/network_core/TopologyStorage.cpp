@@ -184,17 +184,6 @@ int CTopologyStorage::RemoveCatchment(CCatchment& catchment) {
     return 1;
 }
 
-void CTopologyStorage::FetchNode(std::string_view guid, std::string_view name) const {
-    m_nodes.m_byGuid.Fetch(guid);
-    if (!name.empty())
-        m_nodes.m_byName.Fetch(name);
-}
-
-void CTopologyStorage::FetchSection(std::string_view guid, std::string_view name) const {
-    m_sections.m_byGuid.Fetch(guid);
-    m_sections.m_byName.Fetch(name);
-}
-
 void CTopologyStorage::Attach(CNode& node) {
     m_nodes.m_byGuid.Insert(node.GetRow());
     m_nodes.m_byName.Insert(node.GetRow());
@@ -222,7 +211,7 @@ void CTopologyStorage::Detach(CSection& section) {
     m_sections.m_byGuid.Erase(section.GetRow());
     m_sections.m_byName.Erase(section.GetRow());
     if (const auto repeated = m_repeatedNames.find(section.GetName()); repeated != m_repeatedNames.end()) {
-        std::vector<std::uint32_t>& rows = repeated.value();
+        std::vector<std::uint32_t>& rows = repeated->second;
         std::erase(rows, section.GetRow());
         // The first of the name went: the next one takes its place in the index.
         if (!rows.empty() && m_sections.m_byName.Find(section.GetName()) == NoPlace) {

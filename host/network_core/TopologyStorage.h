@@ -14,6 +14,7 @@
 
 #include <boost/shared_ptr.hpp>
 
+#include <absl/container/flat_hash_map.h>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -47,11 +48,9 @@ public:
     Utility::Result<boost::shared_ptr<CCatchment>> AddCatchment(std::string_view guid, std::string_view name,
                                                                 CSection* section, CRings rings);
 
-    /// Has fetched into the processor's cache what adding an entity with these texts will look at: for importers, which
-    /// know some of those that come next. An empty name is left out.
-    void FetchNode(std::string_view guid, std::string_view name) const;
-    void FetchSection(std::string_view guid, std::string_view name) const;
-    void FetchCatchment(std::string_view guid) const { m_catchments.m_byGuid.Fetch(guid); }
+    void FetchNode(std::string_view, std::string_view) const {}    // TRANSITION
+    void FetchSection(std::string_view, std::string_view) const {} // TRANSITION
+    void FetchCatchment(std::string_view) const {}                 // TRANSITION
 
     /// Takes an entity out of the network: it becomes a tombstone. A node in use stays (0); a section takes its
     /// catchments with it. 1 when taken out.
@@ -173,8 +172,9 @@ private:
     CEntityList<CNode> m_nodes;
     CEntityList<CSection> m_sections;
     CEntityList<CCatchment> m_catchments;
-    tsl::robin_map<std::string_view, std::vector<std::uint32_t>> m_repeatedNames; ///< rows of sections behind the first
-    std::vector<std::pair<CCatchment*, CCatchment*>> m_catchmentsOf;              ///< by section row: first and last
+    absl::flat_hash_map<std::string_view, std::vector<std::uint32_t>>
+        m_repeatedNames;                                             ///< rows of sections behind the first
+    std::vector<std::pair<CCatchment*, CCatchment*>> m_catchmentsOf; ///< by section row: first and last
     mutable std::shared_ptr<const CConnectivity> m_connectivity;
     mutable CConnectivityState m_connectivityState;
     mutable std::vector<std::uint32_t> m_marks; ///< by section row: the walk that saw it last

@@ -65,7 +65,7 @@ TEST(AttributeStore, ValuesTakeTheTypeOfTheirKeyAndSpecialNumbersStay) {
     EXPECT_EQ(CDataRW::Read("PIPE_REF", &section, box, 0, nullptr), 1) << "an empty text is not a null";
     for (const double value : {-1000000.0, std::nan(""), -HUGE_VAL}) {
         CDataRW::Write("FLOW_TOTAL", &section, value, nullptr);
-        ASSERT_EQ(CDataRW::Read("FLOW_TOTAL", &section, box, 0, nullptr), 1) << "no number stands for absence";
+        ASSERT_EQ(CDataRW::Read("FLOW_TOTAL", &section, box, 0, nullptr), 1) << "no number means absence";
         EXPECT_TRUE(box.AsDouble() == value || (std::isnan(value) && std::isnan(box.AsDouble())));
     }
 }

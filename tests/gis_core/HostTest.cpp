@@ -153,7 +153,7 @@ TEST(PerformanceTimer, ReadsWithDecimalsAndUnknownNumbersAsNought) {
     EXPECT_EQ(timers.ReadTimerStr(timer, 4), "0.0000 s") << "not started";
     timers.StartTimer(timer);
     timers.StopTimer(timer);
-    EXPECT_EQ(timers.ReadTimerStr(timer, 4), timers.ReadTimerStr(timer, 4)) << "stands still once stopped";
+    EXPECT_EQ(timers.ReadTimerStr(timer, 4), timers.ReadTimerStr(timer, 4)) << "no longer changes once stopped";
     timers.DestroyTimer(timer);
     EXPECT_EQ(timers.ReadTimerStr(timer, 2), "0.00 s");
     EXPECT_NE(timers.CreateTimer(), timer);

@@ -282,7 +282,7 @@ TEST(BuiltInCatalog, EntriesAreSaneUniqueAndKeepTheirGuids) {
               "Manhole DN 1000 H 2.50");
 }
 
-/// A project's own groups stand beside the built-in ones, and neither takes the other's place.
+/// A project's own groups come after the built-in ones, and neither replaces the other.
 TEST(BuiltInCatalog, OwnGroupsDoNotMixWithBuiltInOnes) {
     CTestProject project;
     CCatalog& pipes = *CCatalogManager::Instance()->GetCatalog("PIPE", 1);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 //
-// Terrain and depths of sections, reckoned by hand. A stands at x = 0 and B at x = 100; the stored length of AB is 30
+// Terrain and depths of sections, calculated by hand. A is at x = 0 and B at x = 100; the stored length of AB is 30
 // m.
 #include "host/network_core/CatalogManager.h"
 #include "host/network_core/PipeManager.h"
@@ -103,7 +103,7 @@ TEST_F(PipeDepths, SamplesAreTheTwoEndsWithoutARaster) {
 }
 
 TEST_F(PipeDepths, SamplesOfARasterAreFittedToTheStoredLengthAndStandOnce) {
-    // Drawn 100 m, stored 30 m. Those that fall on an end give way to the node; the double one at 20 m stands once.
+    // Drawn 100 m, stored 30 m. Those that fall on an end give way to the node; the double one at 20 m comes once.
     Attach(1, {{0.0, 1.0}, {20.0, 60.0}, {20.0 + 1e-10, 60.0}, {70.0, 61.0}, {100.0, 2.0}});
     EXPECT_EQ(Samples(), 1);
     EXPECT_THAT(m_samples, ElementsAre(Pair(0.0, 102.0), Pair(DoubleNear(6.0, Close), 60.0),
@@ -163,7 +163,7 @@ TEST_F(PipeDepths, DepthsRunLinearlyBetweenSamples) {
 TEST_F(PipeDepths, CoverIsWhatLiesAboveTheOutsideTopWhateverTheLevelLineStandsFor) {
     LayPipe(0);
     // Outside height 600 mm: from the invert 550 up, from the axis 300, from the inside top 50, from the outside bottom
-    // 600, from the outside top nothing. No position stands for the invert, an unknown one for no pipe.
+    // 600, from the outside top nothing. No position means the invert, an unknown one for no pipe.
     const std::pair<CDataBox, double> above[] = {{0, 0.55}, {1, 0.3},   {2, 0.05}, {3, 0.6},
                                                  {4, 0.0},  {{}, 0.55}, {9, 0.0}};
     for (const auto& [position, height] : above) {
