@@ -150,7 +150,7 @@ bool SumUpstreamWithProgress(const CSectionList& sections, std::vector<CHousehol
     constexpr std::size_t Range = 1000;
     CProgress progress(CModuleConfiguration::Instance()->GetMsg(NameMessage), Range);
     return SumUpstream(sections, sums, [&progress](std::size_t done, std::size_t count) {
-        return progress.GoOn(static_cast<int>(count == 0 ? Range : Range * done / count));
+        return progress.GoOn(count == 0 ? Range : Range * done / count);
     });
 }
 

@@ -338,7 +338,7 @@ TEST(BuiltInCatalog, DamagedFilesAreRefusedWhole) {
         {head + R"("shape": "oval", "type": "t", "pipes": []}]})", "found the shape \"oval\""},
         {head + R"("shape": "egg", "type": "t", "pipes": [{"name": "E", "outside_width_mm": 700,
             "outside_height_mm": 950, "wall_mm": 50, "roughness_mm": 1}]}]})",
-         "found an inside of 600 by 850 mm, expected an egg"},
+         "found an inside of 600 by 850 mm, expected the shape egg"},
     };
     for (const CCase& each : cases) {
         std::istringstream stream(each.m_text);

@@ -95,7 +95,7 @@ TEST(CatalogCsv, FaultsNameLineAndColumnAndLeaveTheCatalogueAlone) {
         {"group,name,shape\n", "line 1: found no column inner_width_mm"},
         {PipeHead.substr(0, PipeHead.size() - 1) + ",colour\n", "line 1: found the column \"colour\""},
         {PipeHead + "P,A,,circle,100,101,0,0,,0\n", "line 2, column inner_height_mm: found 101 for a circle"},
-        {PipeHead + "P,A,,egg,600,800,0,0,,0\n", "line 2, column inner_height_mm: found 800 for an egg"},
+        {PipeHead + "P,A,,egg,600,800,0,0,,0\n", "line 2, column inner_height_mm: found 800 for the shape egg"},
         {PipeHead + "P,A,,oval,600,800,0,0,,0\n", "line 2, column shape: found \"oval\""},
         {PipeHead + "P,A,,box,600,,0,0,,0\n", "line 2, column inner_height_mm: found \"\""},
         {PipeHead + "P,A,,circle,0,0,0,0,,0\n", "line 2, column inner_width_mm: found \"0\""},
