@@ -46,8 +46,6 @@ public:
     /// Makes room in one step.
     void Reserve(std::size_t count) { m_places.reserve(count); }
 
-    void Fetch(std::string_view) const {} // TRANSITION
-
 private:
     static constexpr std::uint64_t Mixer = 0x9E3779B97F4A7C15ULL; ///< odd, half of its bits set
 

@@ -33,8 +33,6 @@ public:
 
     CTopologyStorage& GetTopology() const { return *m_topology; }
 
-    void FetchTexts() const {} // TRANSITION
-
 protected:
     CEntity(CTopologyStorage& topology, Data::CAttributeStore& store, Data::enmEntityKind kind, Data::CKeptText guid,
             Data::CKeptText name)

@@ -59,10 +59,6 @@ public:
     /// The same as plain pointers, not owned: for loops over whole networks.
     int GetSectionsOut(std::vector<const CSection*>& list) const;
 
-    void FetchSectionsOut(int) const {} // TRANSITION
-    void FetchSectionsIn() const {}     // TRANSITION
-    void FetchNodes(int) const {}       // TRANSITION
-
     /// Fills list with every section upstream, nearest first (breadth first over GetSectionsIn), each once, without the
     /// section itself; returns their number. Cost: the size of the upstream network, no recursion.
     int GetPreviousSections(std::vector<boost::shared_ptr<CSection>>& list) const;

@@ -48,10 +48,6 @@ public:
     Utility::Result<boost::shared_ptr<CCatchment>> AddCatchment(std::string_view guid, std::string_view name,
                                                                 CSection* section, CRings rings);
 
-    void FetchNode(std::string_view, std::string_view) const {}    // TRANSITION
-    void FetchSection(std::string_view, std::string_view) const {} // TRANSITION
-    void FetchCatchment(std::string_view) const {}                 // TRANSITION
-
     /// Takes an entity out of the network: it becomes a tombstone. A node in use stays (0); a section takes its
     /// catchments with it. 1 when taken out.
     int RemoveNode(CNode& node);

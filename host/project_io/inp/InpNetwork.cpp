@@ -61,11 +61,8 @@ Error AtLine(const std::string& fileName, std::size_t line, const std::string& f
 template <class Record>
 std::optional<Error> IndexNames(CInpNames<Record>& index, const std::vector<Record>& records, std::string_view kind,
                                 const std::string& fileName) {
-    constexpr std::size_t Ahead = 16;
     index.Reserve(records.size());
     for (std::uint32_t place = 0; place < records.size(); ++place) {
-        if (place + Ahead < records.size())
-            index.Fetch(records[place + Ahead].m_name);
         if (index.Insert(place))
             continue;
         const Record& record = records[place];
@@ -133,11 +130,7 @@ void JoinPointRows(CInpNetwork& network) {
 std::optional<Error> JoinLinks(CInpNetwork& network, const std::string& fileName) {
     CInpLookUp starts(network.m_nodes, network.m_nodesByName);
     CInpLookUp ends(network.m_nodes, network.m_nodesByName);
-    constexpr std::size_t Ahead = 16;
     for (CInpLink& link : network.m_links) {
-        if (const auto place = static_cast<std::size_t>(&link - network.m_links.data());
-            place + Ahead < network.m_links.size())
-            network.m_nodesByName.Fetch(network.m_links[place + Ahead].m_toName);
         link.m_from = starts.Find(link.m_fromName);
         link.m_to = ends.Find(link.m_toName);
         if (link.m_from == InpNone || link.m_to == InpNone) {
