@@ -119,8 +119,8 @@ private:
         return 1.0 + static_cast<double>(m_network.GetNetwork().GetSection(section)->GetName().size());
     }
 
-    /// The file: heads, the best of each section as a list and as a row, then all combinations with their numbers.
-    /// Which are best is not known yet: their lists count as the longest.
+    /// Bytes of the file: heads, the best of each section as a list and as a row, then all combinations with their
+    /// numbers. Which are best is not known yet: their lists count as the longest.
     double CountFileBytes() const {
         constexpr double LineBreak = 2.0;
         constexpr double Heads = 169.0;     // the title and the head of the table

@@ -147,7 +147,7 @@ TEST(RainITPParameters, WhatIsMissingIsNamedInTheOrderOfReading) {
     EXPECT_EQ(params.m_minimalDiameter, 0.0);
     EXPECT_EQ(run.Calculate(), 0);
     EXPECT_THAT(run.host.m_alerts, ElementsAre(params.BuildParameterErrorText()));
-    EXPECT_THAT(Workspace::CWsManager::Instance()->GetLog(), SizeIs(1)) << "the missing file, told once";
+    EXPECT_THAT(Workspace::CWsManager::Instance()->GetLog(), SizeIs(1)) << "the missing file, logged once";
 
     // A group without pipes counts as none; a failure below zero clamps the other way; other modes need no file.
     CRainRun::AddPipes("Empty", {}, 1.0);
@@ -165,14 +165,14 @@ TEST(RainITPParameters, WhatIsMissingIsNamedInTheOrderOfReading) {
     EXPECT_EQ(params.m_pipeGroup->GetName(), "Test");
 }
 
-TEST(RainITPParameters, TextsThatAreNotUnderstoodAreTold) {
+TEST(RainITPParameters, InvalidTextsAreLogged) {
     CRainRun run;
     run.Type("RAINFALL_MODE", "9455").Type("CALC_STANDARD", "2").Type("TURKISH", "0;10:1700:8").Type("RO", "1;2;3");
     EXPECT_EQ(run.Calculate(), 1);
     EXPECT_THAT(Workspace::CWsManager::Instance()->GetLog(), SizeIs(2));
     run.Type("TURKISH", "0;10:1700:8:0.72").Type("RO", "");
     EXPECT_EQ(run.Calculate(), 1);
-    EXPECT_THAT(Workspace::CWsManager::Instance()->GetLog(), SizeIs(2)) << "nothing to tell of";
+    EXPECT_THAT(Workspace::CWsManager::Instance()->GetLog(), SizeIs(2)) << "nothing to report";
 }
 
 TEST(RainITPParameters, ANoEndsTheReadingOfASearch) {

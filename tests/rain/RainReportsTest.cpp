@@ -74,7 +74,7 @@ TEST(RainReports, TheIterationTableIsExactToTheByte) {
     EXPECT_EQ(folder.Read("IDFOut.txt"), sections + results(1)) << "a host may request it of a run";
 }
 
-TEST(RainReports, FlowsCanBeReckonedFromTheTracedNumbers) {
+TEST(RainReports, FlowsFollowFromTheTracedNumbers) {
     const std::string path = std::string(DRENOVA_SOURCE_DIR) + "/data/samples/rivertown-curves.txt";
     CRainRun run("A---B-----C--D\nF----C");
     run.Rain("AB", 0.4).Rain("FC", 1.1).Rain("CD", 0.3).Type("CALC_STANDARD", "2").Type("RO", "0;0.9;1;1");
@@ -93,7 +93,7 @@ TEST(RainReports, FlowsCanBeReckonedFromTheTracedNumbers) {
         area += row.m_values[0].AsDouble();
     double flow = 0.0;
     double time = 0.0;
-    double upstream = 0.0; // along the chain as reckoned
+    double upstream = 0.0; // along the chain as calculated here
     const auto& passes = *run.trace.FindTable("rain_passes");
     for (const auto& row : passes.m_rows) {
         const auto value = [&](const char* column) { return run.TraceValue(passes, row, column); };

@@ -380,7 +380,7 @@ TEST_F(VariationSearch, TwoRunsLeaveTwoBlocks) {
     EXPECT_EQ(run.m_calculator.GetSearch(), nullptr) << "of the run before";
 }
 
-TEST_F(VariationSearch, CancelledSearchStoresNothingAndTellsNothing) {
+TEST_F(VariationSearch, CancelledSearchStoresNothingAndAlertsNothing) {
     CTestProject project;
     const CTextNetwork network("A-B-C-D-E-F-G-H-I\nJ-B K-C L-D M-E N-F O-G P-H Q-I R-I");
     Prepare(network);
