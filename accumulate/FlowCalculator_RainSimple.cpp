@@ -2,76 +2,62 @@
 // Copyright (C) the Drenova authors
 #include "accumulate/FlowCalculator_RainSimple.h"
 
-#include "flow/CalculatorForm.h"
 #include "flow/FlowKeys.h"
 #include "flow/FlowOutputs.h"
 #include "flow/FlowValue.h"
+#include "flow/FormFields.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/sewage_core/CatchmentAreaManager.h"
-
-#include <boost/make_shared.hpp>
 
 #include <cmath>
 
 using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;
+using OLMGis::Data::FindDefinition;
 using OLMGis::Sewage::CCatchmentAreaManager;
 using OLMGis::Sewage::CFlowCalculatorParameters;
 using OLMGis::Sewage::CReport;
 using OLMGis::Sewage::CSectionList;
 using OLMGis::Sewage::IUserInteraction;
-using OLMGis::Topology::CCategory;
-using OLMGis::Topology::CPropertyEx;
 using OLMGis::Topology::CSection;
-using OLMGis::Topology::enmPropertyEditorType;
-using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Utility::Msg;
 
 namespace {
 
-constexpr int CoefficientsMessage = 2625;
-constexpr int TimeCoefficientMessage = 2627;
+namespace Messages {
 
-/// Makes a required property; shown is the value of the shown boxes, hidden that of the hidden ones.
-boost::shared_ptr<CPropertyEx> AddRequired(CCategory& category, const char* tag, enmPropertyEditorType editor,
-                                           int message, const CDataBox& shown, const CDataBox& hidden) {
-    auto property = boost::make_shared<CPropertyEx>();
-    property->SetTag(tag);
-    property->SetEditorType(editor);
-    property->SetMsgName(message);
-    property->SetMsgDescription(message);
-    property->SetValue(shown);
-    property->SetHiddenValue(hidden);
-    property->SetDefaultValue(shown);
-    property->SetDefaultHiddenValue(hidden);
-    property->SetIsRequired(1);
-    property->SetReadOnly(0);
-    property->SetOrd(category.GetMaxPropertyOrd() + 1);
-    category.AddPropertyEx(property);
-    return property;
-}
+constexpr int Name = 11163;
+constexpr int GroupName = 11166;
+constexpr int Category = 3459;
+constexpr int Method = 3565;
+constexpr int Coefficients = 2625;
+constexpr int TimeCoefficient = 2627;
+constexpr int Intensity = 2128;
+
+} // namespace Messages
 
 /// How the intensity is reduced on a section, by the values stored there.
 class CReduction {
 public:
     explicit CReduction(bool isByTime)
         : m_isByTime(isByTime),
-          m_first(FindDefinition(isByTime ? FlowKeys::RainFrequency : FlowKeys::RetardationCoefficient)),
-          m_second(FindDefinition(isByTime ? FlowKeys::RainDuration : FlowKeys::ReductionCoefficient)) {}
+          m_first(FindDefinition(isByTime ? Flow::Keys::RainFrequency : Flow::Keys::RetardationCoefficient)),
+          m_second(FindDefinition(isByTime ? Flow::Keys::RainDuration : Flow::Keys::ReductionCoefficient)) {}
 
     /// Flow (m³/s) of a corrected area (ha) under an intensity (l/(s·ha)). Not limited to any range: a frequency above
     /// 0.3684^-4 per year gives a negative flow, one of 0 an infinite one, one below 0 not-a-number.
     double Flow(const CSection& section, double area, double intensity) const {
-        const double a = OneIfAbsent(ReadFlowValue(section, m_first));
-        const double b = OneIfAbsent(ReadFlowValue(section, m_second));
+        const double a = OneIfAbsent(Flow::ReadFlowValue(section, m_first));
+        const double b = OneIfAbsent(Flow::ReadFlowValue(section, m_second));
         if (!m_isByTime)
             return b * a * area * intensity / 1000.0;
         return (intensity / 1000.0) * TimeCoefficient(a, b) * area;
     }
 
 private:
-    static double OneIfAbsent(double value) { return value == AbsentValue ? 1.0 : value; }
+    static double OneIfAbsent(double value) { return value == Flow::AbsentValue ? 1.0 : value; }
 
     /// Ratio (-) of the rain of frequency n (1/year) and duration (min) to the rain of 15 minutes once a year.
     /// Source: Reinhold 1940. The constant is fixed at its four decimals, do not refine: with the 0.369 that is often
@@ -89,17 +75,17 @@ private:
 
 CFlowCalculator_RainSimple::CFlowCalculator_RainSimple() {
     m_key = "00_RAIN_SIMPLE";
-    m_outputDefinitions = FlowOutputs::Definitions({FlowKeys::Rain, FlowKeys::Intensity});
-    m_outputDefinitionsWithKind = FlowOutputs::DefinitionsWithKind({FlowKeys::Rain, FlowKeys::Intensity});
+    m_outputDefinitions = Flow::Outputs::Definitions({Flow::Keys::Rain, Flow::Keys::Intensity});
+    m_outputDefinitionsWithKind = Flow::Outputs::DefinitionsWithKind({Flow::Keys::Rain, Flow::Keys::Intensity});
 }
 
 boost::shared_ptr<CFlowCalculatorParameters> CFlowCalculator_RainSimple::CreateParameters() {
-    m_parameters = CalculatorForm::MakeParameters();
-    const auto category = CalculatorForm::AddCategory(*m_parameters, 0, 3459);
-    const std::string& coefficients = CModuleConfiguration::Instance()->GetMsg(CoefficientsMessage);
-    const auto type = AddRequired(*category, "CALC_TYPE", enmPropertyEditorType::ComboBox, 3565, coefficients, 0);
-    type->SetConstraints(CalculatorForm::MakeConstraints({{CoefficientsMessage, 0}, {TimeCoefficientMessage, 1}}));
-    AddRequired(*category, "VALUE_INTENSITY", enmPropertyEditorType::Edit, 2128, 120.0, 120.0);
+    m_parameters = Flow::MakeParameters();
+    const auto category = Flow::AddCategory(*m_parameters->m_properties, 0, Messages::Category);
+    Flow::AddChoice(category, "CALC_TYPE", Messages::Method,
+                    {{Messages::Coefficients, 0}, {Messages::TimeCoefficient, 1}})
+        ->SetIsRequired(1);
+    Flow::AddNumber(category, "VALUE_INTENSITY", Messages::Intensity, 120.0)->SetIsRequired(1);
     return m_parameters;
 }
 
@@ -107,9 +93,9 @@ int CFlowCalculator_RainSimple::Calculate(const CSectionList& sections, CFlowCal
                                           int /*write*/, CReport* /*report*/, IUserInteraction* /*interaction*/) {
     if (params == nullptr || !params->m_properties)
         return 0;
-    const CDataDefinition* const intensityKey = FindDefinition(FlowKeys::Intensity);
-    const CDataDefinition* const flowKey = FindDefinition(FlowKeys::Rain);
-    const CDataDefinition* const parametersKey = FindDefinition(FlowKeys::RainParameters);
+    const CDataDefinition* const intensityKey = FindDefinition(Flow::Keys::Intensity);
+    const CDataDefinition* const flowKey = FindDefinition(Flow::Keys::Rain);
+    const CDataDefinition* const parametersKey = FindDefinition(Flow::Keys::RainParameters);
     const CDataBox serialized(params->Serialize());
     // Without its field an intensity counts as no rain, not as the 120 that the field starts with.
     const double intensity = params->m_properties->GetDblProperty("VALUE_INTENSITY", 0.0, 1);
@@ -129,13 +115,13 @@ int CFlowCalculator_RainSimple::Calculate(const CSectionList& sections, CFlowCal
 }
 
 std::string CFlowCalculator_RainSimple::GetCalculatorName() {
-    return CModuleConfiguration::Instance()->GetMsg(11163);
+    return Msg(Messages::Name);
 }
 
 std::string CFlowCalculator_RainSimple::GetCalculatorGroupName() {
-    return CModuleConfiguration::Instance()->GetMsg(11166);
+    return Msg(Messages::GroupName);
 }
 
 std::string CFlowCalculator_RainSimple::GetParametersDataId() {
-    return FlowKeys::RainParameters;
+    return Flow::Keys::RainParameters;
 }

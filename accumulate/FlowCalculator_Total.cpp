@@ -2,11 +2,11 @@
 // Copyright (C) the Drenova authors
 #include "accumulate/FlowCalculator_Total.h"
 
-#include "flow/CalculatorForm.h"
 #include "flow/Edition.h"
 #include "flow/FlowKeys.h"
 #include "flow/FlowOutputs.h"
 #include "flow/FlowValue.h"
+#include "flow/FormFields.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/sewage_core/SewageCalculationConfigurator.h"
@@ -18,6 +18,7 @@
 using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;
+using OLMGis::Data::FindDefinition;
 using OLMGis::Sewage::CFlowCalculatorParameters;
 using OLMGis::Sewage::CReport;
 using OLMGis::Sewage::CSectionList;
@@ -25,13 +26,26 @@ using OLMGis::Sewage::CSewageCalculationConfigurator;
 using OLMGis::Sewage::IUserInteraction;
 using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CSection;
-using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Utility::Msg;
 using OLMGis::Workspace::CLogLine;
 using OLMGis::Workspace::CWsManager;
 
 namespace {
 
-constexpr int FlowsStored = 2050; ///< message
+namespace Messages {
+
+constexpr int Name = 11167;
+constexpr int GroupName = 7653;
+constexpr int Category = 2150;
+constexpr int OwnFlow = 2143;
+constexpr int Transit = 2144;
+constexpr int RainByCurves = 2145;
+constexpr int WasteWithPeakFactor = 9010;
+constexpr int BulgarianHousehold = 8939;
+constexpr int TurkishHousehold = 9338;
+constexpr int FlowsStored = 2050;
+
+} // namespace Messages
 
 /// A switch of the form and the flow of a section that it brings in.
 struct Component {
@@ -42,12 +56,12 @@ struct Component {
 /// In the order of addition, which is fixed and differs from the order of the form. Two of the switches bear the name
 /// of an attribute: form and attributes are separate stores.
 constexpr std::array<Component, 6> Components{{
-    {"FLOW_ITP", FlowKeys::RainCurves},
-    {"FLOW_BLG", FlowKeys::WasteHomeBulgarian},
-    {"FLOW_UNEVEN", FlowKeys::WasteUneven},
-    {"FLOW_TRANSIT", FlowKeys::Transit},
-    {"FLOW_TOTAL_OWN", FlowKeys::SectionTotal},
-    {"FLOW_WASTE_HOME_TUR", FlowKeys::TurkishWasteHome},
+    {"FLOW_ITP", Flow::Keys::RainCurves},
+    {"FLOW_BLG", Flow::Keys::WasteHomeBulgarian},
+    {"FLOW_UNEVEN", Flow::Keys::WasteUneven},
+    {"FLOW_TRANSIT", Flow::Keys::Transit},
+    {"FLOW_TOTAL_OWN", Flow::Keys::SectionTotal},
+    {"FLOW_WASTE_HOME_TUR", Flow::Keys::TurkishWasteHome},
 }};
 
 /// The flows that a form switches on, in the order of addition. A switch that the form lacks is off.
@@ -62,7 +76,7 @@ std::vector<const CDataDefinition*> FlowsSwitchedOn(const CPropertiesEx& form) {
 double Sum(const CSection& section, const std::vector<const CDataDefinition*>& flows) {
     double sum = 0.0;
     for (const CDataDefinition* flow : flows)
-        sum += ReadValueOr(section, flow, 0.0);
+        sum += Flow::ReadValueOr(section, flow, 0.0);
     return sum;
 }
 
@@ -70,21 +84,21 @@ double Sum(const CSection& section, const std::vector<const CDataDefinition*>& f
 
 CFlowCalculator_Total::CFlowCalculator_Total() {
     m_key = "04_FC_TOTAL";
-    m_outputDefinitions = FlowOutputs::Definitions({FlowKeys::Total});
-    m_outputDefinitionsWithKind = FlowOutputs::DefinitionsWithKind({FlowKeys::Total});
+    m_outputDefinitions = Flow::Outputs::Definitions({Flow::Keys::Total});
+    m_outputDefinitionsWithKind = Flow::Outputs::DefinitionsWithKind({Flow::Keys::Total});
 }
 
 boost::shared_ptr<CFlowCalculatorParameters> CFlowCalculator_Total::CreateParameters() {
-    m_parameters = CalculatorForm::MakeParameters();
-    const auto category = CalculatorForm::AddCategory(*m_parameters, 0, 2150);
-    CalculatorForm::AddCheckBox(category, "FLOW_TOTAL_OWN", 2143);
-    CalculatorForm::AddCheckBox(category, "FLOW_ITP", 2145);
-    CalculatorForm::AddCheckBox(category, "FLOW_TRANSIT", 2144);
-    CalculatorForm::AddCheckBox(category, "FLOW_UNEVEN", 9010);
-    if (Edition::Is(Edition::Bulgarian))
-        CalculatorForm::AddCheckBox(category, "FLOW_BLG", 8939);
+    m_parameters = Flow::MakeParameters();
+    const auto category = Flow::AddCategory(*m_parameters->m_properties, 0, Messages::Category);
+    Flow::AddCheckBox(category, "FLOW_TOTAL_OWN", Messages::OwnFlow);
+    Flow::AddCheckBox(category, "FLOW_ITP", Messages::RainByCurves);
+    Flow::AddCheckBox(category, "FLOW_TRANSIT", Messages::Transit);
+    Flow::AddCheckBox(category, "FLOW_UNEVEN", Messages::WasteWithPeakFactor);
+    if (Flow::Edition::Is(Flow::Edition::Bulgarian))
+        Flow::AddCheckBox(category, "FLOW_BLG", Messages::BulgarianHousehold);
     if (CSewageCalculationConfigurator::IsTurkishExtensionAllowed() != 0)
-        CalculatorForm::AddCheckBox(category, "FLOW_WASTE_HOME_TUR", 9338);
+        Flow::AddCheckBox(category, "FLOW_WASTE_HOME_TUR", Messages::TurkishHousehold);
     return m_parameters;
 }
 
@@ -101,7 +115,7 @@ int CFlowCalculator_Total::Calculate(const CSectionList& sections, CFlowCalculat
         return 0;
     const CDataBox serialized(params->Serialize());
     const auto flows = FlowsSwitchedOn(*params->m_properties);
-    const CDataDefinition* const totalKey = FindDefinition(FlowKeys::Total);
+    const CDataDefinition* const totalKey = FindDefinition(Flow::Keys::Total);
     const CDataDefinition* const parametersKey = FindDefinition(GetParametersDataId());
     // Fixed: only the last section decides.
     bool wrote = false;
@@ -114,18 +128,18 @@ int CFlowCalculator_Total::Calculate(const CSectionList& sections, CFlowCalculat
         CDataRW::Write(parametersKey, section, serialized, nullptr);
     }
     if (wrote)
-        CWsManager::Instance()->LogMessage(CLogLine::Stored, CModuleConfiguration::Instance()->GetMsg(FlowsStored));
+        CWsManager::Instance()->LogMessage(CLogLine::Stored, Msg(Messages::FlowsStored));
     return wrote ? 1 : 0;
 }
 
 std::string CFlowCalculator_Total::GetCalculatorName() {
-    return CModuleConfiguration::Instance()->GetMsg(11167);
+    return Msg(Messages::Name);
 }
 
 std::string CFlowCalculator_Total::GetCalculatorGroupName() {
-    return CModuleConfiguration::Instance()->GetMsg(7653);
+    return Msg(Messages::GroupName);
 }
 
 std::string CFlowCalculator_Total::GetParametersDataId() {
-    return FlowKeys::TotalParameters;
+    return Flow::Keys::TotalParameters;
 }

@@ -2,10 +2,10 @@
 // Copyright (C) the Drenova authors
 #include "accumulate/FlowCalculator_Transit.h"
 
-#include "flow/CalculatorForm.h"
 #include "flow/FlowKeys.h"
 #include "flow/FlowOutputs.h"
 #include "flow/FlowValue.h"
+#include "flow/FormFields.h"
 #include "flow/MainOutlets.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/HostServices.h"
@@ -19,6 +19,7 @@
 using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;
+using OLMGis::Data::FindDefinition;
 using OLMGis::Sewage::CFlowCalculatorParameters;
 using OLMGis::Sewage::CReport;
 using OLMGis::Sewage::CSectionList;
@@ -27,31 +28,39 @@ using OLMGis::Sewage::IUserInteraction;
 using OLMGis::Topology::CEntity;
 using OLMGis::Topology::CSection;
 using OLMGis::Topology::CTopologyMultiStorage;
-using OLMGis::Utility::CModuleConfiguration;
+using OLMGis::Utility::Msg;
 
 namespace {
+
+namespace Messages {
+
+constexpr int Name = 11168;
+constexpr int GroupName = 7653;
+constexpr int Category = 2150;
+
+} // namespace Messages
 
 constexpr const char* MainOutletKey = "MAIN_SECT_OUT";
 
 /// A switch of the form and the flow of a section that it brings in.
 struct Component {
     const char* tag;
-    int message;
+    int message; ///< of its label
     const char* key;
 };
 
 /// In the order of the form. Those from FirstTurkish on exist only where the Turkish extension is allowed.
 constexpr std::array<Component, std::tuple_size_v<TransitSwitches>> Components{{
-    {"FC_WASTE_PER", 2147, FlowKeys::WastePercent},
-    {"FC_HOUSEWASTE_AREA", 2148, FlowKeys::WasteHome},
-    {"FC_INDWASTE_AREA", 2149, FlowKeys::WasteIndustry},
-    {"FC_RAIN_SIMPLE", 2129, FlowKeys::Rain},
-    {"FC_POINT", 2136, FlowKeys::Point},
-    {"FC_FOREIGN", 2132, FlowKeys::Foreign},
-    {"FC_ADDITIONAL_RAIN_IN_WASTE_CH", 2139, FlowKeys::Additional},
-    {"FC_USER", 2141, FlowKeys::User},
-    {"FC_IND_TUR", 9339, FlowKeys::TurkishWasteIndustry},
-    {"FC_FOREIGN_TUR", 9340, FlowKeys::TurkishInfiltration},
+    {"FC_WASTE_PER", 2147, Flow::Keys::WastePercent},
+    {"FC_HOUSEWASTE_AREA", 2148, Flow::Keys::WasteHome},
+    {"FC_INDWASTE_AREA", 2149, Flow::Keys::WasteIndustry},
+    {"FC_RAIN_SIMPLE", 2129, Flow::Keys::Rain},
+    {"FC_POINT", 2136, Flow::Keys::Point},
+    {"FC_FOREIGN", 2132, Flow::Keys::Foreign},
+    {"FC_ADDITIONAL_RAIN_IN_WASTE_CH", 2139, Flow::Keys::Additional},
+    {"FC_USER", 2141, Flow::Keys::User},
+    {"FC_IND_TUR", 9339, Flow::Keys::TurkishWasteIndustry},
+    {"FC_FOREIGN_TUR", 9340, Flow::Keys::TurkishInfiltration},
 }};
 constexpr std::size_t FirstTurkish = 8;
 
@@ -78,15 +87,15 @@ public:
     double operator()(const CSection& section) const {
         double sum = 0.0;
         for (const CDataDefinition* flow : m_marked)
-            if (const double value = ReadFlowValue(section, flow); value != AbsentValue)
+            if (const double value = Flow::ReadFlowValue(section, flow); value != Flow::AbsentValue)
                 sum += value;
         for (const CDataDefinition* flow : m_plain)
-            sum += ReadValueOr(section, flow, 0.0);
+            sum += Flow::ReadValueOr(section, flow, 0.0);
         return sum;
     }
 
 private:
-    std::vector<const CDataDefinition*> m_marked; ///< a stored AbsentValue counts as absent
+    std::vector<const CDataDefinition*> m_marked; ///< a stored Flow::AbsentValue counts as absent
     std::vector<const CDataDefinition*> m_plain;  ///< the Turkish flows, behind all others: any stored number counts
 };
 
@@ -94,17 +103,17 @@ private:
 
 CFlowCalculator_Transit::CFlowCalculator_Transit() {
     m_key = "03_FC_TRANSIT";
-    m_outputDefinitions = FlowOutputs::Definitions({FlowKeys::SectionTotal, FlowKeys::Transit});
-    m_outputDefinitionsWithKind = FlowOutputs::DefinitionsWithKind({FlowKeys::SectionTotal, FlowKeys::Transit});
+    m_outputDefinitions = Flow::Outputs::Definitions({Flow::Keys::SectionTotal, Flow::Keys::Transit});
+    m_outputDefinitionsWithKind = Flow::Outputs::DefinitionsWithKind({Flow::Keys::SectionTotal, Flow::Keys::Transit});
 }
 
 boost::shared_ptr<CFlowCalculatorParameters> CFlowCalculator_Transit::CreateParameters() {
-    m_parameters = CalculatorForm::MakeParameters();
-    const auto category = CalculatorForm::AddCategory(*m_parameters, 0, 2150);
+    m_parameters = Flow::MakeParameters();
+    const auto category = Flow::AddCategory(*m_parameters->m_properties, 0, Messages::Category);
     const bool isTurkish = CSewageCalculationConfigurator::IsTurkishExtensionAllowed() != 0;
     for (std::size_t i = 0; i < Components.size(); ++i)
         if (i < FirstTurkish || isTurkish)
-            CalculatorForm::AddCheckBox(category, Components[i].tag, Components[i].message);
+            Flow::AddCheckBox(category, Components[i].tag, Components[i].message);
     return m_parameters;
 }
 
@@ -118,8 +127,8 @@ int CFlowCalculator_Transit::CalculateTransit(const CSectionList& sections, CFlo
     if (params == nullptr || !params->m_properties)
         return 0;
     const std::string serialized = params->Serialize();
-    if (MainOutlets::Settle(MainOutlets::CollectStartingNodes(sections), interaction) == 0) {
-        acedAlert(CModuleConfiguration::Instance()->GetMsg(MainOutlets::NotSettled));
+    if (Flow::MainOutlets::Settle(Flow::MainOutlets::CollectStartingNodes(sections), interaction) == 0) {
+        acedAlert(Msg(Flow::MainOutlets::NotSettled));
         return 0;
     }
     m_sectionFlows.clear();
@@ -131,9 +140,9 @@ int CFlowCalculator_Transit::CalculateTransit(const CSectionList& sections, CFlo
 }
 
 void CFlowCalculator_Transit::WriteResults(const CSectionList& sections, const std::string& serialized) {
-    const CDataDefinition* const totalKey = FindDefinition(FlowKeys::SectionTotal);
+    const CDataDefinition* const totalKey = FindDefinition(Flow::Keys::SectionTotal);
     const CDataDefinition* const parametersKey = FindDefinition(GetParametersDataId());
-    const CDataDefinition* const transitKey = FindDefinition(FlowKeys::Transit);
+    const CDataDefinition* const transitKey = FindDefinition(Flow::Keys::Transit);
     const CDataBox parameters(serialized);
     CDataBox flow;
     for (const auto& section : sections) {
@@ -204,11 +213,11 @@ void CFlowCalculator_Transit::RestoreMainOutlets() {
 }
 
 double CFlowCalculator_Transit::ReadTransit(const boost::shared_ptr<CSection>& section) {
-    return ReadFlowValue(section, FlowKeys::Transit);
+    return Flow::ReadFlowValue(section, Flow::Keys::Transit);
 }
 
 int CFlowCalculator_Transit::WriteSectionTotal(const boost::shared_ptr<CSection>& section, double value) {
-    return CDataRW::Write(FlowKeys::SectionTotal, section, CDataBox(value), nullptr);
+    return CDataRW::Write(Flow::Keys::SectionTotal, section, CDataBox(value), nullptr);
 }
 
 double CFlowCalculator_Transit::GetOwnFlow(const boost::shared_ptr<CSection>& section,
@@ -224,13 +233,13 @@ TransitSectionFlow CFlowCalculator_Transit::BuildSectionFlow(const boost::shared
 }
 
 std::string CFlowCalculator_Transit::GetCalculatorName() {
-    return CModuleConfiguration::Instance()->GetMsg(11168);
+    return Msg(Messages::Name);
 }
 
 std::string CFlowCalculator_Transit::GetCalculatorGroupName() {
-    return CModuleConfiguration::Instance()->GetMsg(7653);
+    return Msg(Messages::GroupName);
 }
 
 std::string CFlowCalculator_Transit::GetParametersDataId() {
-    return FlowKeys::TransitParameters;
+    return Flow::Keys::TransitParameters;
 }

@@ -64,7 +64,7 @@ public:
     /// Stores what was remembered. Where no outlet was chosen at the time of saving, the present one stays.
     void RestoreMainOutlets();
 
-    /// FLOW_TRANSIT of a section (m³/s), AbsentValue without one.
+    /// FLOW_TRANSIT of a section (m³/s), Flow::AbsentValue without one.
     static double ReadTransit(const boost::shared_ptr<CSection>& section);
 
     /// Stores FLOW_SECT_TOTAL (m³/s); the outcome of the write.

@@ -15,21 +15,21 @@ using OLMGis::Topology::CFAMsg;
 using OLMGis::Utility::CUtility;
 using OLMGis::Utility::Msg;
 
-void CFindingList::Add(const CEntity& culprit, int message, const CMeasured& measured) {
-    Append(culprit, CUtility::Format("%s", Msg(message)), measured);
+void CFindingList::Add(const CEntity& entity, int message, const CMeasured& measured) {
+    Append(entity, CUtility::Format("%s", Msg(message)), measured);
 }
 
-void CFindingList::AddWithValue(const CEntity& culprit, int message, const CMeasured& measured) {
-    Append(culprit, CUtility::Format("%s (%.2f)", Msg(message), measured.m_value), measured);
+void CFindingList::AddWithValue(const CEntity& entity, int message, const CMeasured& measured) {
+    Append(entity, CUtility::Format("%s (%.2f)", Msg(message), measured.m_value), measured);
 }
 
-void CFindingList::Append(const CEntity& culprit, std::string text, const CMeasured& measured) {
+void CFindingList::Append(const CEntity& entity, std::string text, const CMeasured& measured) {
     const auto finding = boost::make_shared<CFAMsg>();
-    finding->m_guid = culprit.GetGuid();
+    finding->m_guid = entity.GetGuid();
     finding->m_text = std::move(text);
     m_messages.push_back(finding);
     if (m_notes != nullptr)
-        m_notes->Add({&culprit, measured.m_value, measured.m_limit, measured.m_unit});
+        m_notes->Add({&entity, measured.m_value, measured.m_limit, measured.m_unit});
 }
 
 } // namespace Analysis

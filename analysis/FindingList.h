@@ -30,14 +30,14 @@ public:
     explicit CFindingList(CMessages& messages)
         : m_messages(messages), m_notes(OLMGis::Topology::CFindingNotes::Active()) {}
 
-    /// Adds a finding with the text of a message. culprit: the node or section that the finding names.
-    void Add(const CEntity& culprit, int message, const CMeasured& measured);
+    /// Adds a finding with the text of a message. entity: the node or section that the finding names.
+    void Add(const CEntity& entity, int message, const CMeasured& measured);
 
     /// The same with the value after the text, in brackets with two decimals.
-    void AddWithValue(const CEntity& culprit, int message, const CMeasured& measured);
+    void AddWithValue(const CEntity& entity, int message, const CMeasured& measured);
 
 private:
-    void Append(const CEntity& culprit, std::string text, const CMeasured& measured);
+    void Append(const CEntity& entity, std::string text, const CMeasured& measured);
 
     CMessages& m_messages;
     OLMGis::Topology::CFindingNotes* m_notes; ///< null while none are open

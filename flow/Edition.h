@@ -14,5 +14,3 @@ inline constexpr std::string_view Bulgarian = "BLG";
 bool Is(std::string_view code);
 
 } // namespace Flow::Edition
-
-namespace Edition = Flow::Edition;

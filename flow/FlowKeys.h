@@ -61,5 +61,3 @@ inline constexpr const char* TotalParameters = "FLOW_TOTAL_S";
 inline constexpr const char* RainCurvesParameters = "FLOW_ITP_S"; ///< named, but never stored
 
 } // namespace Flow::Keys
-
-namespace FlowKeys = Flow::Keys;

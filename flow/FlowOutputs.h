@@ -21,5 +21,3 @@ std::vector<std::pair<const OLMGis::Data::CDataDefinition*, int>>
 DefinitionsWithKind(std::initializer_list<const char*> keys);
 
 } // namespace Flow::Outputs
-
-namespace FlowOutputs = Flow::Outputs;

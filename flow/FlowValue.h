@@ -27,8 +27,3 @@ double ReadValueOr(const OLMGis::Topology::CSection& section, const OLMGis::Data
                    double fallback);
 
 } // namespace Flow
-
-using Flow::AbsentValue;
-using Flow::ReadFlowValue;
-using Flow::ReadValueOr;
-using OLMGis::Data::FindDefinition;

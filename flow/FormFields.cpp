@@ -38,10 +38,6 @@ boost::shared_ptr<CCategory> AddCategory(CPropertiesEx& form, int ord, int nameM
     return category;
 }
 
-boost::shared_ptr<CCategory> AddCategory(CFlowCalculatorParameters& parameters, int ord, int nameMessage) {
-    return AddCategory(*parameters.m_properties, ord, nameMessage);
-}
-
 boost::shared_ptr<CPropertyEx> AddProperty(const boost::shared_ptr<CCategory>& category, std::string_view tag,
                                            enmPropertyEditorType editorType, int message, const CDataBox& value) {
     return CPropertyEx::CreateProperty(category, tag, editorType, message, message, value, value, value, value, 0,

@@ -27,7 +27,6 @@ boost::shared_ptr<CFlowCalculatorParameters> MakeParameters();
 
 /// Adds a category at a place (from 0) with a name message.
 boost::shared_ptr<CCategory> AddCategory(CPropertiesEx& form, int ord, int nameMessage);
-boost::shared_ptr<CCategory> AddCategory(CFlowCalculatorParameters& parameters, int ord, int nameMessage);
 
 /// Adds a field whose four boxes have one value.
 boost::shared_ptr<CPropertyEx> AddProperty(const boost::shared_ptr<CCategory>& category, std::string_view tag,

@@ -21,5 +21,3 @@ int Settle(const CNodeList& nodes, OLMGis::Sewage::IUserInteraction* interaction
 inline constexpr int NotSettled = 11049; ///< message of a run that stops because main outlets are missing
 
 } // namespace Flow::MainOutlets
-
-namespace MainOutlets = Flow::MainOutlets;

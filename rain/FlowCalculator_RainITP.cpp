@@ -140,12 +140,14 @@ struct CFlowCalculator_RainITP::CRun {
 
 CFlowCalculator_RainITP::CFlowCalculator_RainITP() {
     m_key = "001_RAIN_ITP";
-    m_outputDefinitions = FlowOutputs::Definitions(
-        {FlowKeys::CorrectedArea, FlowKeys::CorrectedAreaTotal, FlowKeys::Intensity, FlowKeys::ConcentrationTime,
-         FlowKeys::UpstreamFlowTime, FlowKeys::SectionFlowTime, FlowKeys::RainCurves});
-    m_outputDefinitionsWithKind = FlowOutputs::DefinitionsWithKind(
-        {FlowKeys::CorrectedArea, FlowKeys::CorrectedAreaTotal, FlowKeys::Intensity, FlowKeys::ConcentrationTime,
-         FlowKeys::UpstreamFlowTime, FlowKeys::SectionFlowTime, FlowKeys::RainCurves, FlowKeys::PipeMark});
+    m_outputDefinitions =
+        Flow::Outputs::Definitions({Flow::Keys::CorrectedArea, Flow::Keys::CorrectedAreaTotal, Flow::Keys::Intensity,
+                                    Flow::Keys::ConcentrationTime, Flow::Keys::UpstreamFlowTime,
+                                    Flow::Keys::SectionFlowTime, Flow::Keys::RainCurves});
+    m_outputDefinitionsWithKind = Flow::Outputs::DefinitionsWithKind(
+        {Flow::Keys::CorrectedArea, Flow::Keys::CorrectedAreaTotal, Flow::Keys::Intensity,
+         Flow::Keys::ConcentrationTime, Flow::Keys::UpstreamFlowTime, Flow::Keys::SectionFlowTime,
+         Flow::Keys::RainCurves, Flow::Keys::PipeMark});
 }
 
 CFlowCalculator_RainITP::~CFlowCalculator_RainITP() = default;
@@ -159,7 +161,7 @@ std::string CFlowCalculator_RainITP::GetCalculatorGroupName() {
 }
 
 std::string CFlowCalculator_RainITP::GetParametersDataId() {
-    return FlowKeys::RainCurvesParameters;
+    return Flow::Keys::RainCurvesParameters;
 }
 
 boost::shared_ptr<CFlowCalculatorParameters> CFlowCalculator_RainITP::CreateParameters() {
@@ -216,8 +218,8 @@ int CFlowCalculator_RainITP::Calculate(const CSectionList& sections, CFlowCalcul
         return 0;
     }
     const bool hadUnchosen = run->m_plan && run->m_plan->m_forecast.m_isAtLeast;
-    if (MainOutlets::Settle(MainOutlets::CollectStartingNodes(sections), interaction) == 0) {
-        acedAlert(Msg(MainOutlets::NotSettled));
+    if (Flow::MainOutlets::Settle(Flow::MainOutlets::CollectStartingNodes(sections), interaction) == 0) {
+        acedAlert(Msg(Flow::MainOutlets::NotSettled));
         return 0;
     }
     if (partialArea != RainChoices::PartialAreaSearch || hadUnchosen)

@@ -50,7 +50,7 @@ constexpr int PipeFillLabel = 2294;
 constexpr int MinimalDiameterLabel = 2295;
 
 Rain::CCategoryPtr AddCategory(CFlowCalculatorParameters& parameters, int nameMessage) {
-    return Flow::AddCategory(parameters, parameters.m_properties->GetMaxCategoryOrd() + 1, nameMessage);
+    return Flow::AddCategory(*parameters.m_properties, parameters.m_properties->GetMaxCategoryOrd() + 1, nameMessage);
 }
 
 /// The source of the rain with the fields of each choice.

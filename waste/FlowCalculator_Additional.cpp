@@ -147,9 +147,9 @@ private:
             break;
         }
         case ByWasteFlows: {
-            const double home = ReadFlowValue(*section, m_homeKey);
-            const double industry = ReadFlowValue(*section, m_industryKey);
-            if (home != AbsentValue && industry != AbsentValue)
+            const double home = Flow::ReadFlowValue(*section, m_homeKey);
+            const double industry = Flow::ReadFlowValue(*section, m_industryKey);
+            if (home != Flow::AbsentValue && industry != Flow::AbsentValue)
                 StoreCounted(m_infiltrationKey, section, (industry + home) * m_in.infiltrationFactor);
             break;
         }

@@ -2,11 +2,11 @@
 // Copyright (C) the Drenova authors
 #include "waste/FlowCalculator_WasteAreas.h"
 
-#include "flow/CalculatorForm.h"
 #include "flow/Edition.h"
 #include "flow/FlowKeys.h"
 #include "flow/FlowOutputs.h"
 #include "flow/FlowValue.h"
+#include "flow/FormFields.h"
 #include "host/gis_core/CoreProgressBar.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/ModuleConfiguration.h"
@@ -20,6 +20,7 @@
 using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;
+using OLMGis::Data::FindDefinition;
 using OLMGis::Sewage::CCatchmentAreaManager;
 using OLMGis::Sewage::CFlowCalculatorParameters;
 using OLMGis::Sewage::CReport;
@@ -27,14 +28,30 @@ using OLMGis::Sewage::CSectionList;
 using OLMGis::Sewage::IUserInteraction;
 using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CSection;
-using OLMGis::Topology::enmPropertyEditorType;
-using OLMGis::Utility::CModuleConfiguration;
 using OLMGis::Utility::CProgress;
+using OLMGis::Utility::Msg;
 using OLMGis::Workspace::CWsManager;
 
 namespace {
 
-constexpr int NameMessage = 11165;
+namespace Messages {
+
+constexpr int Name = 11165;
+constexpr int GroupName = 2313;
+constexpr int Category = 464;
+constexpr int HasHome = 2092;
+constexpr int HasIndustry = 2093;
+constexpr int IndustryK = 6127;
+constexpr int FlowsStored = 2050;
+constexpr int NothingStored = 61031;
+
+// Fixed: others rely on these numbers, whose texts name inputs of the calculation by population. The labels are shown.
+constexpr int HomeCoefficient = 2067;
+constexpr int HomeCoefficientLabel = 70182;
+constexpr int IndustryCoefficient = 2065;
+constexpr int IndustryCoefficientLabel = 70183;
+
+} // namespace Messages
 
 /// What was typed. Coefficients fall back to 0.0, whatever their fields start with: without its field a flow is none.
 struct Input {
@@ -137,18 +154,18 @@ private:
 
     const Input m_in;
     const CDataBox m_serialized;
-    const CDataDefinition* const m_homeKey = FindDefinition(FlowKeys::WasteHome);
-    const CDataDefinition* const m_bulgarianHomeKey = FindDefinition(FlowKeys::WasteHomeBulgarian);
-    const CDataDefinition* const m_peakFactorKey = FindDefinition(FlowKeys::PeakFactorBulgarian);
-    const CDataDefinition* const m_industryKey = FindDefinition(FlowKeys::WasteIndustry);
-    const CDataDefinition* const m_parametersKey = FindDefinition(FlowKeys::WasteAreasParameters);
+    const CDataDefinition* const m_homeKey = FindDefinition(Flow::Keys::WasteHome);
+    const CDataDefinition* const m_bulgarianHomeKey = FindDefinition(Flow::Keys::WasteHomeBulgarian);
+    const CDataDefinition* const m_peakFactorKey = FindDefinition(Flow::Keys::PeakFactorBulgarian);
+    const CDataDefinition* const m_industryKey = FindDefinition(Flow::Keys::WasteIndustry);
+    const CDataDefinition* const m_parametersKey = FindDefinition(Flow::Keys::WasteAreasParameters);
     int m_result = 0;
 };
 
 /// The household catchments of each section and everything upstream of it; false when the user stopped it.
 bool SumUpstreamWithProgress(const CSectionList& sections, std::vector<CHouseholdSum>& sums) {
     constexpr std::size_t Range = 1000;
-    CProgress progress(CModuleConfiguration::Instance()->GetMsg(NameMessage), Range);
+    CProgress progress(Msg(Messages::Name), Range);
     return SumUpstream(sections, sums, [&progress](std::size_t done, std::size_t count) {
         return progress.GoOn(count == 0 ? Range : Range * done / count);
     });
@@ -168,30 +185,29 @@ int RunOver(const CSectionList& sections, CRun& run) {
 
 CFlowCalculator_WasteAreas::CFlowCalculator_WasteAreas() {
     m_key = "01_WASTE_AREAS";
-    if (Edition::Is(Edition::Bulgarian)) {
-        const auto keys = {FlowKeys::PeakFactorBulgarian, FlowKeys::WasteHomeBulgarian, FlowKeys::WasteIndustry};
-        m_outputDefinitions = FlowOutputs::Definitions(keys);
-        m_outputDefinitionsWithKind = FlowOutputs::DefinitionsWithKind(keys);
+    if (Flow::Edition::Is(Flow::Edition::Bulgarian)) {
+        const auto keys = {Flow::Keys::PeakFactorBulgarian, Flow::Keys::WasteHomeBulgarian, Flow::Keys::WasteIndustry};
+        m_outputDefinitions = Flow::Outputs::Definitions(keys);
+        m_outputDefinitionsWithKind = Flow::Outputs::DefinitionsWithKind(keys);
     } else {
-        const auto keys = {FlowKeys::WasteHome, FlowKeys::WasteIndustry};
-        m_outputDefinitions = FlowOutputs::Definitions(keys);
-        m_outputDefinitionsWithKind = FlowOutputs::DefinitionsWithKind(keys);
+        const auto keys = {Flow::Keys::WasteHome, Flow::Keys::WasteIndustry};
+        m_outputDefinitions = Flow::Outputs::Definitions(keys);
+        m_outputDefinitionsWithKind = Flow::Outputs::DefinitionsWithKind(keys);
     }
 }
 
 boost::shared_ptr<CFlowCalculatorParameters> CFlowCalculator_WasteAreas::CreateParameters() {
-    using namespace CalculatorForm;
-    constexpr auto Edit = enmPropertyEditorType::Edit;
+    using namespace Flow;
     m_parameters = MakeParameters();
-    const auto category = AddCategory(*m_parameters, 0, 464);
-    category->SetMsgDescription(464);
-    AddCheckBox(category, "HOME_CHECK", 2092);
-    // The numbers are fixed; their texts name inputs of the calculation by population.
-    AddProperty(category, "HOME_COEFF", Edit, 2067, 4.0)->SetMsgLabel(70182);
-    AddCheckBox(category, "IND_CHECK", 2093);
-    AddProperty(category, "IND_COEFF", Edit, 2065, 1.0)->SetMsgLabel(70183);
-    if (Edition::Is(Edition::Bulgarian))
-        AddProperty(category, "BLG_COEFF_K", Edit, 6127, 1.0);
+    const auto category = AddCategory(*m_parameters->m_properties, 0, Messages::Category);
+    category->SetMsgDescription(Messages::Category);
+    AddCheckBox(category, "HOME_CHECK", Messages::HasHome);
+    AddNumber(category, "HOME_COEFF", Messages::HomeCoefficient, 4.0)->SetMsgLabel(Messages::HomeCoefficientLabel);
+    AddCheckBox(category, "IND_CHECK", Messages::HasIndustry);
+    AddNumber(category, "IND_COEFF", Messages::IndustryCoefficient, 1.0)
+        ->SetMsgLabel(Messages::IndustryCoefficientLabel);
+    if (Flow::Edition::Is(Flow::Edition::Bulgarian))
+        AddNumber(category, "BLG_COEFF_K", Messages::IndustryK, 1.0);
     return m_parameters;
 }
 
@@ -199,26 +215,24 @@ int CFlowCalculator_WasteAreas::Calculate(const CSectionList& sections, CFlowCal
                                           int /*write*/, CReport* /*report*/, IUserInteraction* /*interaction*/) {
     if (params == nullptr || !params->m_properties)
         return 0;
-    CRun run(*params, Edition::Is(Edition::Bulgarian));
+    CRun run(*params, Flow::Edition::Is(Flow::Edition::Bulgarian));
     const int result = RunOver(sections, run);
-    const auto log = [](int type, int message) {
-        CWsManager::Instance()->LogMessage(type, CModuleConfiguration::Instance()->GetMsg(message), 0);
-    };
+    const auto log = [](int type, int message) { CWsManager::Instance()->LogMessage(type, Msg(message), 0); };
     if (result != 0)
-        log(1, 2050);
+        log(1, Messages::FlowsStored);
     else
-        log(4, 61031);
+        log(4, Messages::NothingStored);
     return result;
 }
 
 std::string CFlowCalculator_WasteAreas::GetCalculatorName() {
-    return CModuleConfiguration::Instance()->GetMsg(NameMessage);
+    return Msg(Messages::Name);
 }
 
 std::string CFlowCalculator_WasteAreas::GetCalculatorGroupName() {
-    return CModuleConfiguration::Instance()->GetMsg(2313);
+    return Msg(Messages::GroupName);
 }
 
 std::string CFlowCalculator_WasteAreas::GetParametersDataId() {
-    return FlowKeys::WasteAreasParameters;
+    return Flow::Keys::WasteAreasParameters;
 }

@@ -174,7 +174,7 @@ boost::shared_ptr<CFlowCalculatorParameters> CFlowCalculator_WastePercent::Creat
     Flow::AddNumber(category, "PERIOD", Messages::Period, 30.0);
     Flow::AddNumber(category, "COEFF_VAR_D", Messages::DailyPeakFactor, 1.5);
     Flow::AddNumber(category, "COEFF_VAR_H", Messages::HourlyPeakFactor, 1.5);
-    if (Edition::Is(Edition::Romanian)) {
+    if (Flow::Edition::Is(Flow::Edition::Romanian)) {
         Flow::AddNumber(category, "RO_CS", Messages::CorrectionS, 1.1);
         Flow::AddNumber(category, "RO_CP", Messages::CorrectionP, 1.1);
         Flow::AddNumber(category, "RO_CR", Messages::CorrectionR, 0.8);
@@ -195,7 +195,7 @@ int CFlowCalculator_WastePercent::Calculate(const CSectionList& sections, CFlowC
     const CDataBox serialized(params->Serialize());
     const PercentInput in(*params->m_properties);
     const Lengths lengths = SumLengths(sections, coefficientKey);
-    const Forecast forecast(in, Edition::Is(Edition::Romanian));
+    const Forecast forecast(in, Flow::Edition::Is(Flow::Edition::Romanian));
     const double specificFlow =
         lengths.weighted == 0.0 ? 0.0 : forecast.hourMaximum / OLMGis::Formulas::SecondsPerHour / lengths.weighted;
 

@@ -11,10 +11,10 @@ namespace OLMGis::Topology {
 
 /// What an item knows of a finding beside its text.
 struct CFindingNote {
-    const CEntity* m_culprit; ///< the node or section that the finding names
-    double m_value;           ///< what was found
-    double m_limit;           ///< the limit that it broke
-    std::string_view m_unit;  ///< of both, empty for a count; lives as long as the item
+    const CEntity* m_entity; ///< the node or section that the finding names
+    double m_value;          ///< what was found
+    double m_limit;          ///< the limit that it broke
+    std::string_view m_unit; ///< of both, empty for a count; lives as long as the item
 };
 
 /// The numbers behind the findings of one run of one item: the record of a finding (CFAMsg) is fixed and has only

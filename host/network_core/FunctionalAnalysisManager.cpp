@@ -45,7 +45,7 @@ public:
 
     using CMessages = std::vector<boost::shared_ptr<CFAMsg>>;
 
-    /// As many notes as messages belong together by position; else a note belongs to the next message of its culprit.
+    /// As many notes as messages belong together by position; else a note belongs to the next message of its entity.
     void Collect(CMessages messages, const std::vector<CFindingNote>& notes) {
         const auto count = static_cast<std::size_t>(
             std::count_if(messages.begin(), messages.end(), [](const auto& message) { return message != nullptr; }));
@@ -57,7 +57,7 @@ public:
             CFinding& finding = m_item.m_findings.emplace_back();
             finding.m_guid = m_item.Keep(message->m_guid);
             finding.m_text = m_item.Keep(message->m_text);
-            if (isPaired || (note != notes.end() && note->m_culprit->GetGuid() == finding.m_guid))
+            if (isPaired || (note != notes.end() && note->m_entity->GetGuid() == finding.m_guid))
                 Take(finding, *note++);
             else
                 PlaceByGuid(finding);
@@ -72,10 +72,10 @@ private:
         if (note.m_unit != m_unit)
             m_unit = m_item.Keep(note.m_unit);
         finding.m_unit = m_unit;
-        if (note.m_culprit->GetEntityKind() == Data::enmEntityKind::Section)
-            PlaceAt(finding, static_cast<const CSection&>(*note.m_culprit));
+        if (note.m_entity->GetEntityKind() == Data::enmEntityKind::Section)
+            PlaceAt(finding, static_cast<const CSection&>(*note.m_entity));
         else
-            PlaceAt(finding, static_cast<const CNode&>(*note.m_culprit));
+            PlaceAt(finding, static_cast<const CNode&>(*note.m_entity));
     }
 
     /// For a finding of which the item noted nothing.

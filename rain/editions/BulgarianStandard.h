@@ -15,7 +15,7 @@ public:
 
     const CRequiredNumber* FindTimeFactor() const override {
         static constexpr int NoRetention = 6128; // message
-        static constexpr CRequiredNumber Retention{FlowKeys::RetentionBulgarian, NoRetention};
+        static constexpr CRequiredNumber Retention{Flow::Keys::RetentionBulgarian, NoRetention};
         return &Retention;
     }
     CShownFactor ShowTimeFactor() const override { return {"r", "r of the section (FLOW_BLG_RET)"}; }

@@ -9,15 +9,17 @@
 using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;
+using OLMGis::Data::FindDefinition;
 
 namespace Rain {
 
 CResultStore::CResultStore(const CRunInput& input, bool savesPipe)
-    : m_input(input), m_savesPipe(savesPipe), m_intensity(FindDefinition(FlowKeys::Intensity)),
-      m_concentrationTime(FindDefinition(FlowKeys::ConcentrationTime)),
-      m_upstreamTime(FindDefinition(FlowKeys::UpstreamFlowTime)), m_flowTime(FindDefinition(FlowKeys::SectionFlowTime)),
-      m_flow(FindDefinition(FlowKeys::RainCurves)), m_ownArea(FindDefinition(FlowKeys::CorrectedArea)),
-      m_totalArea(FindDefinition(FlowKeys::CorrectedAreaTotal)), m_pipe(FindDefinition(FlowKeys::PipeReference)) {}
+    : m_input(input), m_savesPipe(savesPipe), m_intensity(FindDefinition(Flow::Keys::Intensity)),
+      m_concentrationTime(FindDefinition(Flow::Keys::ConcentrationTime)),
+      m_upstreamTime(FindDefinition(Flow::Keys::UpstreamFlowTime)),
+      m_flowTime(FindDefinition(Flow::Keys::SectionFlowTime)), m_flow(FindDefinition(Flow::Keys::RainCurves)),
+      m_ownArea(FindDefinition(Flow::Keys::CorrectedArea)), m_totalArea(FindDefinition(Flow::Keys::CorrectedAreaTotal)),
+      m_pipe(FindDefinition(Flow::Keys::PipeReference)) {}
 
 void CResultStore::Store(const CSectionDataIDF& record) const {
     StoreNumber(m_intensity, record, record.m_intensity);

@@ -13,6 +13,7 @@
 using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;
+using OLMGis::Data::FindDefinition;
 using OLMGis::Sewage::CCatchmentAreaManager;
 using OLMGis::Topology::CSection;
 
@@ -54,9 +55,9 @@ void CRunNetwork::SortByGuid(CRows& rows) const {
 
 CRunInput::CRunInput(const CRunNetwork& network, const CRunSettings& settings)
     : CRunNetwork(network), m_inputs(network.GetRowCount()) {
-    const CDataDefinition* const slope = FindDefinition(FlowKeys::Slope);
-    const CDataDefinition* const inletTime = FindDefinition(FlowKeys::InletTime);
-    const CDataDefinition* const roughness = FindDefinition(FlowKeys::PipeRoughness);
+    const CDataDefinition* const slope = FindDefinition(Flow::Keys::Slope);
+    const CDataDefinition* const inletTime = FindDefinition(Flow::Keys::InletTime);
+    const CDataDefinition* const roughness = FindDefinition(Flow::Keys::PipeRoughness);
     const CRequiredNumber* const required = settings.FindTimeFactor();
     const CDataDefinition* const timeFactor = required == nullptr ? nullptr : FindDefinition(required->m_key);
     for (const std::uint32_t row : GetRows()) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 #include "accumulate/FlowCalculator_RainSimple.h"
-#include "flow/CalculatorForm.h"
+#include "flow/FormFields.h"
 #include "host/network_core/PropertyEditing.h"
 #include "tests/support/FormTable.h"
 #include "tests/support/ReferenceTable.h"
@@ -126,7 +126,7 @@ TEST(RainSimple, NothingToDoAndAFormThatLacksItsFields) {
     EXPECT_EQ(run.calculator.Calculate(run.net.Sections(), nullptr, 1, nullptr, nullptr), 0);
     EXPECT_FALSE(run.net.Get("AB", "FLOW_RAIN_S").IsNotNull());
     run.net.AddCatchment("AB", RainKind, 2.0);
-    const auto empty = CalculatorForm::MakeParameters();
+    const auto empty = Flow::MakeParameters();
     run.calculator.Calculate(run.net.Sections(), empty.get(), 1, nullptr, nullptr);
     EXPECT_EQ(run.net.Get("AB", "FLOW_IDF_INTENSITY").AsDouble(), 0.0);
     EXPECT_EQ(run.Flow("AB"), 0.0);

@@ -97,7 +97,7 @@ TEST(Transit, WhatArrivesFromAbove) {
         EXPECT_EQ(run.Transits(), c.transit);
         own = 1.0;
         for (const auto& section : run.net.Sections()) {
-            EXPECT_EQ(ReadFlowValue(section, "FLOW_SECT_TOTAL"), own) << "reached or not";
+            EXPECT_EQ(Flow::ReadFlowValue(section, "FLOW_SECT_TOTAL"), own) << "reached or not";
             own *= 2.0;
         }
         EXPECT_TRUE(run.host.m_alerts.empty());
@@ -327,7 +327,8 @@ TEST(Transit, NothingIsLostOnTheWayToTheOutfallsOfTrees) {
         double arrived = 0.0;
         for (const auto& section : run.list)
             if (section->GetEndingNode()->GetSectionsOutCount() == 0)
-                arrived += ReadFlowValue(section, "FLOW_TRANSIT") + ReadFlowValue(section, "FLOW_SECT_TOTAL");
+                arrived +=
+                    Flow::ReadFlowValue(section, "FLOW_TRANSIT") + Flow::ReadFlowValue(section, "FLOW_SECT_TOTAL");
         EXPECT_NEAR(arrived, brought, 1e-12 * brought) << "rounding of 15000 terms";
     }
 }
@@ -372,7 +373,7 @@ TEST(Transit, EqualsTheDefinitionOnAnyNetwork) {
                 for (const auto& in : run.list)
                     if (in->GetEndingNode() == start) {
                         isReached = isReached && expected.count(in.get()) != 0;
-                        sum += isReached ? expected[in.get()] + ReadFlowValue(in, "FLOW_USER") : 0.0;
+                        sum += isReached ? expected[in.get()] + Flow::ReadFlowValue(in, "FLOW_USER") : 0.0;
                     }
                 goesOn = (isReached && expected.emplace(section.get(), sum).second) || goesOn;
             }
@@ -380,6 +381,7 @@ TEST(Transit, EqualsTheDefinitionOnAnyNetwork) {
         std::shuffle(run.list.begin(), run.list.end(), random);
         EXPECT_EQ(run.SwitchOn("FC_USER").Calculate(), 1);
         for (const auto& section : run.list)
-            EXPECT_NEAR(ReadFlowValue(section, "FLOW_TRANSIT"), expected[section.get()], 1e-9) << section->GetName();
+            EXPECT_NEAR(Flow::ReadFlowValue(section, "FLOW_TRANSIT"), expected[section.get()], 1e-9)
+                << section->GetName();
     }
 }

@@ -33,8 +33,8 @@ void Find(CMessages& messages, const std::string& guid) {
     messages.back()->m_text = "found";
 }
 
-void Note(const CEntity& culprit, double value) {
-    CFindingNotes::Active()->Add({&culprit, value, 2.0, "m"});
+void Note(const CEntity& entity, double value) {
+    CFindingNotes::Active()->Add({&entity, value, 2.0, "m"});
 }
 
 /// An item that does what the test says.
