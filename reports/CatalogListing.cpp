@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "reports/CatalogListing.h"
 
+#include "host/formulas/SectionGeometry.h"
 #include "reports/JsonDocument.h"
 #include "reports/ShownText.h"
 
@@ -14,29 +15,15 @@ namespace Reports {
 
 using nlohmann::ordered_json;
 using OLMGis::Data::CDataBox;
+using OLMGis::Formulas::KindOfShape;
 using OLMGis::Topology::CCatalogItem;
 using OLMGis::Topology::CCatalogManager;
 using OLMGis::Topology::CManholeData;
 using OLMGis::Topology::CPipeData;
-using OLMGis::Topology::enmPipeShape;
 using OLMGis::Utility::BadWords;
 using OLMGis::Utility::Result;
 
 namespace {
-
-std::string_view ShapeName(enmPipeShape shape) {
-    switch (shape) {
-    case enmPipeShape::Circle:
-        return "circle";
-    case enmPipeShape::Egg:
-        return "egg";
-    case enmPipeShape::Box:
-        return "box";
-    case enmPipeShape::Table:
-        break;
-    }
-    return "table";
-}
 
 ordered_json DescribeGroup(const CCatalogGroup& each) {
     const CCatalogItem& group = *each.m_group;
@@ -51,7 +38,7 @@ ordered_json DescribeGroup(const CCatalogGroup& each) {
 ordered_json DescribeItem(const CCatalogItem& item) {
     ordered_json object{{"name", item.GetName()}, {"guid", item.GetGUID()}};
     if (const CPipeData* pipe = item.GetPipeData(); pipe != nullptr) {
-        object["shape"] = ShapeName(pipe->m_shape);
+        object["shape"] = KindOfShape(pipe->m_shape).m_key;
         object["inner_width_mm"] = pipe->m_innerWidth;
         object["inner_height_mm"] = pipe->m_innerHeight;
         object["wall_mm"] = pipe->m_wall;
@@ -81,7 +68,7 @@ CTable MakePipeTable(const CCatalogItem& group) {
          TextColumn("type", "type"), TextColumn("guid", "guid")});
     for (const auto& item : group.GetSubItems()) {
         const CPipeData& pipe = *item->GetPipeData();
-        table.AddRow({item->GetName(), ShapeName(pipe.m_shape), pipe.m_innerWidth, pipe.m_innerHeight, pipe.m_wall,
+        table.AddRow({item->GetName(), KindOfShape(pipe.m_shape).m_key, pipe.m_innerWidth, pipe.m_innerHeight, pipe.m_wall,
                       pipe.m_roughness, pipe.m_minDiameter > 0.0 ? CDataBox(pipe.m_minDiameter) : CDataBox(),
                       pipe.m_type, item->GetGUID()});
     }

@@ -2,31 +2,18 @@
 // Copyright (C) the Drenova authors
 #include "rain/explain/PassTrace.h"
 
+#include "host/formulas/SectionGeometry.h"
 #include "rain/editions/Editions.h"
 #include "rain/explain/RainTraceNames.h"
 #include "rain/explain/TraceRow.h"
 
 using OLMGis::Data::CDataBox;
+using OLMGis::Formulas::KindOfShape;
 using OLMGis::Utility::CRunTrace;
 
 namespace RainTrace {
 
 namespace {
-
-const char* ShapeName(OLMGis::Topology::enmPipeShape shape) {
-    using OLMGis::Topology::enmPipeShape;
-    switch (shape) {
-    case enmPipeShape::Circle:
-        return "circle";
-    case enmPipeShape::Egg:
-        return "egg";
-    case enmPipeShape::Box:
-        return "box";
-    case enmPipeShape::Table:
-        break;
-    }
-    return "table";
-}
 
 const char* SourceName(CSectionDataIDF::enmRoughness source) {
     using enmRoughness = CSectionDataIDF::enmRoughness;
@@ -81,7 +68,7 @@ void CPassTrace::OnEnd(const CSectionDataIDF& record, int pass, double next) {
     row.AddIf(hasFlow, "min_diameter", "mm", record.m_minDiameter);
     row.AddIf(hasFlow, "pipe_group", "", record.m_pipeGroupName);
     row.Add("pipe", "", hasFlow && record.m_pipe ? CDataBox(record.m_pipe->GetName()) : CDataBox());
-    row.Add("shape", "", pipe == nullptr ? CDataBox() : CDataBox(ShapeName(pipe->m_shape)));
+    row.Add("shape", "", pipe == nullptr ? CDataBox() : CDataBox(std::string(KindOfShape(pipe->m_shape).m_key)));
     row.AddIf(hasFlow, "inner_diameter", "mm", record.m_innerDiameter);
     row.Add("inner_height", "mm", pipe == nullptr ? CDataBox() : CDataBox(pipe->m_innerHeight));
     row.AddIf(hasFlow, "filling", "%", record.m_sizing.m_filling);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 #include "apps/cli/verbs/Verbs.h"
+#include "host/formulas/SectionGeometry.h"
 #include "host/formulas/Units.h"
 #include "host/gis_core/Utility.h"
 #include "reports/PipeCalculation.h"
@@ -13,7 +14,10 @@
 
 namespace Cli {
 
-using OLMGis::Formulas::enmSectionShape;
+using OLMGis::Formulas::CShapeKind;
+using OLMGis::Formulas::enmShapeDimensions;
+using OLMGis::Formulas::FindShapeKind;
+using OLMGis::Formulas::KeysOfSizedShapes;
 using OLMGis::Formulas::MillimetresPerMetre;
 using OLMGis::Formulas::PerMille;
 using OLMGis::Utility::BadWords;
@@ -38,7 +42,6 @@ struct COptions {
     CFormatOption m_format;
 };
 
-constexpr double EggHeight = 1.5; // of its width, the normal egg
 constexpr double LargestSize = 1e6;
 
 Status ReadNumber(std::string_view option, std::string_view text, double least, double& value) {
@@ -54,26 +57,27 @@ Status ReadShape(const COptions& options, CPipeQuestion& question) {
     const std::string_view text = options.m_dimensions;
     const std::size_t cross = text.find('x');
     const auto width = CUtility::ParseDouble(text.substr(0, cross));
-    const bool isCircle = options.m_shape == "circle";
-    const bool isEgg = options.m_shape == "egg";
+    const CShapeKind& kind = *FindShapeKind(options.m_shape); // the option takes the keys of the list only
+    const bool isCircle = kind.m_dimensions == enmShapeDimensions::Diameter;
+    const bool hasRatio = !isCircle && kind.m_heightRatio > 0.0;
     auto height = width;
     if (cross != std::string_view::npos)
         height = CUtility::ParseDouble(text.substr(cross + 1));
-    else if (isEgg && width)
-        height = EggHeight * *width;
+    else if (hasRatio && width)
+        height = kind.m_heightRatio * *width;
     const bool isSize =
         width && height && *width > 0.0 && *height > 0.0 && *width <= LargestSize && *height <= LargestSize;
-    const bool fits = isCircle ? width == height : isEgg ? width <= height : cross != std::string_view::npos;
+    const bool fits = isCircle ? width == height : hasRatio ? width <= height : cross != std::string_view::npos;
     if (!isSize || !fits)
         return BadWords(
             fmt::format("DIMENSIONS: found \"{}\" for the shape {}, expected {}", OnOneLine(text), options.m_shape,
                         isCircle ? "the inside diameter in mm, as 300"
-                        : isEgg  ? "inside width and height in mm, as 800x1200, the height not below the width"
+                        : hasRatio  ? "inside width and height in mm, as 800x1200, the height not below the width"
                                  : "inside width and height in mm, as 1500x900"));
     question.m_shapeName = options.m_shape;
     question.m_width = *width;
     question.m_height = *height;
-    question.m_shape.m_kind = isCircle ? enmSectionShape::Circle : isEgg ? enmSectionShape::Egg : enmSectionShape::Box;
+    question.m_shape.m_kind = kind.m_shape;
     question.m_shape.m_width = *width / MillimetresPerMetre;
     question.m_shape.m_height = *height / MillimetresPerMetre;
     return Done{};
