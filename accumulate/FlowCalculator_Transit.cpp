@@ -127,8 +127,8 @@ int CFlowCalculator_Transit::CalculateTransit(const CSectionList& sections, CFlo
     if (params == nullptr || !params->m_properties)
         return 0;
     const std::string serialized = params->Serialize();
-    if (Flow::MainOutlets::Settle(Flow::MainOutlets::CollectStartingNodes(sections), interaction) == 0) {
-        acedAlert(Msg(Flow::MainOutlets::NotSettled));
+    if (Flow::MainOutlets::ChooseMissing(Flow::MainOutlets::CollectStartingNodes(sections), interaction) == 0) {
+        acedAlert(Msg(Flow::MainOutlets::MissingMessage));
         return 0;
     }
     m_sectionFlows.clear();

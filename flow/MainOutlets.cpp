@@ -33,7 +33,7 @@ CNodeList CollectStartingNodes(const CSectionList& sections) {
     return nodes;
 }
 
-int Settle(const CNodeList& nodes, IUserInteraction* interaction) {
+int ChooseMissing(const CNodeList& nodes, IUserInteraction* interaction) {
     if (CFlowDirection::IsMainFlowSectSet(nodes) != 0)
         return 1;
     if (interaction != nullptr)

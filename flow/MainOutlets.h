@@ -16,8 +16,8 @@ CNodeList CollectStartingNodes(const OLMGis::Sewage::CSectionList& sections);
 
 /// Has the main outlets that are missing among the nodes chosen in the direction editor. 0 when the user left the
 /// editor, else non-zero. interaction may be null.
-int Settle(const CNodeList& nodes, OLMGis::Sewage::IUserInteraction* interaction);
+int ChooseMissing(const CNodeList& nodes, OLMGis::Sewage::IUserInteraction* interaction);
 
-inline constexpr int NotSettled = 11049; ///< message of a run that stops because main outlets are missing
+inline constexpr int MissingMessage = 11049; ///< message of a run that stops because main outlets are missing
 
 } // namespace Flow::MainOutlets

@@ -218,8 +218,8 @@ int CFlowCalculator_RainITP::Calculate(const CSectionList& sections, CFlowCalcul
         return 0;
     }
     const bool hadUnchosen = run->m_plan && run->m_plan->m_forecast.m_isAtLeast;
-    if (Flow::MainOutlets::Settle(Flow::MainOutlets::CollectStartingNodes(sections), interaction) == 0) {
-        acedAlert(Msg(Flow::MainOutlets::NotSettled));
+    if (Flow::MainOutlets::ChooseMissing(Flow::MainOutlets::CollectStartingNodes(sections), interaction) == 0) {
+        acedAlert(Msg(Flow::MainOutlets::MissingMessage));
         return 0;
     }
     if (partialArea != RainChoices::PartialAreaSearch || hadUnchosen)

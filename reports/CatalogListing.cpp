@@ -20,7 +20,7 @@ using OLMGis::Topology::CCatalogItem;
 using OLMGis::Topology::CCatalogManager;
 using OLMGis::Topology::CManholeData;
 using OLMGis::Topology::CPipeData;
-using OLMGis::Utility::BadWords;
+using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::Result;
 
 namespace {
@@ -68,9 +68,10 @@ CTable MakePipeTable(const CCatalogItem& group) {
          TextColumn("type", "type"), TextColumn("guid", "guid")});
     for (const auto& item : group.GetSubItems()) {
         const CPipeData& pipe = *item->GetPipeData();
-        table.AddRow({item->GetName(), KindOfShape(pipe.m_shape).m_key, pipe.m_innerWidth, pipe.m_innerHeight, pipe.m_wall,
-                      pipe.m_roughness, pipe.m_minDiameter > 0.0 ? CDataBox(pipe.m_minDiameter) : CDataBox(),
-                      pipe.m_type, item->GetGUID()});
+        table.AddRow({item->GetName(), KindOfShape(pipe.m_shape).m_key, pipe.m_innerWidth, pipe.m_innerHeight,
+                      pipe.m_wall, pipe.m_roughness,
+                      pipe.m_minDiameter > 0.0 ? CDataBox(pipe.m_minDiameter) : CDataBox(), pipe.m_type,
+                      item->GetGUID()});
     }
     return table;
 }
@@ -110,12 +111,13 @@ Result<CCatalogGroup> FindCatalogGroup(std::string_view kind, const std::string&
             found.push_back(std::move(each));
     }
     if (found.size() > 1)
-        return BadWords(fmt::format("found \"{}\", which is the name of a group of pipes and of a group of manholes; "
-                                    "expected the kind too",
-                                    OnOneLine(nameOrGuid)));
+        return BadArguments(
+            fmt::format("found \"{}\", which is the name of a group of pipes and of a group of manholes; "
+                        "expected the kind too",
+                        OnOneLine(nameOrGuid)));
     if (found.empty())
-        return BadWords(fmt::format("found \"{}\", expected the name or GUID of a group of the catalogues{}",
-                                    OnOneLine(nameOrGuid), Suggest(nameOrGuid, names)));
+        return BadArguments(fmt::format("found \"{}\", expected the name or GUID of a group of the catalogues{}",
+                                        OnOneLine(nameOrGuid), Suggest(nameOrGuid, names)));
     return std::move(found.front());
 }
 

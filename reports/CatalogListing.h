@@ -23,7 +23,8 @@ struct CCatalogGroup {
 /// The groups of a catalogue, built-in ones first; of both catalogues, pipes first, for an empty kind.
 std::vector<CCatalogGroup> GetCatalogGroups(std::string_view kind);
 
-/// The group of a name or GUID. BadWords for an unknown one, and for the name of a group of pipes and one of manholes.
+/// The group of a name or GUID. BadArguments for an unknown one, and for the name of a group of pipes and one of
+/// manholes.
 OLMGis::Utility::Result<CCatalogGroup> FindCatalogGroup(std::string_view kind, const std::string& nameOrGuid);
 
 /// One row per group.

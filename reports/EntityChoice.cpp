@@ -21,7 +21,7 @@ using OLMGis::Topology::CEntity;
 using OLMGis::Topology::CSection;
 using OLMGis::Topology::CTopologyMultiStorage;
 using OLMGis::Topology::CTopologyStorage;
-using OLMGis::Utility::BadWords;
+using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::CUtility;
 using OLMGis::Utility::Done;
 using OLMGis::Utility::Result;
@@ -42,7 +42,7 @@ CEntityList ToList(const std::vector<boost::shared_ptr<Entity>>& entities) {
     return list;
 }
 
-/// The section of a name or GUID; null for none. BadWords for a name that several sections have.
+/// The section of a name or GUID; null for none. BadArguments for a name that several sections have.
 Result<boost::shared_ptr<CSection>> FindSection(std::string_view name) {
     constexpr std::size_t MostGuids = 5;
     const auto named = GetTopology().GetSectionsByName(name);
@@ -54,8 +54,9 @@ Result<boost::shared_ptr<CSection>> FindSection(std::string_view name) {
     for (const auto& section : named)
         if (guids.size() < MostGuids)
             guids.push_back(section->GetGuid());
-    return BadWords(fmt::format("{} sections are named \"{}\": expected the GUID of one of them ({}{})", named.size(),
-                                name, fmt::join(guids, ", "), named.size() > guids.size() ? ", ..." : ""));
+    return BadArguments(fmt::format("{} sections are named \"{}\": expected the GUID of one of them ({}{})",
+                                    named.size(), name, fmt::join(guids, ", "),
+                                    named.size() > guids.size() ? ", ..." : ""));
 }
 
 /// The entities of one name or GUID; an empty list for none.
@@ -122,15 +123,15 @@ Status AddText(enmEntityKind kind, const std::string& text, CChosen& chosen) {
     }
     const std::vector<std::string> parts = SplitList(text);
     if (parts.empty())
-        return BadWords(fmt::format("found \"{}\", expected names or GUIDs of {}s", text, GetKindName(kind)));
+        return BadArguments(fmt::format("found \"{}\", expected names or GUIDs of {}s", text, GetKindName(kind)));
     for (const std::string& part : parts) {
         const auto found = FindEntities(kind, part);
         if (!found)
             return found.GetError();
         if (found->empty())
-            return BadWords(fmt::format("found \"{}\", expected the name or GUID of a {}", part,
-                                        kind == enmEntityKind::Catchment ? "section with catchments, or of a catchment"
-                                                                         : GetKindName(kind)));
+            return BadArguments(fmt::format(
+                "found \"{}\", expected the name or GUID of a {}", part,
+                kind == enmEntityKind::Catchment ? "section with catchments, or of a catchment" : GetKindName(kind)));
         chosen.Add(found.Value());
     }
     return Done{};

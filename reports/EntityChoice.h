@@ -33,8 +33,8 @@ CEntityList GetAllEntities(OLMGis::Data::enmEntityKind kind);
 
 /// The entities of the active project that texts name, each once, in the order of the texts. A text is a name, a GUID
 /// or a comma-separated list of both; a whole text that is a name wins, because names may contain commas. A catchment
-/// is named by its own GUID or by its section, which names all catchments of it. BadWords for an unknown name and for
-/// one that several sections have; the message says what was found and expected, the caller where.
+/// is named by its own GUID or by its section, which names all catchments of it. BadArguments for an unknown name and
+/// for one that several sections have; the message says what was found and expected, the caller where.
 OLMGis::Utility::Result<CEntityList> ChooseEntities(OLMGis::Data::enmEntityKind kind,
                                                     const std::vector<std::string>& texts);
 

@@ -15,7 +15,7 @@
 
 namespace Cli {
 
-using OLMGis::Utility::BadWords;
+using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::Error;
 using OLMGis::Utility::Result;
 
@@ -136,7 +136,7 @@ const CLI::App& GetChosen(const CLI::App& program) {
 
 Error MakeError(const CLI::App& program, const std::string& message) {
     const CLI::App& chosen = GetChosen(program);
-    return BadWords(
+    return BadArguments(
         fmt::format("{}\nFor help: drenova {}--help", message, &chosen == &program ? "" : chosen.get_name() + " "));
 }
 

@@ -18,7 +18,7 @@ struct CParsedArguments {
 };
 
 /// Parses a command line; no file is opened, unless the help that it asks for lists what the module registers.
-/// BadWords for invalid arguments, with the nearest valid one, and where to find help.
+/// BadArguments for invalid arguments, with the nearest valid one, and where to find help.
 OLMGis::Utility::Result<CParsedArguments> ParseCommandLine(int argc, const char* const* argv);
 
 } // namespace Cli

@@ -33,7 +33,7 @@ public:
     std::uint32_t AddRow(enmEntityKind kind) { return m_rowCounts[static_cast<std::size_t>(kind)]++; }
     std::uint32_t GetRowCount(enmEntityKind kind) const { return m_rowCounts[static_cast<std::size_t>(kind)]; }
 
-    /// Tells how many entities of the kind there will be: its columns get room for them in one step each, at their
+    /// Announces how many entities of the kind there will be: its columns get room for them in one step each, at their
     /// first value.
     void Expect(enmEntityKind kind, std::uint32_t rows);
 

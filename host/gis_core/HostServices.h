@@ -7,7 +7,7 @@
 
 namespace OLMGis::System {
 
-/// What a program must answer for the code below it. Each program implements it once: windows on the desktop, words on
+/// What a program must answer for the code below it. Each program implements it once: windows on the desktop, text on
 /// the terminal, a script of answers in tests. The default does nothing: nothing is shown, the answer is no, runs go
 /// on.
 class IBasicHostServices {

@@ -31,13 +31,13 @@ class CNotificationFramework {
 public:
     static CNotificationFramework* Instance();
 
-    /// Takes over a responder made with new and keeps it to the end of the context, or of the module that registered
+    /// Becomes the owner of a responder made with new and keeps it to the end of the context, or of the module that registered
     /// it. A null is kept out.
     void RegisterEventResponder(IEventResponder* responder);
 
     std::size_t GetResponderCount() const { return m_responders.size(); }
 
-    /// Tells all responders, in the order of registration.
+    /// Notifies all responders, in the order of registration.
     void Notify(const CEvent& event);
 
 private:

@@ -10,11 +10,11 @@ namespace OLMGis::Utility {
 
 /// Who is to blame for an error; each program turns it into an exit code or a window in one place.
 enum class enmErrorKind {
-    BadInput,  ///< an input file or value is bad
-    Refused,   ///< the system said no: no such file, no permission, disk full
-    BadWords,  ///< invalid arguments of the user; nothing was changed
-    Stopped,   ///< a calculation stopped with an alert
-    Cancelled, ///< the user interrupted
+    BadInput,     ///< an input file or value is bad
+    Refused,      ///< the system said no: no such file, no permission, disk full
+    BadArguments, ///< invalid arguments of the user; nothing was changed
+    Stopped,      ///< a calculation stopped with an alert
+    Cancelled,    ///< the user interrupted
 };
 
 /// One error, complete for a reader: object, file, line or record, what was found, what was expected.
@@ -32,8 +32,8 @@ std::string ToShown(std::string message);
 Error BadInput(std::string message);
 Error Refused(std::string message);
 
-inline Error BadWords(std::string message) {
-    return {enmErrorKind::BadWords, std::move(message)};
+inline Error BadArguments(std::string message) {
+    return {enmErrorKind::BadArguments, std::move(message)};
 }
 
 /// A value or an error. Ask before taking: taking the side that is not there is a contradiction and throws.

@@ -15,7 +15,7 @@ class IFormEditor {
 public:
     virtual ~IFormEditor() = default;
 
-    /// Told after each change of a property, before the next one, so that a form may rebuild what depends on it.
+    /// Called after each change of a property, before the next one, so that a form may rebuild what depends on it.
     using COnChanged = std::function<void(CPropertyEx&)>;
 
     /// 1 when the form was confirmed, 0 when it was given up.

@@ -117,8 +117,8 @@ private:
     std::size_t m_depth = m_progress->GetDepth();
 };
 
-/// Runs an item; why it stopped before its end, empty when it did not. Missing memory is nothing that an item could be
-/// blamed for and goes on to whoever tells it.
+/// Runs an item; why it stopped before its end, empty when it did not. Missing memory is no fault of the item: that
+/// exception goes on to the caller.
 std::string RunGuarded(IFunctionalAnalysisItem& item, const boost::shared_ptr<CPropertiesEx>& properties,
                        CAnalysedNetwork& network, std::vector<boost::shared_ptr<CFAMsg>>& messages) {
     const CProgressGuard guard;

@@ -15,7 +15,7 @@
 namespace OLMGis::Topology {
 
 using Data::CDataBox;
-using Utility::BadWords;
+using Utility::BadArguments;
 using Utility::CUtility;
 using Utility::Done;
 using Utility::Error;
@@ -43,7 +43,7 @@ std::optional<CDataBox> ParseNumber(std::string_view text, CDataBox::enmKind for
 }
 
 Error NotTaken(const CPropertyEx& property, std::string_view text, std::string_view expected) {
-    return BadWords(fmt::format("{}: found \"{}\", expected {}", property.GetTag(), text, expected));
+    return BadArguments(fmt::format("{}: found \"{}\", expected {}", property.GetTag(), text, expected));
 }
 
 Status SetChoice(CPropertyEx& property, std::string_view text) {
@@ -87,17 +87,17 @@ boost::shared_ptr<CCatalogItem> FindEntry(const CPropertyEx& property, const CCa
 Status SetPicked(CPropertyEx& property, std::string_view text) {
     const CCatalog* catalog =
         CCatalogManager::Instance()->GetCatalog(property.GetCIPicker_CatalogId(), property.GetCIPicker_UseDisk());
-    std::vector<std::string> words;
+    std::vector<std::string> entries;
     // A name may contain the separator itself, so the whole text is tried first.
     if (catalog != nullptr && FindEntry(property, *catalog, text) != nullptr)
-        words.emplace_back(text);
+        entries.emplace_back(text);
     else
-        CUtility::SplitString(text, words, ';');
-    if (words.size() > 1 && property.GetCIPicker_Single() != 0)
+        CUtility::SplitString(text, entries, ';');
+    if (entries.size() > 1 && property.GetCIPicker_Single() != 0)
         return NotTaken(property, text, "a single entry of the catalogue");
     std::vector<std::string> guids;
     std::vector<std::string> names;
-    for (const std::string& word : words) {
+    for (const std::string& word : entries) {
         const auto entry = catalog == nullptr ? nullptr : FindEntry(property, *catalog, CUtility::Trim(word));
         if (!entry)
             return NotTaken(property, word,
@@ -116,7 +116,7 @@ Status SetPicked(CPropertyEx& property, std::string_view text) {
 
 Status SetPropertyText(CPropertyEx& property, std::string_view text) {
     if (property.IsReadOnly() != 0)
-        return BadWords(fmt::format("{}: the field is read-only", property.GetTag()));
+        return BadArguments(fmt::format("{}: the field is read-only", property.GetTag()));
     switch (property.GetEditorType()) {
     case enmPropertyEditorType::Edit: {
         const auto number = ParseNumber(text, property.GetValue().GetKind());

@@ -10,8 +10,8 @@
 
 namespace OLMGis::Topology {
 
-/// Sets a property as a person would in the form, from text. BadWords, and nothing changed, for a text that the editor
-/// would not take:
+/// Sets a property as a person would in the form, from text. BadArguments, and nothing changed, for a text that the
+/// editor would not take:
 /// - a plain field takes any finite number and sets both boxes; what was a whole number stays one when the text is one;
 /// - a check box takes 0 or 1;
 /// - a choice is named by its hidden value or by its text; where no choices are offered any number is taken;

@@ -16,7 +16,7 @@
 
 namespace OLMGis::ProjectIo {
 
-using Utility::BadWords;
+using Utility::BadArguments;
 using Utility::Result;
 using Utility::Status;
 
@@ -52,7 +52,7 @@ Result<const CFormat*> Find(const CFormatList& formats, std::string_view key) {
             return format;
         keys.push_back(format->m_key);
     }
-    return BadWords(fmt::format("format: found \"{}\", expected one of {}", key, fmt::join(keys, ", ")));
+    return BadArguments(fmt::format("format: found \"{}\", expected one of {}", key, fmt::join(keys, ", ")));
 }
 
 } // namespace
@@ -150,8 +150,8 @@ Result<const CFormat*> GuessImportFormat(const std::string& path) {
             return format;
         known.insert(known.end(), format->m_suffixes.begin(), format->m_suffixes.end());
     }
-    return BadWords(fmt::format("{}: found {}, expected a file name that ends in one of {}", path,
-                                suffix.empty() ? "no suffix" : "the suffix " + suffix, fmt::join(known, ", ")));
+    return BadArguments(fmt::format("{}: found {}, expected a file name that ends in one of {}", path,
+                                    suffix.empty() ? "no suffix" : "the suffix " + suffix, fmt::join(known, ", ")));
 }
 
 std::string TextOfSuffixes(const CFormat& format) {

@@ -60,12 +60,12 @@ const std::vector<CFormat>& GetFormats();
 std::vector<const CFormat*> GetImportFormats();
 std::vector<const CFormat*> GetExportFormats();
 
-/// The format of that key among those with m_import; BadWords, listing the keys, when there is none.
+/// The format of that key among those with m_import; BadArguments, listing the keys, when there is none.
 Utility::Result<const CFormat*> FindImportFormat(std::string_view key);
 Utility::Result<const CFormat*> FindExportFormat(std::string_view key);
 
-/// The format with m_import that has the suffix of the file's name, letter case ignored; BadWords, listing the known
-/// suffixes, when there is none. The file is not opened.
+/// The format with m_import that has the suffix of the file's name, letter case ignored; BadArguments, listing the
+/// known suffixes, when there is none. The file is not opened.
 Utility::Result<const CFormat*> GuessImportFormat(const std::string& path);
 
 /// Suffixes of a format for people: ".geojson, .json".

@@ -26,7 +26,7 @@ using Data::CDataBox;
 using Data::CDataDefinition;
 using Data::CJournal;
 using Topology::CTopologyMultiStorage;
-using Utility::BadWords;
+using Utility::BadArguments;
 using Utility::Msg;
 using Utility::Result;
 
@@ -141,7 +141,8 @@ void LogMissingDensities(const IFlowCalculator& calculator) {
 Result<CCalculationOutcome> RunCalculation(const CCalculationRequest& request) {
     const auto calculator = CFlowCalculatorManager::Instance()->GetCalculator(request.m_key);
     if (!calculator)
-        return BadWords(fmt::format("found the calculator {}, expected one that \"calculators\" lists", request.m_key));
+        return BadArguments(
+            fmt::format("found the calculator {}, expected one that \"calculators\" lists", request.m_key));
     CCalculationOutcome outcome;
     const CSectionList& sections = GatherSections(request, *calculator);
     outcome.m_sectionCount = static_cast<int>(sections.size());

@@ -55,8 +55,8 @@ struct CCalculationOutcome {
 
 /// One whole run on the active project: finds the calculator, makes its form, lets the form editor in force edit it,
 /// warns of missing densities where the calculator uses them, shows a preview where there is one, and calculates. A run
-/// that stops with an alert or is cancelled leaves the attributes as they were. BadWords for an unknown key. Cost apart
-/// from the calculation: linear in the values that it stored.
+/// that stops with an alert or is cancelled leaves the attributes as they were. BadArguments for an unknown key. Cost
+/// apart from the calculation: linear in the values that it stored.
 Utility::Result<CCalculationOutcome> RunCalculation(const CCalculationRequest& request);
 
 } // namespace OLMGis::Sewage

@@ -17,8 +17,8 @@ public:
     virtual ~IDirectionEditor() = default;
 
     /// nodes: those that need a main outlet and have none, in the order in which the run met them; no nulls, never
-    /// empty. The editor stores the choices with CFlowDirection::Settle. Non-zero when the user completed it, 0 when
-    /// main outlets are still missing: the run then ends with an alert.
+    /// empty. The editor stores the choices with CFlowDirection::SetMainOutlet. Non-zero when the user completed it, 0
+    /// when main outlets are still missing: the run then ends with an alert.
     virtual int EditDirections(const std::vector<boost::shared_ptr<Topology::CNode>>& /*nodes*/) { return 0; }
 };
 

@@ -88,16 +88,16 @@ boost::shared_ptr<CSection> CFlowDirection::ChooseMainOutlet(const boost::shared
     return *best;
 }
 
-int CFlowDirection::Settle(const boost::shared_ptr<CNode>& node, const boost::shared_ptr<CSection>& section) {
+int CFlowDirection::SetMainOutlet(const boost::shared_ptr<CNode>& node, const boost::shared_ptr<CSection>& section) {
     if (!node || !section || section->IsDeleted() || section->GetStartingNode() != node)
         return 0;
     return Data::CDataRW::Write("MAIN_SECT_OUT", node, Data::CDataBox(section->GetGuid()), nullptr);
 }
 
-int CFlowDirection::SettleAutomatically(const CNodeList& nodes) {
+int CFlowDirection::ChooseAutomatically(const CNodeList& nodes) {
     int count = 0;
     for (const auto& node : NodesWithoutMainOutlet(nodes))
-        count += Settle(node, ChooseMainOutlet(node)) != 0 ? 1 : 0;
+        count += SetMainOutlet(node, ChooseMainOutlet(node)) != 0 ? 1 : 0;
     return count;
 }
 

@@ -41,12 +41,12 @@ public:
 
     /// Stores a section as the node's main outlet. Non-zero when stored; 0 and no change for a null, for a section that
     /// does not leave the node, and where the attribute cannot be written.
-    static int Settle(const boost::shared_ptr<Topology::CNode>& node,
-                      const boost::shared_ptr<Topology::CSection>& section);
+    static int SetMainOutlet(const boost::shared_ptr<Topology::CNode>& node,
+                             const boost::shared_ptr<Topology::CSection>& section);
 
     /// Stores the outlet of ChooseMainOutlet for every node of the list that needs one and has none; returns how many
     /// were stored.
-    static int SettleAutomatically(const CNodeList& nodes);
+    static int ChooseAutomatically(const CNodeList& nodes);
 };
 
 } // namespace OLMGis::Sewage

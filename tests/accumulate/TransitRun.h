@@ -23,14 +23,14 @@ class CScriptedEditor final : public OLMGis::Sewage::IDirectionEditor, public OL
 public:
     explicit CScriptedEditor(const CTextNetwork& net) : m_net(net) {}
 
-    std::map<char, std::string> m_settles; ///< node to section
+    std::map<char, std::string> m_choices; ///< node to section
     int m_answer = 0;
     std::string m_events;
 
     int EditDirections(const std::vector<boost::shared_ptr<OLMGis::Topology::CNode>>& nodes) override {
         Note("edit(" + NamesOf(nodes) + ")");
-        for (const auto& [node, section] : m_settles)
-            EXPECT_NE(OLMGis::Sewage::CFlowDirection::Settle(m_net.Node(node), m_net.Section(section)), 0);
+        for (const auto& [node, section] : m_choices)
+            EXPECT_NE(OLMGis::Sewage::CFlowDirection::SetMainOutlet(m_net.Node(node), m_net.Section(section)), 0);
         return m_answer;
     }
     void BeginUserInteraction() override { Note("begin"); }
@@ -68,10 +68,11 @@ struct CTransitRun {
     CTransitRun& SwitchOff(const char* tag) { return Switch(tag, "0"); }
 
     /// Pairs of node and lower node, separated by blanks.
-    CTransitRun& SettleOutlets(const std::string& outlets) {
+    CTransitRun& ChooseOutlets(const std::string& outlets) {
         for (std::size_t i = 0; i + 1 < outlets.size(); i += 3)
-            EXPECT_NE(OLMGis::Sewage::CFlowDirection::Settle(net.Node(outlets[i]), net.Section(outlets.substr(i, 2))),
-                      0);
+            EXPECT_NE(
+                OLMGis::Sewage::CFlowDirection::SetMainOutlet(net.Node(outlets[i]), net.Section(outlets.substr(i, 2))),
+                0);
         return *this;
     }
 

@@ -87,7 +87,7 @@ TEST(Transit, WhatArrivesFromAbove) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         CTransitRun run(c.drawing);
-        run.SwitchOn("FC_USER").SettleOutlets(c.mainOutlets);
+        run.SwitchOn("FC_USER").ChooseOutlets(c.mainOutlets);
         double own = 1.0;
         for (const auto& section : run.net.Sections()) {
             Data::CDataRW::Write("FLOW_USER", section, CDataBox(own), nullptr);
@@ -164,7 +164,7 @@ TEST(Transit, MissingDirectionsOpenTheEditorWithinTheInteraction) {
     EXPECT_TRUE(run.calculator.GetSectionFlows().empty());
 
     run.editor.m_answer = 1;
-    run.editor.m_settles = {{'B', "BM"}, {'M', "MO"}};
+    run.editor.m_choices = {{'B', "BM"}, {'M', "MO"}};
     EXPECT_EQ(run.Calculate(), 1);
     EXPECT_EQ(run.Transits(), "AB 0 BM 2.5 MN 0 BS 0 MO 2.5");
     run.editor.m_events.clear();
@@ -175,7 +175,7 @@ TEST(Transit, MissingDirectionsOpenTheEditorWithinTheInteraction) {
 
 TEST(Transit, ACancelledRunKeepsTheFiguresOfTheOneBefore) {
     CTransitRun run("A-B-C  B-D");
-    run.SwitchOn("FC_USER").SettleOutlets("BC");
+    run.SwitchOn("FC_USER").ChooseOutlets("BC");
     run.net.Set("AB", "FLOW_USER", 2.5);
     EXPECT_EQ(run.Calculate(), 1);
     Data::CDataRW::Write("MAIN_SECT_OUT", run.net.Node('B'), CDataBox(), nullptr);
@@ -224,7 +224,7 @@ TEST(Transit, StoresThreeValuesASectionWhateverFails) {
 
 TEST(Transit, ListsThatAreNotTheWholeNetwork) {
     CTransitRun run("A-B-C-D  B-E  F-G");
-    run.SwitchOn("FC_USER").SettleOutlets("BE");
+    run.SwitchOn("FC_USER").ChooseOutlets("BE");
     for (const auto& section : run.net.Sections())
         Data::CDataRW::Write("FLOW_USER", section, CDataBox(1.0), nullptr);
     auto& topology = run.net.Topology();
@@ -245,7 +245,7 @@ TEST(Transit, ListsThatAreNotTheWholeNetwork) {
     // The main outlet BE is not in the list: the branch ends at B.
     EXPECT_EQ(run.Calculate(), 1);
     EXPECT_EQ(run.Transits(), "AB 0 BC 0 CD - BE - FG 0 noEnd - adrift -");
-    run.SettleOutlets("BC");
+    run.ChooseOutlets("BC");
     EXPECT_EQ(run.Calculate(), 1);
     EXPECT_EQ(run.Transits(), "AB 0 BC 1 CD - BE - FG 0 noEnd - adrift -");
     // The same where the main outlet BC comes before others of the list.
@@ -285,7 +285,7 @@ TEST(Transit, MainOutletsAreSavedAndRestored) {
     EXPECT_EQ(calculator.GetMainOutletOf(run.net.Section("AB")), nullptr);
     EXPECT_EQ(calculator.GetMainOutletOf(nullptr), nullptr);
     calculator.SaveMainOutlets();
-    run.SettleOutlets("BC CF");
+    run.ChooseOutlets("BC CF");
     calculator.RestoreMainOutlets();
     EXPECT_EQ(calculator.GetMainOutletOf(node('B')), run.net.Section("BE"));
     EXPECT_EQ(calculator.GetMainOutletOf(node('C')), run.net.Section("CF")) << "none was chosen when it was saved";
@@ -359,7 +359,7 @@ TEST(Transit, EqualsTheDefinitionOnAnyNetwork) {
         std::vector<boost::shared_ptr<Topology::CSection>> out;
         for (const auto& node : nodes)
             if (node->GetSectionsOut(out) > 1)
-                CFlowDirection::Settle(node, out[random() % out.size()]);
+                CFlowDirection::SetMainOutlet(node, out[random() % out.size()]);
 
         run.list = run.net.Sections();
         std::map<const Topology::CSection*, double> expected;

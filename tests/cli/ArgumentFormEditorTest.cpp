@@ -111,10 +111,10 @@ TEST(ArgumentFormEditor, DistinguishesArgumentsFromFiles) {
         const char* m_message;
     };
     const CCase cases[] = {
-        {{"MODE", "2", "", ""}, enmErrorKind::BadWords, "one of 0 (without limit), 1 (with limit)"},
+        {{"MODE", "2", "", ""}, enmErrorKind::BadArguments, "one of 0 (without limit), 1 (with limit)"},
         {{"MODE", "2", "p.json: 001_X", "."}, enmErrorKind::BadInput, "p.json: 001_X: MODE: found \"2\""},
-        {{"LIMITS", "2", "", ""}, enmErrorKind::BadWords, "did you mean LIMIT?"},
-        {{"FREQUENCY", "often", "", ""}, enmErrorKind::BadWords, "expected a number"},
+        {{"LIMITS", "2", "", ""}, enmErrorKind::BadArguments, "did you mean LIMIT?"},
+        {{"FREQUENCY", "often", "", ""}, enmErrorKind::BadArguments, "expected a number"},
     };
     for (const CCase& test : cases) {
         CCurveForm form;

@@ -42,7 +42,7 @@ std::string Connected(const CTextNetwork& net, char node) {
     return NamesOf(list);
 }
 
-void SettleOutlet(const CTextNetwork& net, char node, std::string_view guid) {
+void ChooseOutlet(const CTextNetwork& net, char node, std::string_view guid) {
     ASSERT_EQ(Data::CDataRW::Write("MAIN_SECT_OUT", net.Node(node), guid, nullptr), 1);
 }
 
@@ -55,10 +55,10 @@ TEST(Topology, NeighboursComeInTheOrderOfTheNetworkMainOutletFirst) {
     EXPECT_EQ(In(net, "AC"), "");
     EXPECT_EQ(Out(net, "AC"), "CD CE");
     EXPECT_EQ(Connected(net, 'C'), "AC BC CD CE FC");
-    SettleOutlet(net, 'C', net.Section("CE")->GetGuid());
+    ChooseOutlet(net, 'C', net.Section("CE")->GetGuid());
     EXPECT_EQ(Out(net, "BC"), "CE CD");
     EXPECT_EQ(Connected(net, 'C'), "AC BC CD CE FC") << "only ways out are put first";
-    SettleOutlet(net, 'C', net.Section("AC")->GetGuid());
+    ChooseOutlet(net, 'C', net.Section("AC")->GetGuid());
     EXPECT_EQ(Out(net, "BC"), "CD CE") << "a section that doesn't leave the node is no outlet";
 }
 
@@ -253,13 +253,13 @@ TEST(Topology, TheConnectivityFollowsAChangeOfTheMainOutletAlone) {
     Data::CJournal journal;
     {
         const Data::CJournalScope open(project.Store(), &journal);
-        SettleOutlet(net, 'B', net.Section("BD")->GetGuid());
+        ChooseOutlet(net, 'B', net.Section("BD")->GetGuid());
     }
     EXPECT_EQ(outletOfB(), net.Section("BD")->GetRow());
     EXPECT_EQ(undecided->GetMainOutlet(net.Node('B')->GetRow()), CConnectivity::None) << "a snapshot never changes";
     journal.Undo(project.Store());
     EXPECT_EQ(outletOfB(), CConnectivity::None);
-    SettleOutlet(net, 'B', net.Section("AB")->GetGuid());
+    ChooseOutlet(net, 'B', net.Section("AB")->GetGuid());
     EXPECT_EQ(outletOfB(), CConnectivity::None) << "the chosen section doesn't leave the node";
     net.Topology().RemoveSection(*net.Section("BC"));
     EXPECT_EQ(outletOfB(), net.Section("BD")->GetRow()) << "the only way out is left";

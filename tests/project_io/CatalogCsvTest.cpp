@@ -129,5 +129,5 @@ TEST(CatalogCsv, FaultsNameLineAndColumnAndLeaveTheCatalogueAlone) {
         EXPECT_EQ(DescribeProject(), before);
     }
     CTestProject project;
-    EXPECT_FALSE(Import(ManholeHead + "M,A,,1,0.3,0.9,2.5\n", enmCatalogTable::Pipe)) << "told to be pipes";
+    EXPECT_FALSE(Import(ManholeHead + "M,A,,1,0.3,0.9,2.5\n", enmCatalogTable::Pipe)) << "given as pipes";
 }

@@ -67,7 +67,7 @@ std::string Catchments() {
 
 } // namespace
 
-TEST(TableLoad, EntitiesGoByNameOrGuidAndEmptyCellsMakeNull) {
+TEST(CsvLoad, EntitiesGoByNameOrGuidAndEmptyCellsMakeNull) {
     CLoadedNetwork network;
     const CTextNetwork& net = network.m_net;
     net.Set("AB", "FLOW_USER", 7.0);
@@ -87,7 +87,7 @@ TEST(TableLoad, EntitiesGoByNameOrGuidAndEmptyCellsMakeNull) {
     EXPECT_EQ(box, Data::CDataBox(-3.0));
 }
 
-TEST(TableLoad, CatchmentsGoBySectionAndKindsOrAreMade) {
+TEST(CsvLoad, CatchmentsGoBySectionAndKindsOrAreMade) {
     CLoadedNetwork network;
     const auto count = Load("section,kinds,area,density\n"
                             "AB,household+rain,0.3,90\n"
@@ -119,7 +119,7 @@ TEST(TableLoad, CatchmentsGoBySectionAndKindsOrAreMade) {
     EXPECT_EQ(ActiveTopology().GetCatchments()[4]->GetGuid(), guid) << "GUIDs are the same on every load";
 }
 
-TEST(TableLoad, FaultsNameLineAndColumnAndStoreNothing) {
+TEST(CsvLoad, FaultsNameLineAndColumnAndStoreNothing) {
     struct CCase {
         enmEntityKind kind;
         std::string text;
@@ -167,7 +167,7 @@ TEST(TableLoad, FaultsNameLineAndColumnAndStoreNothing) {
     }
 }
 
-TEST(TableLoad, LoadsWhatIsExported) {
+TEST(CsvLoad, LoadsWhatIsExported) {
     CTestProject project;
     ASSERT_TRUE(GenerateNetwork(enmNetworkShape::City, 400, 3));
     const std::string described = DescribeProject();
@@ -184,7 +184,7 @@ TEST(TableLoad, LoadsWhatIsExported) {
     }
 }
 
-TEST(TableLoad, ManyCatchmentsOfOneSectionCostNoMoreThanOfMany) {
+TEST(CsvLoad, ManyCatchmentsOfOneSectionCostNoMoreThanOfMany) {
     CTestProject project;
     const CTextNetwork net("A-B");
     std::string table = "section,kinds,area\n";

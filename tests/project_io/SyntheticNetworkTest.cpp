@@ -124,7 +124,7 @@ TEST(SyntheticNetwork, HasTheSectionsAskedForAndTheShape) {
     }
 }
 
-TEST(SyntheticNetwork, SettlesTheMainOutletsOfACity) {
+TEST(SyntheticNetwork, ChoosesTheMainOutletsOfACity) {
     CTestProject project;
     ASSERT_TRUE(GenerateNetwork(enmNetworkShape::City, 5000, 1));
     int needed = 0;
@@ -159,9 +159,9 @@ TEST(SyntheticNetwork, TheNumbersAreThePublishedOnes) {
 
 TEST(SyntheticNetwork, RefusesWhatItCannotMake) {
     CTestProject project;
-    EXPECT_EQ(GenerateNetwork(enmNetworkShape::Line, 0, 1).GetError().kind, Utility::enmErrorKind::BadWords);
+    EXPECT_EQ(GenerateNetwork(enmNetworkShape::Line, 0, 1).GetError().kind, Utility::enmErrorKind::BadArguments);
     EXPECT_EQ(GenerateNetwork(enmNetworkShape::Line, MostGeneratedSections + 1, 1).GetError().kind,
-              Utility::enmErrorKind::BadWords);
+              Utility::enmErrorKind::BadArguments);
     ASSERT_TRUE(GenerateNetwork(enmNetworkShape::Line, 1, 1));
     EXPECT_EQ(GenerateNetwork(enmNetworkShape::Line, 1, 1).GetError().kind, Utility::enmErrorKind::Refused);
     EXPECT_EQ(NetworkShapeOfName("comb"), enmNetworkShape::Comb);

@@ -135,7 +135,7 @@ TEST(RainWalk, WhatIsNotReachedIsLeftAlone) {
 
     CRainRun sides("A---B---C\nB---D---E");
     sides.Rain("AB", 0.5);
-    Sewage::CFlowDirection::Settle(sides.net.Node('B'), sides.net.Section("BD"));
+    Sewage::CFlowDirection::SetMainOutlet(sides.net.Node('B'), sides.net.Section("BD"));
     EXPECT_EQ(sides.CalculateTraced("DE"), 1);
     EXPECT_TRUE(sides.Has("DE", "FLOW_RAIN_IDF"));
     EXPECT_FALSE(sides.Has("BC", "FLOW_RAIN_IDF")) << "only the main outlet goes on";
@@ -251,9 +251,9 @@ TEST(RainWalk, TheSelectionSwitchComesBackOnlyFromARunThatBegan) {
     EXPECT_EQ(run.Calculate(), 1);
     EXPECT_EQ(Selection::CSelector::LoopInstance()->GetIncludeSubsystemIntoSelection(), 1);
 
-    CRainRun unsettled("A---B---C\nB---D");
-    EXPECT_EQ(unsettled.Calculate(), 0);
-    EXPECT_THAT(unsettled.host.m_alerts, ::testing::ElementsAre(Msg(11049)));
+    CRainRun unchosen("A---B---C\nB---D");
+    EXPECT_EQ(unchosen.Calculate(), 0);
+    EXPECT_THAT(unchosen.host.m_alerts, ::testing::ElementsAre(Msg(11049)));
 }
 
 TEST(RainWalk, LongLinesNeedNoDepth) {

@@ -34,7 +34,7 @@ struct CRandomShape {
 };
 
 /// A random network in the active project: nodes drain to nodes before them, inputs come from few values so that ties
-/// are common. Main outlets are settled at random.
+/// are common. Main outlets are chosen at random.
 class CRandomNetwork {
 public:
     CRandomNetwork(CDice& dice, const CRandomShape& shape) : m_dice(dice), m_shape(shape) {
@@ -49,7 +49,7 @@ public:
         for (const auto& node : topology.GetNodes()) {
             std::vector<boost::shared_ptr<Topology::CSection>> out;
             if (node->GetSectionsOut(out) > 1)
-                Sewage::CFlowDirection::Settle(node, out[dice.Roll(out.size())]);
+                Sewage::CFlowDirection::SetMainOutlet(node, out[dice.Roll(out.size())]);
         }
     }
 

@@ -141,7 +141,7 @@ TEST(VariationForecast, OverflowIsRefused) {
     EXPECT_THAT(WhySearchIsRefused(plan.m_network, plan.m_forecast), HasSubstr(">1e+308 combinations"));
 }
 
-TEST(VariationForecast, UnsettledDirectionsGiveALowerBound) {
+TEST(VariationForecast, MissingMainOutletsGiveALowerBound) {
     CTestProject project;
     const CTextNetwork drawing("A---B---C---D\nB-E");
     const CRunNetwork network(Sections());
@@ -156,17 +156,17 @@ TEST(VariationForecast, UnsettledDirectionsGiveALowerBound) {
 TEST(VariationForecast, RingOfBifurcationsIsRefusedByName) {
     CTestProject project;
     const CTextNetwork drawing("A---B---C---B\nB-X C-Y");
-    const auto settle = [&](char node, const char* section) {
-        ASSERT_NE(Sewage::CFlowDirection::Settle(drawing.Node(node), drawing.Section(section)), 0);
+    const auto choose = [&](char node, const char* section) {
+        ASSERT_NE(Sewage::CFlowDirection::SetMainOutlet(drawing.Node(node), drawing.Section(section)), 0);
     };
-    settle('B', "BC");
-    settle('C', "CB");
+    choose('B', "BC");
+    choose('C', "CB");
     const auto refusal = [] {
         const CRunNetwork network(Sections());
         const CSearchPlan plan(network);
         return WhySearchIsRefused(plan.m_network, plan.m_forecast);
     };
     EXPECT_THAT(refusal(), ::testing::ContainsRegex("section (BC|CB) is on a loop"));
-    settle('C', "CY");
+    choose('C', "CY");
     EXPECT_EQ(refusal(), "");
 }

@@ -97,9 +97,9 @@ TEST(FlowDirection, TheAutomaticChoiceTakesTheLowestThenTheLargestThenTheFirst) 
                 net.Set(names[i], "PIPE_REF", AddPipe(row.outlets[i].width, row.outlets[i].height));
             net.Set(names[i], "LEVEL_LINE_1", -5.0 * static_cast<double>(i)); // the far end does not count
         }
-        EXPECT_EQ(CFlowDirection::SettleAutomatically({net.Node('A'), net.Node('B'), nullptr}), 1);
+        EXPECT_EQ(CFlowDirection::ChooseAutomatically({net.Node('A'), net.Node('B'), nullptr}), 1);
         EXPECT_EQ(CFlowDirection::GetMainOutSection(net.Node('B')), net.Section(row.expected));
-        EXPECT_EQ(CFlowDirection::SettleAutomatically({net.Node('B')}), 0) << "it is chosen now";
+        EXPECT_EQ(CFlowDirection::ChooseAutomatically({net.Node('B')}), 0) << "it is chosen now";
         EXPECT_EQ(CFlowDirection::ChooseMainOutlet(net.Node('C')), nullptr) << "an outfall";
     }
 }
@@ -107,15 +107,15 @@ TEST(FlowDirection, TheAutomaticChoiceTakesTheLowestThenTheLargestThenTheFirst) 
 TEST(FlowDirection, OnlyASectionThatLeavesTheNodeCanBeItsMainOutlet) {
     CTestProject project;
     const CTextNetwork net("A-B-C  B-D");
-    EXPECT_EQ(CFlowDirection::Settle(net.Node('B'), net.Section("AB")), 0);
-    EXPECT_EQ(CFlowDirection::Settle(net.Node('B'), nullptr), 0);
-    EXPECT_EQ(CFlowDirection::Settle(nullptr, net.Section("BD")), 0);
+    EXPECT_EQ(CFlowDirection::SetMainOutlet(net.Node('B'), net.Section("AB")), 0);
+    EXPECT_EQ(CFlowDirection::SetMainOutlet(net.Node('B'), nullptr), 0);
+    EXPECT_EQ(CFlowDirection::SetMainOutlet(nullptr, net.Section("BD")), 0);
     EXPECT_EQ(NamesOf(CFlowDirection::NodesWithoutMainOutlet({net.Node('B'), nullptr, net.Node('A')})), "B");
-    EXPECT_NE(CFlowDirection::Settle(net.Node('B'), net.Section("BD")), 0);
+    EXPECT_NE(CFlowDirection::SetMainOutlet(net.Node('B'), net.Section("BD")), 0);
     EXPECT_TRUE(CFlowDirection::NodesWithoutMainOutlet({net.Node('B')}).empty());
     const auto removed = net.Section("BD");
     net.Topology().RemoveSection(*removed);
-    EXPECT_EQ(CFlowDirection::Settle(net.Node('B'), removed), 0) << "it was deleted";
+    EXPECT_EQ(CFlowDirection::SetMainOutlet(net.Node('B'), removed), 0) << "it was deleted";
     EXPECT_EQ(CFlowDirection::GetMainOutSection(net.Node('B')), net.Section("BC")) << "one section is left";
 }
 
@@ -135,10 +135,10 @@ TEST(FlowDirection, TheEditorIsAskedOnlyAboutMissingMainOutlets) {
     CEditor editor;
     const Sewage::CDirectionEditorScope scope(editor);
     EXPECT_EQ(CFlowDirection::ShowDirectionEditor(&nodes), 1);
-    CFlowDirection::Settle(net.Node('C'), net.Section("CF"));
+    CFlowDirection::SetMainOutlet(net.Node('C'), net.Section("CF"));
     editor.m_answer = 0;
     EXPECT_EQ(CFlowDirection::ShowDirectionEditor(&nodes), 0);
-    CFlowDirection::Settle(net.Node('B'), net.Section("BC"));
+    CFlowDirection::SetMainOutlet(net.Node('B'), net.Section("BC"));
     EXPECT_EQ(CFlowDirection::ShowDirectionEditor(&nodes), 1) << "nothing is missing";
     EXPECT_EQ(CFlowDirection::ShowDirectionEditor(nullptr), 0);
     EXPECT_EQ(editor.m_asked, "C B;B;");

@@ -15,8 +15,8 @@ namespace Cli {
 using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CPropertyEx;
 using OLMGis::Topology::enmPropertyEditorType;
+using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::BadInput;
-using OLMGis::Utility::BadWords;
 
 CArgumentFormEditor::CArgumentFormEditor(std::vector<CFormValue> values) {
     for (CFormValue& value : values) {
@@ -78,7 +78,7 @@ bool CArgumentFormEditor::Enter(CPropertyEx& property, const CFormValue& value) 
 
 void CArgumentFormEditor::Fail(const CFormValue& value, std::string message) {
     if (value.m_origin.empty())
-        m_error = BadWords(std::move(message));
+        m_error = BadArguments(std::move(message));
     else
         m_error = BadInput(fmt::format("{}: {}", value.m_origin, message));
 }

@@ -24,7 +24,7 @@ public:
     /// 0, with the error kept, when a value has no field or the field refuses it; else 1.
     int EditForm(std::string_view title, OLMGis::Topology::CPropertiesEx& form, const COnChanged& onChanged) override;
 
-    /// Why the form was given up: BadWords for a value of the command line, BadInput for one of a parameter file.
+    /// Why the form was given up: BadArguments for a value of the command line, BadInput for one of a parameter file.
     const std::optional<OLMGis::Utility::Error>& GetError() const { return m_error; }
 
     /// Tags that were set although the form has them out of force.

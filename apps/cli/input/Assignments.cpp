@@ -8,7 +8,7 @@
 
 namespace Cli {
 
-using OLMGis::Utility::BadWords;
+using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::CUtility;
 using OLMGis::Utility::Result;
 
@@ -17,8 +17,8 @@ Result<std::vector<CAssignment>> SplitAssignments(const std::vector<std::string>
     for (const std::string& argument : arguments) {
         const std::size_t equal = argument.find('=');
         if (equal == std::string::npos || equal == 0 || !CUtility::IsUtf8(argument))
-            return BadWords(fmt::format("found \"{}\", expected {}{}", argument, shape,
-                                        CUtility::IsUtf8(argument) ? "" : " in UTF-8"));
+            return BadArguments(fmt::format("found \"{}\", expected {}{}", argument, shape,
+                                            CUtility::IsUtf8(argument) ? "" : " in UTF-8"));
         assignments.push_back({argument.substr(0, equal), argument.substr(equal + 1)});
     }
     return assignments;

@@ -16,8 +16,8 @@ struct CAssignment {
     std::string m_value; ///< may be empty
 };
 
-/// The arguments in their order. BadWords for one without an equal sign, without a key or with bytes that are no UTF-8.
-/// shape: what messages expect, as "TAG=VALUE".
+/// The arguments in their order. BadArguments for one without an equal sign, without a key or with bytes that are no
+/// UTF-8. shape: what messages expect, as "TAG=VALUE".
 OLMGis::Utility::Result<std::vector<CAssignment>> SplitAssignments(const std::vector<std::string>& arguments,
                                                                    std::string_view shape);
 

@@ -18,7 +18,7 @@ using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataConfiguration;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::enmEntityKind;
-using OLMGis::Utility::BadWords;
+using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::Result;
 using Reports::GetKindName;
 using Reports::OnOneLine;
@@ -32,15 +32,15 @@ Result<const CDataDefinition*> FindKey(enmEntityKind kind, std::string_view key)
     if (definition != nullptr && definition->m_entityKind == kind)
         return definition;
     if (definition != nullptr)
-        return BadWords(fmt::format("found the key {} of {}s, expected one of {}s (or --on {}s)", key,
-                                    GetKindName(definition->m_entityKind), GetKindName(kind),
-                                    GetKindName(definition->m_entityKind)));
+        return BadArguments(fmt::format("found the key {} of {}s, expected one of {}s (or --on {}s)", key,
+                                        GetKindName(definition->m_entityKind), GetKindName(kind),
+                                        GetKindName(definition->m_entityKind)));
     std::vector<std::string> keys;
     for (const auto& known : configuration.GetDataDefinitions())
         if (known->m_entityKind == kind)
             keys.push_back(known->m_id);
-    return BadWords(fmt::format("found the key \"{}\", expected a key of {}s{}", OnOneLine(key), GetKindName(kind),
-                                Suggest(key, keys)));
+    return BadArguments(fmt::format("found the key \"{}\", expected a key of {}s{}", OnOneLine(key), GetKindName(kind),
+                                    Suggest(key, keys)));
 }
 
 Result<CDefinitionList> FindKeys(enmEntityKind kind, const std::vector<std::string>& keys) {
@@ -57,12 +57,12 @@ Result<CDefinitionList> FindKeys(enmEntityKind kind, const std::vector<std::stri
 
 Result<CDataBox> ReadValue(const CDataDefinition& definition, std::string_view text) {
     if (!definition.m_isEditable)
-        return BadWords(fmt::format("{}: only calculations store it", definition.m_id));
+        return BadArguments(fmt::format("{}: only calculations store it", definition.m_id));
     auto value = OLMGis::ProjectIo::AttributeOfText(definition, text);
     if (!value)
-        return BadWords(value.GetError().message);
+        return BadArguments(value.GetError().message);
     if (value->GetKind() == CDataBox::enmKind::Double && !std::isfinite(value->AsDouble()))
-        return BadWords(fmt::format("{}: found \"{}\", expected a number", definition.m_id, text));
+        return BadArguments(fmt::format("{}: found \"{}\", expected a number", definition.m_id, text));
     return std::move(value.Value());
 }
 

@@ -15,7 +15,7 @@ namespace Cli {
 
 using Reports::CDefinitionList;
 
-/// The definition of a key of a kind of entity. BadWords for an unknown key and for one of another kind.
+/// The definition of a key of a kind of entity. BadArguments for an unknown key and for one of another kind.
 OLMGis::Utility::Result<const OLMGis::Data::CDataDefinition*> FindKey(OLMGis::Data::enmEntityKind kind,
                                                                       std::string_view key);
 
@@ -23,8 +23,8 @@ OLMGis::Utility::Result<const OLMGis::Data::CDataDefinition*> FindKey(OLMGis::Da
 OLMGis::Utility::Result<CDefinitionList> FindKeys(OLMGis::Data::enmEntityKind kind,
                                                   const std::vector<std::string>& keys);
 
-/// A value from its text; the empty text is null. BadWords for a key that only calculations store, and for a text that
-/// is no value of it.
+/// A value from its text; the empty text is null. BadArguments for a key that only calculations store, and for a text
+/// that is no value of it.
 OLMGis::Utility::Result<OLMGis::Data::CDataBox> ReadValue(const OLMGis::Data::CDataDefinition& definition,
                                                           std::string_view text);
 

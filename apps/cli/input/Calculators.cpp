@@ -16,7 +16,7 @@ using OLMGis::Sewage::CCalculationOutcome;
 using OLMGis::Sewage::CFlowCalculatorManager;
 using OLMGis::Sewage::enmRunEnd;
 using OLMGis::Sewage::IFlowCalculator;
-using OLMGis::Utility::BadWords;
+using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::Done;
 using OLMGis::Utility::enmErrorKind;
 using OLMGis::Utility::Error;
@@ -33,8 +33,8 @@ std::vector<std::string> GetCalculatorKeys() {
 Result<boost::shared_ptr<IFlowCalculator>> FindCalculator(std::string_view key) {
     if (auto calculator = CFlowCalculatorManager::Instance()->GetCalculator(key))
         return calculator;
-    return BadWords(fmt::format("found the calculator \"{}\", expected a key that \"drenova calculators\" lists{}",
-                                Reports::OnOneLine(key), Reports::Suggest(key, GetCalculatorKeys())));
+    return BadArguments(fmt::format("found the calculator \"{}\", expected a key that \"drenova calculators\" lists{}",
+                                    Reports::OnOneLine(key), Reports::Suggest(key, GetCalculatorKeys())));
 }
 
 Result<std::vector<CFormValue>> ReadFormArguments(const std::vector<std::string>& arguments) {
@@ -57,7 +57,7 @@ Result<Reports::CParameterFile> ReadParameterFile(const std::string& path) {
 Status CheckEnd(const CCalculationOutcome& outcome, const CArgumentFormEditor& editor) {
     switch (outcome.m_end) {
     case enmRunEnd::GivenUp:
-        return editor.GetError().value_or(BadWords("the form was not confirmed"));
+        return editor.GetError().value_or(BadArguments("the form was not confirmed"));
     case enmRunEnd::Alerted:
         return Error{enmErrorKind::Stopped, "the calculation stopped; nothing was stored"};
     case enmRunEnd::Cancelled:

@@ -19,10 +19,10 @@ namespace Cli {
 /// Keys of all calculators of the loaded module in ascending order.
 std::vector<std::string> GetCalculatorKeys();
 
-/// The calculator of a key; BadWords for an unknown one.
+/// The calculator of a key; BadArguments for an unknown one.
 OLMGis::Utility::Result<boost::shared_ptr<OLMGis::Sewage::IFlowCalculator>> FindCalculator(std::string_view key);
 
-/// Arguments of the command line for a form. BadWords for one that is not TAG=VALUE.
+/// Arguments of the command line for a form. BadArguments for one that is not TAG=VALUE.
 OLMGis::Utility::Result<std::vector<CFormValue>> ReadFormArguments(const std::vector<std::string>& arguments);
 
 /// Reads a parameter file, whose calculators and checks must be registered; "-" for standard input.

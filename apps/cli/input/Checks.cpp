@@ -16,7 +16,7 @@ namespace Cli {
 using OLMGis::Topology::CFunctionalAnalysisManager;
 using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CPropertyEx;
-using OLMGis::Utility::BadWords;
+using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::CUtility;
 using OLMGis::Utility::Done;
 using OLMGis::Utility::enmErrorKind;
@@ -29,8 +29,8 @@ namespace {
 
 Error UnknownCheck(std::string_view key) {
     const std::vector<std::string> keys = GetCheckKeys();
-    return BadWords(fmt::format("found the check \"{}\", expected one of {}{}", OnOneLine(key), fmt::join(keys, ", "),
-                                Reports::Suggest(key, keys)));
+    return BadArguments(fmt::format("found the check \"{}\", expected one of {}{}", OnOneLine(key),
+                                    fmt::join(keys, ", "), Reports::Suggest(key, keys)));
 }
 
 /// Arguments by what they do.
@@ -49,7 +49,7 @@ Status SortArgument(const std::string& argument, CSortedArguments& sorted) {
     }
     const std::size_t dot = argument.find('.');
     if (dot == std::string::npos || dot == 0 || dot + 1 >= equal || !CUtility::IsUtf8(argument))
-        return BadWords(fmt::format("found \"{}\", expected ITEM or ITEM.TAG=VALUE", OnOneLine(argument)));
+        return BadArguments(fmt::format("found \"{}\", expected ITEM or ITEM.TAG=VALUE", OnOneLine(argument)));
     const std::string key = argument.substr(0, dot);
     if (!CFunctionalAnalysisManager::Instance()->GetItem(key))
         return UnknownCheck(key);
@@ -75,8 +75,8 @@ Result<CCheckRequest> MakeCheckRequest(std::string_view key, std::vector<CFormVa
     CArgumentFormEditor editor(std::move(values));
     if (editor.EditForm(item->GetItemName(), form, [&form](CPropertyEx&) { form.ApplyDependencies(); }) == 0) {
         const Error& error = *editor.GetError();
-        return Error{error.kind,
-                     error.kind == enmErrorKind::BadWords ? fmt::format("{}: {}", key, error.message) : error.message};
+        return Error{error.kind, error.kind == enmErrorKind::BadArguments ? fmt::format("{}: {}", key, error.message)
+                                                                          : error.message};
     }
     return request;
 }
@@ -88,7 +88,8 @@ Result<std::vector<CCheckRequest>> ReadCheckArguments(const std::vector<std::str
             return status.GetError();
     for (const auto& [key, values] : sorted.m_values)
         if (!sorted.m_items.empty() && sorted.m_items.find(key) == sorted.m_items.end())
-            return BadWords(fmt::format("found a value of {}, which is not among the checks to run: name it too", key));
+            return BadArguments(
+                fmt::format("found a value of {}, which is not among the checks to run: name it too", key));
     std::vector<CCheckRequest> requests;
     for (const std::string& key : GetCheckKeys()) {
         if (!sorted.m_items.empty() && sorted.m_items.find(key) == sorted.m_items.end())

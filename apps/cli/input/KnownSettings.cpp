@@ -22,7 +22,7 @@ namespace Cli {
 
 using OLMGis::System::CProjectSettings;
 using OLMGis::Topology::CCatalogManager;
-using OLMGis::Utility::BadWords;
+using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::CUtility;
 using OLMGis::Utility::Done;
 using OLMGis::Utility::Error;
@@ -36,8 +36,8 @@ namespace {
 Result<std::string> ReadChoice(std::string_view text, const std::vector<std::string>& choices) {
     if (std::find(choices.begin(), choices.end(), text) != choices.end())
         return std::string(text);
-    return BadWords(fmt::format("found \"{}\", expected {}{}", OnOneLine(text), choices.size() > 1 ? "one of " : "",
-                                fmt::join(choices, ", ")));
+    return BadArguments(fmt::format("found \"{}\", expected {}{}", OnOneLine(text), choices.size() > 1 ? "one of " : "",
+                                    fmt::join(choices, ", ")));
 }
 
 Result<std::string> ReadEdition(std::string_view text, const std::string& /*project*/) {
@@ -68,7 +68,7 @@ Result<std::string> ReadCrs(std::string_view text, const std::string& /*project*
         return std::string();
     const auto crs = OLMGis::ProjectIo::ParseCrs(text);
     if (!crs)
-        return BadWords(crs.GetError().message);
+        return BadArguments(crs.GetError().message);
     return crs->ToText();
 }
 
@@ -82,8 +82,8 @@ Result<std::string> ReadPipeGroup(std::string_view text, const std::string& /*pr
     std::vector<std::string> names;
     for (const auto& known : pipes.GetGroups())
         names.push_back(known->GetName());
-    return BadWords(fmt::format("found \"{}\", expected the name or GUID of a group of pipes{}", OnOneLine(text),
-                                Suggest(group, names)));
+    return BadArguments(fmt::format("found \"{}\", expected the name or GUID of a group of pipes{}", OnOneLine(text),
+                                    Suggest(group, names)));
 }
 
 const std::vector<std::string>& TerrainNames() {
@@ -133,8 +133,8 @@ Status ChangeSetting(std::string_view name, std::string_view text, const std::st
         CProjectSettings::Instance()->Set(name, value.Value());
         return Done{};
     }
-    return BadWords(fmt::format("found the setting \"{}\", expected one of {}{}", OnOneLine(name),
-                                fmt::join(names, ", "), Suggest(name, names)));
+    return BadArguments(fmt::format("found the setting \"{}\", expected one of {}{}", OnOneLine(name),
+                                    fmt::join(names, ", "), Suggest(name, names)));
 }
 
 std::string GetCrsWarning() {

@@ -10,7 +10,7 @@ namespace Cli {
 enum class enmExitCode : int {
     Done = 0,          ///< done; for a run: values were stored
     NothingStored = 1, ///< ran to its end and stored nothing; of a strict check, found something
-    BadWords = 2,      ///< invalid arguments on the command line; nothing was changed
+    BadArguments = 2,  ///< invalid arguments on the command line; nothing was changed
     BadInput = 3,      ///< an input file contains something invalid
     Refused = 4,       ///< the system refused; the old project file is intact
     Stopped = 5,       ///< a calculation stopped with an alert; nothing was stored
@@ -21,8 +21,8 @@ enum class enmExitCode : int {
 constexpr enmExitCode ToExitCode(OLMGis::Utility::enmErrorKind kind) {
     using OLMGis::Utility::enmErrorKind;
     switch (kind) {
-    case enmErrorKind::BadWords:
-        return enmExitCode::BadWords;
+    case enmErrorKind::BadArguments:
+        return enmExitCode::BadArguments;
     case enmErrorKind::BadInput:
         return enmExitCode::BadInput;
     case enmErrorKind::Refused:

@@ -14,7 +14,7 @@
 namespace Cli {
 
 using OLMGis::ProjectIo::enmCatalogTable;
-using OLMGis::Utility::BadWords;
+using OLMGis::Utility::BadArguments;
 using Reports::Count;
 using Reports::OnOneLine;
 
@@ -32,7 +32,7 @@ struct COptions {
 CVerbResult Show(const COptions& options, std::ostream& results) {
     const auto found = Reports::FindCatalogGroup(options.m_kind, options.m_what);
     if (!found)
-        return BadWords("GROUP: " + found.GetError().message);
+        return BadArguments("GROUP: " + found.GetError().message);
     Print(results, Reports::MakeItemListing(found.Value()), options.m_format.Get());
     return enmExitCode::Done;
 }
@@ -60,16 +60,16 @@ CVerbResult Import(const COptions& options, CProject& project, CTerminal& termin
 OLMGis::Utility::Status CheckArguments(const COptions& options) {
     const bool isImport = options.m_action == "import";
     if (options.m_action == "list" && !options.m_what.empty())
-        return BadWords(
+        return BadArguments(
             fmt::format("found \"{}\", expected nothing more behind list PROJECT", OnOneLine(options.m_what)));
     if (options.m_action == "show" && options.m_what.empty())
-        return BadWords("found no GROUP, expected the name or GUID of a group to show");
+        return BadArguments("found no GROUP, expected the name or GUID of a group to show");
     if (isImport && options.m_what.empty())
-        return BadWords("found no FILE.csv, expected a table to import");
+        return BadArguments("found no FILE.csv, expected a table to import");
     if (!isImport && !options.m_output.empty())
-        return BadWords("--output: expected only with import");
+        return BadArguments("--output: expected only with import");
     if (isImport && options.m_format.Get() != Reports::enmFormat::Text)
-        return BadWords("--json, --format: expected only with list and show");
+        return BadArguments("--json, --format: expected only with list and show");
     return OLMGis::Utility::Done{};
 }
 

@@ -15,8 +15,8 @@
 
 namespace Cli {
 
+using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::BadInput;
-using OLMGis::Utility::BadWords;
 using OLMGis::Utility::CUtility;
 using OLMGis::Utility::Done;
 using OLMGis::Utility::Refused;
@@ -41,7 +41,7 @@ Status ReadNumber(std::string_view option, const std::string& text, std::optiona
         return Done{};
     number = CUtility::ParseDouble(text);
     if (!number)
-        return BadWords(fmt::format("{}: found \"{}\", expected a number", option, OnOneLine(text)));
+        return BadArguments(fmt::format("{}: found \"{}\", expected a number", option, OnOneLine(text)));
     return Done{};
 }
 
@@ -60,8 +60,8 @@ Status CheckFrequency(std::optional<double> frequency, const CIDFCurves& curves,
     std::vector<std::string> known;
     for (const auto& [each, curve] : curves.GetCurves())
         known.push_back(CUtility::ToText(each));
-    return BadWords(fmt::format("--frequency: found {}, expected one that {} has: {}", CUtility::ToText(*frequency),
-                                file, Reports::FirstNames({known.begin(), known.end()}, MostNamed)));
+    return BadArguments(fmt::format("--frequency: found {}, expected one that {} has: {}", CUtility::ToText(*frequency),
+                                    file, Reports::FirstNames({known.begin(), known.end()}, MostNamed)));
 }
 
 CVerbResult ShowCurves(const COptions& options, CTerminal& terminal, std::ostream& results) {

@@ -20,7 +20,7 @@ using OLMGis::Sewage::CFlowDirection;
 using OLMGis::Topology::CNode;
 using OLMGis::Topology::CSection;
 using OLMGis::Topology::CTopologyMultiStorage;
-using OLMGis::Utility::BadWords;
+using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::Done;
 using OLMGis::Utility::Status;
 using Reports::Count;
@@ -64,18 +64,18 @@ Status SetOutlet(const std::string& argument) {
         if (!node)
             continue;
         if (const auto outlet = FindOutlet(*node, std::string_view(argument).substr(sign + 1)))
-            return CFlowDirection::Settle(node, outlet) != 0
+            return CFlowDirection::SetMainOutlet(node, outlet) != 0
                        ? Status(Done{})
-                       : Status(BadWords(fmt::format("--set {}: the main outlet cannot be stored", argument)));
+                       : Status(BadArguments(fmt::format("--set {}: the main outlet cannot be stored", argument)));
     }
     if (!node)
-        return BadWords(
+        return BadArguments(
             fmt::format("--set: found \"{}\", expected NODE=SECTION with the name or GUID of a node", argument));
     CSections out;
     node->GetSectionsOut(out);
-    return BadWords(fmt::format("--set: found \"{}\", expected one of the sections that leave the node {}: {}",
-                                argument, node->GetName(),
-                                out.empty() ? std::string("none") : Reports::JoinNames(out)));
+    return BadArguments(fmt::format("--set: found \"{}\", expected one of the sections that leave the node {}: {}",
+                                    argument, node->GetName(),
+                                    out.empty() ? std::string("none") : Reports::JoinNames(out)));
 }
 
 CVerbResult ShowOrChoose(const COptions& options, CTerminal& terminal, std::ostream& results) {
@@ -87,7 +87,7 @@ CVerbResult ShowOrChoose(const COptions& options, CTerminal& terminal, std::ostr
             return set.GetError();
     if (options.m_isAutomatic) {
         const int count =
-            CFlowDirection::SettleAutomatically(CTopologyMultiStorage::Instance()->GetActiveTopology()->GetNodes());
+            CFlowDirection::ChooseAutomatically(CTopologyMultiStorage::Instance()->GetActiveTopology()->GetNodes());
         terminal.Print(
             fmt::format("main outlets of {} chosen by level and pipe", Count(static_cast<std::size_t>(count), "node")));
     }

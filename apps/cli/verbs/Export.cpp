@@ -17,7 +17,7 @@ namespace Cli {
 
 using OLMGis::ProjectIo::CExportChoice;
 using OLMGis::ProjectIo::enmCatalogKind;
-using OLMGis::Utility::BadWords;
+using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::Status;
 
 namespace {
@@ -44,7 +44,7 @@ CVerbResult ExportProject(const COptions& options, CTerminal& terminal) {
         return project.GetError();
     std::error_code ignored;
     if (std::filesystem::equivalent(options.m_project, options.m_output, ignored))
-        return BadWords(fmt::format("--output: {} is the project itself", options.m_output));
+        return BadArguments(fmt::format("--output: {} is the project itself", options.m_output));
     if (const Status goesOn = Interrupt::Check(); !goesOn)
         return goesOn.GetError();
     const auto write = [&](std::ostream& stream) { return format.Value()->m_export(stream, MakeChoice(options)); };

@@ -16,7 +16,7 @@
 
 namespace Cli {
 
-using OLMGis::Utility::BadWords;
+using OLMGis::Utility::BadArguments;
 using Reports::Count;
 using Reports::OnOneLine;
 
@@ -41,14 +41,14 @@ std::optional<std::uint64_t> ReadWhole(std::string_view text) {
 CVerbResult GenerateProject(const COptions& options, CTerminal& terminal, std::ostream& results) {
     const auto shape = OLMGis::ProjectIo::NetworkShapeOfName(options.m_shape);
     if (!shape)
-        return BadWords(fmt::format("--shape: found \"{}\", expected the name of a shape", options.m_shape));
+        return BadArguments(fmt::format("--shape: found \"{}\", expected the name of a shape", options.m_shape));
     const auto sections = ReadWhole(options.m_sections);
     if (!sections)
-        return BadWords(
+        return BadArguments(
             fmt::format("--sections: found \"{}\", expected a whole number", OnOneLine(options.m_sections)));
     const auto seed = ReadWhole(options.m_seed);
     if (!seed)
-        return BadWords(
+        return BadArguments(
             fmt::format("--seed: found \"{}\", expected a whole number, 0 or more", OnOneLine(options.m_seed)));
     if (const auto isFree = CheckNewFile(options.m_output, options.m_replaces); !isFree)
         return isFree.GetError();

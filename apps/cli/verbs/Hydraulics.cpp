@@ -12,7 +12,7 @@
 
 namespace Cli {
 
-using OLMGis::Utility::BadWords;
+using OLMGis::Utility::BadArguments;
 
 namespace {
 
@@ -26,8 +26,8 @@ struct COptions {
 CVerbResult CalculateHydraulics(const COptions& options, CTerminal& terminal, std::ostream& results) {
     const auto viscosity = OLMGis::Utility::CUtility::ParseDouble(options.m_viscosity);
     if (!viscosity || !(*viscosity > 0.0))
-        return BadWords(fmt::format("--viscosity: found \"{}\", expected a number above 0, in m²/s",
-                                    Reports::OnOneLine(options.m_viscosity)));
+        return BadArguments(fmt::format("--viscosity: found \"{}\", expected a number above 0, in m²/s",
+                                        Reports::OnOneLine(options.m_viscosity)));
     const auto project = CProject::Open(options.m_project, terminal);
     if (!project)
         return project.GetError();

@@ -18,7 +18,7 @@ namespace Cli {
 using OLMGis::ProjectIo::CFormat;
 using OLMGis::ProjectIo::CImportNote;
 using OLMGis::ProjectIo::CImportSummary;
-using OLMGis::Utility::BadWords;
+using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::Done;
 using OLMGis::Utility::Result;
 using OLMGis::Utility::Status;
@@ -90,7 +90,7 @@ CVerbResult ImportProject(const COptions& options, CTerminal& terminal, std::ost
     if (!format)
         return format.GetError();
     if (IsSameFile(options.m_input, options.m_output))
-        return BadWords(fmt::format("{}: is the input, expected another file for the project", options.m_output));
+        return BadArguments(fmt::format("{}: is the input, expected another file for the project", options.m_output));
     if (const Status isFree = CheckNewFile(options.m_output, options.m_replaces); !isFree)
         return isFree.GetError();
     const auto project = CProject::MakeEmpty(terminal);

@@ -8,9 +8,12 @@
 #include "reports/ShownText.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <memory>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace Cli {
 
@@ -20,7 +23,7 @@ using OLMGis::Formulas::FindShapeKind;
 using OLMGis::Formulas::KeysOfSizedShapes;
 using OLMGis::Formulas::MillimetresPerMetre;
 using OLMGis::Formulas::PerMille;
-using OLMGis::Utility::BadWords;
+using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::CUtility;
 using OLMGis::Utility::Done;
 using OLMGis::Utility::Result;
@@ -44,11 +47,16 @@ struct COptions {
 
 constexpr double LargestSize = 1e6;
 
+std::vector<std::string> Shapes() {
+    const auto keys = KeysOfSizedShapes();
+    return {keys.begin(), keys.end()};
+}
+
 Status ReadNumber(std::string_view option, std::string_view text, double least, double& value) {
     const auto number = CUtility::ParseDouble(text);
     if (!number || *number < least)
-        return BadWords(fmt::format("{}: found \"{}\", expected a number{}", option, OnOneLine(text),
-                                    least == 0.0 ? ", 0 or more" : ""));
+        return BadArguments(fmt::format("{}: found \"{}\", expected a number{}", option, OnOneLine(text),
+                                        least == 0.0 ? ", 0 or more" : ""));
     value = *number;
     return Done{};
 }
@@ -69,11 +77,11 @@ Status ReadShape(const COptions& options, CPipeQuestion& question) {
         width && height && *width > 0.0 && *height > 0.0 && *width <= LargestSize && *height <= LargestSize;
     const bool fits = isCircle ? width == height : hasRatio ? width <= height : cross != std::string_view::npos;
     if (!isSize || !fits)
-        return BadWords(
+        return BadArguments(
             fmt::format("DIMENSIONS: found \"{}\" for the shape {}, expected {}", OnOneLine(text), options.m_shape,
-                        isCircle ? "the inside diameter in mm, as 300"
-                        : hasRatio  ? "inside width and height in mm, as 800x1200, the height not below the width"
-                                 : "inside width and height in mm, as 1500x900"));
+                        isCircle   ? "the inside diameter in mm, as 300"
+                        : hasRatio ? "inside width and height in mm, as 800x1200, the height not below the width"
+                                   : "inside width and height in mm, as 1500x900"));
     question.m_shapeName = options.m_shape;
     question.m_width = *width;
     question.m_height = *height;
@@ -109,9 +117,9 @@ Result<CPipeQuestion> ReadQuestion(const COptions& options) {
     conditions.m_slope = question.m_slope / PerMille;
     conditions.m_roughness = question.m_roughness / MillimetresPerMetre;
     if (!(conditions.m_roughness > 0.0 || conditions.m_viscosity > 0.0))
-        return BadWords("--viscosity: found 0 with a roughness of 0, expected one of them above 0");
+        return BadArguments("--viscosity: found 0 with a roughness of 0, expected one of them above 0");
     if (fill > 100.0)
-        return BadWords(fmt::format("--fill: found {}, expected 0 to 100, % of the inside height", options.m_fill));
+        return BadArguments(fmt::format("--fill: found {}, expected 0 to 100, % of the inside height", options.m_fill));
     if (!options.m_flow.empty())
         question.m_flow = flow;
     if (!options.m_fill.empty())
@@ -136,7 +144,7 @@ CVerb MakePipe() {
     const auto options = std::make_shared<COptions>();
     return CVerb("pipe", "SHAPE DIMENSIONS --slope I --roughness K [--flow Q|--fill P] [options]",
                  "Calculate uniform flow in one pipe, without a project")
-        .ArgumentChoice("SHAPE", options->m_shape, {"circle", "egg", "box"}, "circle, egg or box")
+        .ArgumentChoice("SHAPE", options->m_shape, Shapes(), fmt::format("{}", fmt::join(Shapes(), ", ")))
         .Argument("DIMENSIONS", options->m_dimensions,
                   "Inside, mm: 300 for a circle, 800x1200 (width, height) for\nan egg or a box; an egg 800 is 800x1200")
         .RequiredOption("--slope", options->m_slope, "I", "Slope, 1/1000")

@@ -26,7 +26,7 @@ namespace Cli {
 using OLMGis::Sewage::CCalculationRequest;
 using OLMGis::Sewage::CReport;
 using OLMGis::Sewage::IFlowCalculator;
-using OLMGis::Utility::BadWords;
+using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::Done;
 using OLMGis::Utility::Result;
 using OLMGis::Utility::Status;
@@ -91,15 +91,15 @@ public:
     explicit CRainReport(const COptions& options)
         : m_options(options), m_isRain(options.m_calculator == RainCalculator) {}
 
-    /// Checks that the options fit the calculator, and opens the trace. BadWords where they do not.
+    /// Checks that the options fit the calculator, and opens the trace. BadArguments where they do not.
     Status Begin() {
         for (const auto& [isGiven, option] :
              {std::pair{!m_options.m_formatName.empty(), "--format"}, std::pair{m_options.m_isJson, "--json"},
               std::pair{!m_options.m_explain.empty(), "--explain"},
               std::pair{m_options.m_wantsIdfTable, "--idf-table"}})
             if (isGiven && !m_isRain)
-                return BadWords(fmt::format("{}: found the calculator {}, expected {}", option, m_options.m_calculator,
-                                            RainCalculator));
+                return BadArguments(fmt::format("{}: found the calculator {}, expected {}", option,
+                                                m_options.m_calculator, RainCalculator));
         if (!m_isRain)
             return Done{};
         if (const Status chosen = ChooseExplained(); !chosen)
@@ -146,12 +146,12 @@ private:
         if (m_options.m_explain.empty())
             return Done{};
         if (m_options.GetFormat() == Reports::enmFormat::Csv)
-            return BadWords("--format: found csv with --explain, expected table or json: a sheet is no table");
+            return BadArguments("--format: found csv with --explain, expected table or json: a sheet is no table");
         const auto sections = ChooseSections("--explain", {m_options.m_explain});
         if (!sections)
             return sections.GetError();
         if (sections->size() != 1)
-            return BadWords(
+            return BadArguments(
                 fmt::format("--explain: found {}, expected one", Reports::Count(sections->size(), "section")));
         m_section = sections->front();
         m_trace.SetDetailOf(m_section->GetGuid());
@@ -182,7 +182,7 @@ CVerbResult RunCalculator(const COptions& options, CTerminal& terminal, std::ost
     if (!calculator)
         return calculator.GetError();
     if (options.m_isPreview && calculator.Value()->IsPreviewAvailable() == 0)
-        return BadWords(fmt::format("--preview: the calculator {} has none", options.m_calculator));
+        return BadArguments(fmt::format("--preview: the calculator {} has none", options.m_calculator));
     auto values = GatherValues(options, terminal);
     if (!values)
         return values.GetError();

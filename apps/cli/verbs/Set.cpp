@@ -20,7 +20,7 @@ using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;
 using OLMGis::Data::enmEntityKind;
-using OLMGis::Utility::BadWords;
+using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::Done;
 using OLMGis::Utility::Result;
 using OLMGis::Utility::Status;
@@ -67,7 +67,7 @@ Status ResolveReferences(std::vector<CNewValue>& values, CTerminal& terminal) {
             continue;
         auto resolved = OLMGis::ProjectIo::ResolveCatalogReference(key, std::move(value.m_value));
         if (!resolved)
-            return BadWords(resolved.GetError().message);
+            return BadArguments(resolved.GetError().message);
         value.m_value = std::move(resolved.Value());
         if (!OLMGis::ProjectIo::IsKnownCatalogReference(key, value.m_value))
             terminal.Warn(fmt::format("{}: no {} of the catalogue has the GUID or name \"{}\"", key.m_id,
@@ -80,8 +80,8 @@ Status ResolveReferences(std::vector<CNewValue>& values, CTerminal& terminal) {
 CVerbResult SetAttributes(const COptions& options, CTerminal& terminal) {
     const enmEntityKind kind = Reports::FindKind(options.m_on).value_or(enmEntityKind::Section);
     if (options.m_names.empty() && !options.m_isForAll)
-        return BadWords(fmt::format("found neither --names nor --all, expected one of them: which {}s to set",
-                                    Reports::GetKindName(kind)));
+        return BadArguments(fmt::format("found neither --names nor --all, expected one of them: which {}s to set",
+                                        Reports::GetKindName(kind)));
     auto values = ReadNewValues(kind, options.m_assignments);
     if (!values)
         return values.GetError();

@@ -19,7 +19,7 @@
 namespace Cli {
 
 using OLMGis::System::CProjectSettings;
-using OLMGis::Utility::BadWords;
+using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::Done;
 using OLMGis::Utility::Error;
 using Reports::OnOneLine;
@@ -68,7 +68,7 @@ CVerbResult ShowOrChange(const COptions& options, CTerminal& terminal, std::ostr
     if (!assignments)
         return assignments.GetError();
     if (assignments->empty() && !options.m_output.empty())
-        return BadWords("--output: found no KEY=VALUE, expected a setting to change");
+        return BadArguments("--output: found no KEY=VALUE, expected a setting to change");
     const auto project = CProject::Open(options.m_project, terminal);
     if (!project)
         return project.GetError();

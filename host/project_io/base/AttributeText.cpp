@@ -32,7 +32,7 @@ constexpr std::array KindNames = {CKindName{"rain", Topology::CatchmentRain},
                                   CKindName{"industrial", Topology::CatchmentIndustrial}};
 constexpr int AllKinds = Topology::CatchmentRain | Topology::CatchmentHousehold | Topology::CatchmentIndustrial;
 
-/// Range of an attribute that calculations take as it stands, ends included.
+/// Range of an attribute that calculations take unchanged, ends included.
 struct CRange {
     std::string_view m_id;
     double m_least;

@@ -209,7 +209,8 @@ Status CNetworkGenerator::Generate() {
 Status GenerateNetwork(enmNetworkShape shape, std::size_t sections, std::uint64_t seed) {
     CTopologyStorage& topology = *Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
     if (sections < 1 || sections > MostGeneratedSections)
-        return Utility::BadWords(fmt::format("found {} sections, expected 1 to {}", sections, MostGeneratedSections));
+        return Utility::BadArguments(
+            fmt::format("found {} sections, expected 1 to {}", sections, MostGeneratedSections));
     if (!topology.GetNodes().empty() || !topology.GetSections().empty())
         return Utility::Refused("the project has a network already, expected an empty one");
     CSplitMix random(seed);

@@ -19,7 +19,7 @@ inline constexpr std::size_t MostGeneratedSections = 20'000'000;
 /// catchment with a density (inhabitants/ha) on most. Main outlets are chosen. The same arguments give the same
 /// network, GUIDs included, on every machine. Sections are ordered from the heads to the outfalls.
 ///
-/// BadWords for a number of sections outside 1 to MostGeneratedSections; Refused when the project has a network.
+/// BadArguments for a number of sections outside 1 to MostGeneratedSections; Refused when the project has a network.
 /// Linear, no recursion.
 Utility::Status GenerateNetwork(enmNetworkShape shape, std::size_t sections, std::uint64_t seed);
 

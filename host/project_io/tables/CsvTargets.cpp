@@ -170,14 +170,14 @@ Result<CCsvTarget> CCsvTargets::FindCatchment(std::optional<int> kinds) {
 Result<CCsvTarget> CCsvTargets::KnownCatchment(const CCatchment& catchment) {
     const auto section = catchment.GetSection();
     const std::string_view name = m_reader.GetField(m_name);
-    const std::string_view told = m_reader.GetField(m_reader.FindColumn("section"));
+    const std::string_view given = m_reader.GetField(m_reader.FindColumn("section"));
     const auto isSection = [&](std::string_view text) {
         return text == section->GetName() || Utility::GuidEqual()(text, section->GetGuid());
     };
-    if (!told.empty() && !isSection(told))
+    if (!given.empty() && !isSection(given))
         return m_reader.Fault("section", fmt::format("found {}, expected {}: a table changes attributes and not the "
                                                      "section of a catchment",
-                                                     Quote(told), Quote(section->GetName())));
+                                                     Quote(given), Quote(section->GetName())));
     if (!name.empty() && name != catchment.GetName() && (m_sectionColumn == "section" || !isSection(name)))
         return m_reader.Fault("name", fmt::format("found {} on the row of the catchment {}, expected them to agree",
                                                   Quote(name), Quote(catchment.GetName())));
