@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "host/gis_core/ModuleConfiguration.h"
 
+#include "host/gis_core/Editions.h"
 #include "host/gis_core/InstallationPaths.h"
 #include "host/gis_core/ProjectContext.h"
 #include "host/gis_core/ProjectSettings.h"
@@ -101,7 +102,7 @@ void CModuleConfiguration::SetEdition(std::string_view edition) {
 
 Status CModuleConfiguration::ApplySettings() {
     const System::CProjectSettings& settings = *System::CProjectSettings::Instance();
-    SetEdition(settings.Get(System::CProjectSettings::Edition, "STANDARD"));
+    SetEdition(settings.Get(System::CProjectSettings::Edition, System::Editions::All.front()));
     const std::string language = settings.Get(System::CProjectSettings::Language, "en");
     return language == m_language ? Status(Done{}) : SetLanguage(language);
 }

@@ -43,7 +43,7 @@ public:
     Status SetLanguage(std::string_view language);
     const std::string& GetLanguage() const { return m_language; }
 
-    /// Makes an edition code (STANDARD, RO, BLG) message 0.
+    /// Makes an edition code (Editions.h) message 0.
     void SetEdition(std::string_view edition);
     const std::string& GetEdition() { return GetMsg(EditionMessage); }
 

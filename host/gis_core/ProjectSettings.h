@@ -14,7 +14,7 @@ class CProjectSettings {
 public:
     static CProjectSettings* Instance();
 
-    static constexpr std::string_view Edition = "edition";      ///< STANDARD, RO or BLG
+    static constexpr std::string_view Edition = "edition";      ///< one of Editions::All
     static constexpr std::string_view Turkish = "turkish";      ///< 0 or 1
     static constexpr std::string_view Language = "language";    ///< en, ro, bg, hr, tr
     static constexpr std::string_view Crs = "crs";              ///< EPSG:n, empty for plain plane coordinates

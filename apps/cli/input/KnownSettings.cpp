@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "apps/cli/input/KnownSettings.h"
 
+#include "host/gis_core/Editions.h"
 #include "host/gis_core/InstallationPaths.h"
 #include "host/gis_core/ProjectSettings.h"
 #include "host/gis_core/Utility.h"
@@ -99,7 +100,8 @@ const std::vector<std::string>& TerrainNames() {
 } // namespace
 
 const std::vector<std::string>& GetEditions() {
-    static const std::vector<std::string> editions{"STANDARD", "RO", "BLG"};
+    static const std::vector<std::string> editions(OLMGis::System::Editions::All.begin(),
+                                                   OLMGis::System::Editions::All.end());
     return editions;
 }
 
