@@ -3,7 +3,6 @@
 #include "rain/editions/TurkishRainfall.h"
 
 #include "host/network_core/CustomDialogRegistry.h"
-#include "rain/curves/RainChoices.h"
 #include "rain/editions/PropIDPTurkish.h"
 
 #include <boost/make_shared.hpp>
@@ -16,17 +15,18 @@ namespace Rain {
 
 namespace {
 
-constexpr int ParametersLabel = 9455;
+/// RAINFALL_MODE as it is stored, and the message that names it. Fixed: parameter files and stored forms rely on it.
+constexpr int Mode = 9455;
 constexpr const char* Tag = "TURKISH";
 
 } // namespace
 
 int CTurkishRainfall::GetMode() const {
-    return RainChoices::TurkishParameters;
+    return Mode;
 }
 
 std::vector<const char*> CTurkishRainfall::AddFields(const CCategoryPtr& category) const {
-    AddDialogField(category, Tag, ParametersLabel, "", CPropIDPTurkish::ControlId);
+    AddDialogField(category, Tag, Mode, "", CPropIDPTurkish::ControlId);
     OLMGis::Topology::CCustomDialogRegistry::Instance()->RegisterDialog(boost::make_shared<CPropIDPTurkish>());
     return {Tag};
 }
