@@ -126,6 +126,14 @@ struct CFlowCalculator_RainITP::CRun {
         }
     }
 
+    /// Whether the run is not started; the user gets the reason.
+    bool AlertRefusal() const {
+        if (m_refusal.empty())
+            return false;
+        acedAlert(m_refusal);
+        return true;
+    }
+
     std::string ShowForecast() const {
         return m_plan && m_refusal.empty() ? Rain::ShowForecast(m_plan->m_network, m_plan->m_forecast) : std::string();
     }
@@ -213,10 +221,8 @@ int CFlowCalculator_RainITP::Calculate(const CSectionList& sections, CFlowCalcul
             acedAlert(m_params.BuildParameterErrorText());
         return 0;
     }
-    if (!run->m_refusal.empty()) {
-        acedAlert(run->m_refusal);
+    if (run->AlertRefusal())
         return 0;
-    }
     const bool hadUnchosen = run->m_plan && run->m_plan->m_forecast.m_isAtLeast;
     if (Flow::MainOutlets::ChooseMissing(Flow::MainOutlets::CollectStartingNodes(sections), interaction) == 0) {
         acedAlert(Msg(Flow::MainOutlets::MissingMessage));
@@ -235,10 +241,8 @@ int CFlowCalculator_RainITP::Calculate(const CSectionList& sections, CFlowCalcul
 }
 
 int CFlowCalculator_RainITP::Run() {
-    if (!m_run->m_refusal.empty()) {
-        acedAlert(m_run->m_refusal);
+    if (m_run->AlertRefusal())
         return 0;
-    }
     const CRunStop stop = m_run->m_plan ? Search() : Walk();
     RainTrace::NoteNotConverged(m_run->m_network, stop);
     if (const std::string text = ShowStop(stop, m_params); !text.empty())
