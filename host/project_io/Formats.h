@@ -15,17 +15,6 @@
 
 namespace OLMGis::ProjectIo {
 
-/// What a file of a format contains; a file dialog offers the formats of one content.
-enum class enmFormatContent {
-    Project,    ///< a whole project, opened and saved
-    Network,    ///< a network that becomes a project, or is made from one
-    Values,     ///< attribute values of one kind of entity
-    Catalog,    ///< pipes or manholes
-    Terrain,    ///< ground levels as a raster
-    Curves,     ///< rain intensity curves
-    Parameters, ///< values of the forms of a design run
-};
-
 /// What an export asks beside the project; each format reads what concerns it.
 struct CExportChoice {
     Data::enmEntityKind m_on = Data::enmEntityKind::Section; ///< entities of a table
@@ -43,13 +32,12 @@ using CFormatExport = Utility::Status(std::ostream& stream, const CExportChoice&
 struct CFormat {
     std::string_view m_key;                   ///< how the command line names the format; unique
     std::vector<std::string_view> m_suffixes; ///< in lower case with the point, the usual one first; never empty
-    enmFormatContent m_content;
-    std::string_view m_title;          ///< one line: what such a file is
-    std::string_view m_reads;          ///< what we take from such a file; empty where we read none
-    std::string_view m_writes;         ///< what we put into such a file; empty where we write none
-    std::string_view m_loses;          ///< what does not pass in either direction; empty for nothing
-    CFormatImport* m_import = nullptr; ///< makes a project of a file; null where none can be made
-    CFormatExport* m_export = nullptr; ///< null where a project cannot be exported to the format
+    std::string_view m_title;                 ///< one line: what such a file is
+    std::string_view m_reads;                 ///< what we take from such a file; empty where we read none
+    std::string_view m_writes;                ///< what we put into such a file; empty where we write none
+    std::string_view m_loses;                 ///< what does not pass in either direction; empty for nothing
+    CFormatImport* m_import = nullptr;        ///< makes a project of a file; null where none can be made
+    CFormatExport* m_export = nullptr;        ///< null where a project cannot be exported to the format
 };
 
 /// Every format that goes in or out, in the order in which lists show them. A new format is a new entry: the command
