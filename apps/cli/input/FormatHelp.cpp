@@ -2,6 +2,8 @@
 // Copyright (C) the Drenova authors
 #include "apps/cli/input/FormatHelp.h"
 
+#include "apps/cli/input/HelpTable.h"
+
 #include <fmt/format.h>
 
 namespace Cli {
@@ -16,14 +18,15 @@ std::vector<std::string> GetFormatKeys(const std::vector<const CFormat*>& format
 }
 
 std::string ListFormats(const std::vector<const CFormat*>& formats, std::string_view CFormat::*contents) {
-    std::string text = "Formats:";
+    Reports::CTable table({Reports::TextColumn("key", ""), Reports::TextColumn("text", "")});
     for (const CFormat* format : formats) {
-        text += fmt::format("\n  {:<10}{} ({})\n            {}", format->m_key, format->m_title,
-                            OLMGis::ProjectIo::TextOfSuffixes(*format), format->*contents);
+        table.AddRow(
+            {format->m_key, fmt::format("{} ({})", format->m_title, OLMGis::ProjectIo::TextOfSuffixes(*format))});
+        table.AddRow({"", format->*contents});
         if (!format->m_loses.empty())
-            text += fmt::format("\n            without: {}", format->m_loses);
+            table.AddRow({"", fmt::format("without: {}", format->m_loses)});
     }
-    return text;
+    return ShowForHelp("Formats", table);
 }
 
 } // namespace Cli

@@ -2,15 +2,13 @@
 // Copyright (C) the Drenova authors
 #include "apps/cli/input/RegistryHelp.h"
 
+#include "apps/cli/input/HelpTable.h"
 #include "apps/cli/input/Project.h"
 #include "host/network_core/FunctionalAnalysisManager.h"
 #include "host/sewage_core/FlowCalculatorManager.h"
 #include "reports/CalculatorListing.h"
-#include "reports/TablePrinting.h"
 
 #include <fmt/format.h>
-
-#include <sstream>
 
 namespace Cli {
 
@@ -24,12 +22,7 @@ std::string ListFromModule(const char* heading, Reports::CTable (*make)()) {
         return fmt::format("{} not available: {}", heading, project.GetError().message);
     if (const auto loaded = project.Value()->LoadModule(); !loaded)
         return fmt::format("{} not available: {}", heading, loaded.GetError().message);
-    std::ostringstream text;
-    text << heading << ":\n";
-    PrintAsText(text, make(), "  ");
-    std::string lines = text.str();
-    lines.pop_back();
-    return lines;
+    return ShowForHelp(heading, make());
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 #include "apps/cli/input/Assignments.h"
+#include "apps/cli/input/HelpTable.h"
 #include "apps/cli/input/KnownSettings.h"
 #include "apps/cli/input/Project.h"
 #include "apps/cli/verbs/Verbs.h"
@@ -105,13 +106,12 @@ std::string ListSettings() {
         else
             lines.push_back({setting.m_name, setting.m_name, setting.m_values});
     }
-    std::string text = "Settings:";
+    Reports::CTable table({Reports::TextColumn("names", ""), Reports::TextColumn("values", "")});
     for (const CLine& line : lines)
-        text += fmt::format("\n  {:<26}{}",
-                            line.m_first == line.m_last ? std::string(line.m_first)
-                                                        : fmt::format("{} to {}", line.m_first, line.m_last),
-                            line.m_values);
-    return text;
+        table.AddRow({line.m_first == line.m_last ? std::string(line.m_first)
+                                                  : fmt::format("{} to {}", line.m_first, line.m_last),
+                      line.m_values});
+    return ShowForHelp("Settings", table);
 }
 
 } // namespace
