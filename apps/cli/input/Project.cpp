@@ -112,4 +112,9 @@ Status CheckNewFile(const std::string& path, bool replaces) {
     return Done{};
 }
 
+std::string ShowNewProject(const std::string& path, std::size_t nodes, std::size_t sections, std::size_t catchments) {
+    return fmt::format("{}: {}, {}, {}", path, Reports::Count(nodes, "node"), Reports::Count(sections, "section"),
+                       Reports::Count(catchments, "catchment"));
+}
+
 } // namespace Cli

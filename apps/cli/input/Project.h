@@ -59,4 +59,7 @@ private:
 /// Refused when the file exists and may not be replaced. Called before long work; saving checks once more.
 OLMGis::Utility::Status CheckNewFile(const std::string& path, bool replaces);
 
+/// What a verb prints of a project that it created: "town.gpkg: 12 nodes, 11 sections, 3 catchments".
+std::string ShowNewProject(const std::string& path, std::size_t nodes, std::size_t sections, std::size_t catchments);
+
 } // namespace Cli

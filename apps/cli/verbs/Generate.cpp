@@ -17,7 +17,6 @@
 namespace Cli {
 
 using OLMGis::Utility::BadArguments;
-using Reports::Count;
 using Reports::OnOneLine;
 
 namespace {
@@ -60,9 +59,9 @@ CVerbResult GenerateProject(const COptions& options, CTerminal& terminal, std::o
     if (const auto saved = project.Value()->Save(options.m_output); !saved)
         return saved.GetError();
     const auto& topology = *OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
-    results << fmt::format("{}: {}, {}, {}\n", options.m_output, Count(topology.GetNodes().size(), "node"),
-                           Count(topology.GetSections().size(), "section"),
-                           Count(topology.GetCatchments().size(), "catchment"));
+    results << ShowNewProject(options.m_output, topology.GetNodes().size(), topology.GetSections().size(),
+                              topology.GetCatchments().size())
+            << '\n';
     return enmExitCode::Done;
 }
 

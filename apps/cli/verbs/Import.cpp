@@ -76,8 +76,7 @@ void PrintNotes(const CImportSummary& summary, CTerminal& terminal) {
 }
 
 void PrintCounts(std::ostream& results, const COptions& options, const CImportSummary& summary) {
-    results << fmt::format("{}: {}, {}, {}", options.m_output, Count(summary.m_nodeCount, "node"),
-                           Count(summary.m_sectionCount, "section"), Count(summary.m_catchmentCount, "catchment"));
+    results << ShowNewProject(options.m_output, summary.m_nodeCount, summary.m_sectionCount, summary.m_catchmentCount);
     if (summary.m_mainOutletCount > 0)
         results << ", " << Count(summary.m_mainOutletCount, "main outlet");
     if (summary.m_pipeCount > 0)
