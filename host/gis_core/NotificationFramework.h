@@ -31,8 +31,8 @@ class CNotificationFramework {
 public:
     static CNotificationFramework* Instance();
 
-    /// Becomes the owner of a responder made with new and keeps it to the end of the context, or of the module that registered
-    /// it. A null is kept out.
+    /// Becomes the owner of a responder made with new and keeps it to the end of the context, or of the module that
+    /// registered it. A null is kept out.
     void RegisterEventResponder(IEventResponder* responder);
 
     std::size_t GetResponderCount() const { return m_responders.size(); }
