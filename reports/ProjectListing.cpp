@@ -53,7 +53,7 @@ CFrame ReadFrame() {
 }
 
 const std::string& GetLabel(const CProjectDigest::CUsedKey& key) {
-    return OLMGis::Utility::CModuleConfiguration::Instance()->GetMsg(key.m_definition->m_labelMessage);
+    return OLMGis::Utility::Msg(key.m_definition->m_labelMessage);
 }
 
 std::string GetPlural(const CProjectDigest::CUsedKey& key) {

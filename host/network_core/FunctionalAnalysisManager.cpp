@@ -123,8 +123,7 @@ std::string RunGuarded(IFunctionalAnalysisItem& item, const boost::shared_ptr<CP
                        CAnalysedNetwork& network, std::vector<boost::shared_ptr<CFAMsg>>& messages) {
     const CProgressGuard guard;
     const auto reasonText = [&item](const char* reason) {
-        return Utility::CUtility::Format(Utility::CModuleConfiguration::Instance()->GetMsg(ItemStoppedMessage),
-                                         item.GetItemName(), reason);
+        return Utility::CUtility::Format(Utility::Msg(ItemStoppedMessage), item.GetItemName(), reason);
     };
     try {
         item.RunAnalysis(properties, &network, messages);

@@ -69,7 +69,7 @@ ordered_json ToJson(const CDataBox& box) {
 } // namespace
 
 std::string CCategory::GetName() const {
-    return Utility::CModuleConfiguration::Instance()->GetMsg(m_nameMessage);
+    return Utility::Msg(m_nameMessage);
 }
 
 void CCategory::AddPropertyEx(const boost::shared_ptr<CPropertyEx>& property) {

@@ -10,7 +10,6 @@
 namespace OLMGis::Topology {
 
 using Data::CDataBox;
-using Utility::CModuleConfiguration;
 
 boost::shared_ptr<CPropertyEx> CPropertyEx::CreateProperty(
     const boost::shared_ptr<CCategory>& category, std::string_view tag, enmPropertyEditorType editorType,
@@ -38,11 +37,11 @@ boost::shared_ptr<CPropertyEx> CPropertyEx::CreateProperty(
 }
 
 std::string CPropertyEx::GetName() const {
-    return CModuleConfiguration::Instance()->GetMsg(m_labelMessage != 0 ? m_labelMessage : m_nameMessage);
+    return Utility::Msg(m_labelMessage != 0 ? m_labelMessage : m_nameMessage);
 }
 
 std::string CPropertyEx::GetDescription() const {
-    return CModuleConfiguration::Instance()->GetMsg(m_labelMessage != 0 ? m_labelMessage : m_descriptionMessage);
+    return Utility::Msg(m_labelMessage != 0 ? m_labelMessage : m_descriptionMessage);
 }
 
 const CDataBox& CPropertyEx::GetEffectiveValue() const {

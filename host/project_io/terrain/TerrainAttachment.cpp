@@ -36,9 +36,8 @@ constexpr int NoHeightsMessage = 70180;
 constexpr int GapMessage = 70181;
 
 void LogTrouble(int message, int terrainType, const std::string& reason) {
-    Workspace::CWsManager::Instance()->LogMessage(
-        Workspace::CLogLine::NothingStored,
-        CUtility::Format(Utility::CModuleConfiguration::Instance()->GetMsg(message), terrainType, reason));
+    Workspace::CWsManager::Instance()->LogMessage(Workspace::CLogLine::NothingStored,
+                                                  CUtility::Format(Utility::Msg(message), terrainType, reason));
 }
 
 /// A terrain file whose first failure to read cells goes to the log.
