@@ -45,11 +45,8 @@ public:
 
     using CMessages = std::vector<boost::shared_ptr<CFAMsg>>;
 
-    /// As many notes as messages belong together by position; else a note belongs to the next message of its entity.
+    /// Notes are in the order of the messages: each belongs to the next message of its entity.
     void Collect(CMessages messages, const std::vector<CFindingNote>& notes) {
-        const auto count = static_cast<std::size_t>(
-            std::count_if(messages.begin(), messages.end(), [](const auto& message) { return message != nullptr; }));
-        const bool isPaired = notes.size() == count;
         auto note = notes.begin();
         for (auto& message : messages) {
             if (!message)
@@ -57,7 +54,7 @@ public:
             CFinding& finding = m_item.m_findings.emplace_back();
             finding.m_guid = m_item.Keep(message->m_guid);
             finding.m_text = m_item.Keep(message->m_text);
-            if (isPaired || (note != notes.end() && note->m_entity->GetGuid() == finding.m_guid))
+            if (note != notes.end() && note->m_entity->GetGuid() == finding.m_guid)
                 Take(finding, *note++);
             else
                 PlaceByGuid(finding);
