@@ -6,6 +6,7 @@
 #include "flow/FlowOutputs.h"
 #include "flow/FlowValue.h"
 #include "flow/FormFields.h"
+#include "host/formulas/Units.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/sewage_core/CatchmentAreaManager.h"
@@ -16,6 +17,7 @@ using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;
 using OLMGis::Data::FindDefinition;
+using OLMGis::Formulas::LitresPerCubicMetre;
 using OLMGis::Sewage::CCatchmentAreaManager;
 using OLMGis::Sewage::CFlowCalculatorParameters;
 using OLMGis::Sewage::CReport;
@@ -52,8 +54,8 @@ public:
         const double a = OneIfAbsent(Flow::ReadFlowValue(section, m_first));
         const double b = OneIfAbsent(Flow::ReadFlowValue(section, m_second));
         if (!m_isByTime)
-            return b * a * area * intensity / 1000.0;
-        return (intensity / 1000.0) * TimeCoefficient(a, b) * area;
+            return b * a * area * intensity / LitresPerCubicMetre;
+        return (intensity / LitresPerCubicMetre) * TimeCoefficient(a, b) * area;
     }
 
 private:

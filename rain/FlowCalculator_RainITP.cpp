@@ -5,6 +5,7 @@
 #include "flow/FlowKeys.h"
 #include "flow/FlowOutputs.h"
 #include "flow/MainOutlets.h"
+#include "host/formulas/Units.h"
 #include "host/gis_core/CoreProgressBar.h"
 #include "host/gis_core/HostServices.h"
 #include "host/gis_core/ModuleConfiguration.h"
@@ -91,14 +92,14 @@ std::string ShowProblem(const CRunStop& stop, const Rain::CRunSettings& settings
 
 /// What the user hears of a stopped run; empty for nothing.
 std::string ShowStop(const CRunStop& stop, const Rain::CRunSettings& settings) {
-    constexpr double MillimetresPerMetre = 1000.0;
     switch (stop.m_reason) {
     case CRunStop::enmReason::BadInput:
         return ShowProblem(stop, settings);
     case CRunStop::enmReason::NoPipe:
-        return CUtility::Format("%s %s %s", stop.m_name,
-                                CUtility::Format(Msg(NoPipeLargeEnough), stop.m_diameter / MillimetresPerMetre),
-                                stop.m_pipeGroup);
+        return CUtility::Format(
+            "%s %s %s", stop.m_name,
+            CUtility::Format(Msg(NoPipeLargeEnough), stop.m_diameter / OLMGis::Formulas::MillimetresPerMetre),
+            stop.m_pipeGroup);
     case CRunStop::enmReason::ExistingPipeTooFull:
         return CUtility::Format("%s %s", stop.m_name, Msg(ExistingPipeTooFull));
     case CRunStop::enmReason::None:

@@ -7,6 +7,7 @@
 #include "flow/FlowOutputs.h"
 #include "flow/FlowValue.h"
 #include "flow/FormFields.h"
+#include "host/formulas/Units.h"
 #include "host/gis_core/CoreProgressBar.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/ModuleConfiguration.h"
@@ -21,6 +22,7 @@ using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;
 using OLMGis::Data::FindDefinition;
+using OLMGis::Formulas::LitresPerCubicMetre;
 using OLMGis::Sewage::CCatchmentAreaManager;
 using OLMGis::Sewage::CFlowCalculatorParameters;
 using OLMGis::Sewage::CReport;
@@ -53,6 +55,8 @@ constexpr int IndustryCoefficientLabel = 70183;
 
 } // namespace Messages
 
+constexpr double InhabitantsOfCoefficient = 1000.0; ///< to which the household coefficient refers
+
 /// What was typed. Coefficients fall back to 0.0, whatever their fields start with: without its field a flow is none.
 struct Input {
     Input(const CPropertiesEx& form, bool isBulgarianEdition)
@@ -79,11 +83,11 @@ double PeakFactor(double q) {
 struct BulgarianHome {
     BulgarianHome(const CHouseholdSum& upstream, double coefficient) {
         const double meanDensity = upstream.m_area == 0.0 ? 1.0 : upstream.m_people / upstream.m_area;
-        const double q = meanDensity * upstream.m_area * coefficient / 1000.0;
+        const double q = meanDensity * upstream.m_area * coefficient / InhabitantsOfCoefficient;
         peakFactor = PeakFactor(q);
         if (peakFactor > GreatestPeakFactor)
             peakFactor = GreatestPeakFactor;
-        flow = peakFactor * q / 1000.0;
+        flow = peakFactor * q / LitresPerCubicMetre;
     }
 
     static constexpr double GreatestPeakFactor = 3.5; ///< that of 1 l/s; also limits the infinite one of no flow
@@ -121,7 +125,7 @@ private:
         catchments->GetCAAverageDensityInhab(section, density);
         if (!(area > 0.0) || density == CCatchmentAreaManager::NoDensity)
             return;
-        StoreFlow(m_homeKey, section, density * area * m_in.home / 1000.0 / 1000.0);
+        StoreFlow(m_homeKey, section, density * area * m_in.home / InhabitantsOfCoefficient / LitresPerCubicMetre);
         StoreParameters(section); // fixed: beside the flow once more
     }
 
@@ -137,7 +141,7 @@ private:
         CCatchmentAreaManager::Instance()->GetCATotalArea(section, area, OLMGis::Topology::CatchmentIndustrial);
         if (!(area > 0.0))
             return;
-        double q = area * m_in.industry / 1000.0;
+        double q = area * m_in.industry / LitresPerCubicMetre;
         // Fixed: unlike the household peak factor this one has no upper limit and takes the flow in m³/s.
         if (m_in.isBulgarian)
             q = PeakFactor(q) * q * m_in.industryK;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 // Depths of pipes below the ground.
+#include "host/formulas/Units.h"
 #include "host/gis_core/DataConfiguration.h"
 #include "host/gis_core/DataRW.h"
 #include "host/network_core/PipeManager.h"
@@ -13,8 +14,6 @@
 namespace OLMGis::Topology {
 
 namespace {
-
-constexpr double MmPerM = 1000.0;
 
 /// Exact at both ends; part runs from 0 to 1.
 double Between(double start, double end, double part) {
@@ -54,7 +53,7 @@ double HeightAboveLevelLine(const CSection& section) {
     double above = 0.0;
     double below = 0.0;
     CPipeManager::Instance()->GetPipeHeight(section.GetPipe(), box.AsInt(), above, below);
-    return above / MmPerM;
+    return above / Formulas::MillimetresPerMetre;
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "host/network_core/SectionSlopes.h"
 
+#include "host/formulas/Units.h"
 #include "host/gis_core/DataConfiguration.h"
 #include "host/gis_core/DataRW.h"
 
@@ -10,8 +11,6 @@
 namespace OLMGis::Topology {
 
 namespace {
-
-constexpr double PerMille = 1000.0;
 
 struct CSlopeKeys {
     const Data::CDataDefinition* m_upper = Find("LEVEL_LINE_0");
@@ -43,7 +42,7 @@ std::optional<double> SlopeOfLevels(const CSection& section) {
     if (Data::CDataRW::Read(Keys().m_upper, &section, upper, 0, nullptr) == 0 ||
         Data::CDataRW::Read(Keys().m_lower, &section, lower, 0, nullptr) == 0 || !(length > 0.0))
         return std::nullopt;
-    const double slope = (upper.AsDouble() - lower.AsDouble()) / length * PerMille;
+    const double slope = (upper.AsDouble() - lower.AsDouble()) / length * Formulas::PerMille;
     return std::isfinite(slope) ? std::optional(slope) : std::nullopt;
 }
 

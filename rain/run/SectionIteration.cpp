@@ -2,20 +2,21 @@
 // Copyright (C) the Drenova authors
 #include "rain/run/SectionIteration.h"
 
+#include "host/formulas/Units.h"
 #include "host/network_core/PipeManager.h"
 
 #include <cmath>
 
+using OLMGis::Formulas::LitresPerCubicMetre;
+using OLMGis::Formulas::MillimetresPerMetre;
+using OLMGis::Formulas::Percent;
+using OLMGis::Formulas::PerMille;
+using OLMGis::Formulas::SecondsPerMinute;
 using OLMGis::Topology::CPipeManager;
 
 namespace Rain {
 
 namespace {
-
-constexpr double PerThousand = 1000.0;
-constexpr double MillimetresPerMetre = 1000.0;
-constexpr double LitresPerCubicMetre = 1000.0;
-constexpr double SecondsPerMinute = 60.0;
 
 CRunStop StopAt(const CSectionDataIDF& record, CRunStop::enmReason reason) {
     CRunStop stop;
@@ -40,7 +41,7 @@ CRunStop CSectionIteration::Iterate(CSectionDataIDF& record, const CSectionDataI
         next = IntensityFor(record);
         if (m_watch != nullptr)
             m_watch->OnEnd(record, pass, next);
-        if (std::abs(record.m_intensity - next) <= record.m_intensity * m_settings.m_precision / 100.0)
+        if (std::abs(record.m_intensity - next) <= record.m_intensity * m_settings.m_precision / Percent)
             return {};
     }
     CRunStop stop = StopAt(record, CRunStop::enmReason::NotConverged);
@@ -87,7 +88,7 @@ CRunStop CSectionIteration::CalculatePass(CSectionDataIDF& record, const CSectio
 CRunStop CSectionIteration::SizeSection(CSectionDataIDF& record) {
     auto& sizing = record.m_sizing;
     sizing.m_roughness = record.GetRoughness();
-    m_hydraulics.SetDPad(record.m_slope / PerThousand);
+    m_hydraulics.SetDPad(record.m_slope / PerMille);
     m_hydraulics.SetDProtok(record.m_flow);
     m_hydraulics.SetDHrapavost(sizing.m_roughness / MillimetresPerMetre);
     m_hydraulics.SetDViskozitet(m_settings.m_waterViscosity);

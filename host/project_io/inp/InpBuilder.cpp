@@ -3,6 +3,7 @@
 #include "host/project_io/inp/InpBuilder.h"
 
 #include "host/formulas/Roughness.h"
+#include "host/formulas/Units.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/Utility.h"
 #include "host/network_core/CatalogManager.h"
@@ -182,7 +183,7 @@ void CInpBuilder::WriteSlope(const CInpLink& link, const Topology::CSection& sec
     }
     // A conduit that climbs keeps its direction and its negative slope: the engineer decides whether it flows the other
     // way, and the checks report it.
-    const double slope = (link.m_inlet - link.m_outlet) / link.m_length * 1000.0;
+    const double slope = (link.m_inlet - link.m_outlet) / link.m_length * Formulas::PerMille;
     Write(Keys().m_slope, section, slope);
     Write(Keys().m_slopeOfLevels, section, slope);
     if (slope < 0.0)
@@ -270,7 +271,7 @@ Status CInpBuilder::AddCatchments() {
         ++m_network.m_summary.m_catchmentCount;
         WriteInt(Keys().m_kinds, *catchment.Value(), Topology::CatchmentRain);
         Write(Keys().m_area, *catchment.Value(), area.m_area);
-        Write(Keys().m_coefficient, *catchment.Value(), area.m_impervious / 100.0);
+        Write(Keys().m_coefficient, *catchment.Value(), area.m_impervious / Formulas::Percent);
     }
     return Done();
 }

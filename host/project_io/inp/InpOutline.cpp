@@ -2,10 +2,14 @@
 // Copyright (C) the Drenova authors
 #include "host/project_io/inp/InpOutline.h"
 
+#include "host/formulas/Units.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace OLMGis::ProjectIo {
+
+using Formulas::MillimetresPerMetre;
 
 namespace {
 
@@ -47,8 +51,9 @@ std::vector<CLevelChange> CollectChanges(const std::vector<std::pair<double, dou
     std::vector<CLevelChange> changes;
     changes.reserve(2 * points.size());
     for (std::size_t i = 1; i < points.size(); ++i) {
-        const double width = (points[i].first - points[i - 1].first) * factor * 1000.0;
-        const auto [low, high] = std::minmax({points[i - 1].second * 1000.0, points[i].second * 1000.0});
+        const double width = (points[i].first - points[i - 1].first) * factor * MillimetresPerMetre;
+        const auto [low, high] =
+            std::minmax({points[i - 1].second * MillimetresPerMetre, points[i].second * MillimetresPerMetre});
         if (high > low) {
             changes.push_back({low, width / (high - low), 0.0});
             changes.push_back({high, -width / (high - low), 0.0});
@@ -64,7 +69,7 @@ std::vector<CLevelChange> CollectChanges(const std::vector<std::pair<double, dou
 } // namespace
 
 double ToInpMillimetres(double metres) {
-    return Round(metres * 1000.0);
+    return Round(metres * MillimetresPerMetre);
 }
 
 bool IsPowerOutline(double exponent) {

@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "host/project_io/inp/InpShape.h"
 
+#include "host/formulas/Units.h"
 #include "host/gis_core/Utility.h"
 #include "host/project_io/inp/InpOutline.h"
 
@@ -62,7 +63,7 @@ std::array<double, 4> InMillimetres(const CInpCrossSection& section) {
 
 /// Width of an egg of that height: the format's egg is the standard one of 2:3.
 double EggWidth(double height) {
-    return ToInpMillimetres(height * 2.0 / 3.0 / 1000.0);
+    return ToInpMillimetres(height * 2.0 / 3.0 / Formulas::MillimetresPerMetre);
 }
 
 /// Top width of a trapezoid: height, width of the base, run per rise of either side.
