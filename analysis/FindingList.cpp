@@ -11,6 +11,7 @@
 
 namespace Analysis {
 
+using OLMGis::Topology::CEntity;
 using OLMGis::Topology::CFAMsg;
 using OLMGis::Utility::CUtility;
 using OLMGis::Utility::Msg;

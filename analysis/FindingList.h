@@ -13,7 +13,6 @@
 
 namespace Analysis {
 
-using OLMGis::Topology::CEntity;
 using CMessages = std::vector<boost::shared_ptr<OLMGis::Topology::CFAMsg>>;
 
 /// What a check measured and the limit that it broke; the text of a finding shows the value at most.
@@ -31,13 +30,13 @@ public:
         : m_messages(messages), m_notes(OLMGis::Topology::CFindingNotes::Active()) {}
 
     /// Adds a finding with the text of a message. entity: the node or section that the finding names.
-    void Add(const CEntity& entity, int message, const CMeasured& measured);
+    void Add(const OLMGis::Topology::CEntity& entity, int message, const CMeasured& measured);
 
     /// The same with the value after the text, in brackets with two decimals.
-    void AddWithValue(const CEntity& entity, int message, const CMeasured& measured);
+    void AddWithValue(const OLMGis::Topology::CEntity& entity, int message, const CMeasured& measured);
 
 private:
-    void Append(const CEntity& entity, std::string text, const CMeasured& measured);
+    void Append(const OLMGis::Topology::CEntity& entity, std::string text, const CMeasured& measured);
 
     CMessages& m_messages;
     OLMGis::Topology::CFindingNotes* m_notes; ///< null while none are open

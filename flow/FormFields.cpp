@@ -10,7 +10,14 @@
 
 namespace Flow {
 
+using OLMGis::Data::CDataBox;
+using OLMGis::Sewage::CFlowCalculatorParameters;
+using OLMGis::Topology::CCategory;
 using OLMGis::Topology::CConstraint;
+using OLMGis::Topology::CConstraints;
+using OLMGis::Topology::CPropertiesEx;
+using OLMGis::Topology::CPropertyEx;
+using OLMGis::Topology::enmPropertyEditorType;
 using OLMGis::Utility::Msg;
 
 namespace {
