@@ -133,8 +133,7 @@ int CFlowCalculator_Transit::CalculateTransit(const CSectionList& sections, CFlo
     }
     m_sectionFlows.clear();
     m_nodeFlows.clear();
-    m_switches = ReadSwitches(*params);
-    m_walk.Run(sections, COwnFlowSum(m_switches));
+    m_walk.Run(sections, COwnFlowSum(ReadSwitches(*params)));
     WriteResults(sections, serialized);
     return 1;
 }

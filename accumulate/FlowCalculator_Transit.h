@@ -50,7 +50,6 @@ public:
     /// To be asked while that network is open. Cost at the first time after a run: n log n.
     const std::map<std::string, TransitSectionFlow>& GetSectionFlows() const;
     const std::map<std::string, TransitNodeFlow>& GetNodeFlows() const;
-    const TransitSwitches& GetSwitches() const { return m_switches; }
 
     /// The section that an entity names as its main outlet, whether or not it still leaves it; null without one.
     static boost::shared_ptr<CSection> GetMainOutletOf(const boost::shared_ptr<CEntity>& entity);
@@ -86,7 +85,6 @@ private:
         }
     };
     std::map<boost::shared_ptr<CEntity>, boost::shared_ptr<CSection>, CByAddress> m_savedMainOutlets;
-    TransitSwitches m_switches{};
     CTransitWalk m_walk; ///< the figures of the last run by row; the maps below are made from them when asked for
     mutable std::map<std::string, TransitSectionFlow> m_sectionFlows;
     mutable std::map<std::string, TransitNodeFlow> m_nodeFlows;

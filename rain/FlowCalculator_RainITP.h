@@ -60,7 +60,6 @@ public:
     const CVariationData* FindVariationData(const CSectionPtr& section) const;
 
     const Rain::CVariationSearch* GetSearch() const;
-    const CRainITPParameters& GetParams() const { return m_params; }
 
     /// After a walk: stores on the sections the first record of each (write), and appends to IDFOut.txt (report);
     /// iteration 1 begins that file anew.

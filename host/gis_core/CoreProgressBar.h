@@ -31,7 +31,6 @@ public:
 
     bool IsShown() const { return m_state.m_isShown; }
     int GetMaximum() const { return m_state.m_maximum; }
-    int GetPosition() const { return m_state.m_position; }
     const std::string& GetCaption() const { return m_state.m_caption; }
     std::size_t GetDepth() const { return m_saved.size(); }
 

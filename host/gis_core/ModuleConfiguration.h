@@ -41,7 +41,6 @@ public:
     /// Loads the catalogue of a language (en, ro, bg, hr, tr) in place of the one in force. On an error the one in
     /// force stays. The edition stays in any case.
     Status SetLanguage(std::string_view language);
-    const std::string& GetLanguage() const { return m_language; }
 
     /// Makes an edition code (Editions.h) message 0.
     void SetEdition(std::string_view edition);

@@ -70,7 +70,6 @@ public:
 
     const boost::shared_ptr<CNode>& GetNodeAt(std::uint32_t row) const { return m_nodes.m_rows[row]; }
     const boost::shared_ptr<CSection>& GetSectionAt(std::uint32_t row) const { return m_sections.m_rows[row]; }
-    const boost::shared_ptr<CCatchment>& GetCatchmentAt(std::uint32_t row) const { return m_catchments.m_rows[row]; }
 
     /// The catchments of a section one after the other, in the order in which they entered; null ends.
     CCatchment* GetFirstCatchment(const CSection& section) const;

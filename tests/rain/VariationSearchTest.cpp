@@ -232,7 +232,7 @@ void HoldAgainstPlain(unsigned int seed, const CRandomShape& shape, const std::s
         const CPlainSearch::CData& data = *plain.Find(section);
         const bool hasBest = expected != 0 && data.m_bestIndex != CPlainSearch::NoBest;
         ExpectStored(section, hasBest ? &data.m_best : nullptr);
-        if (hasBest && data.m_best.m_pipe && run.m_calculator.GetParams().m_savePipe != 0) {
+        if (hasBest && data.m_best.m_pipe && run.m_parameters->m_properties->GetIntProperty("SAVE_PIPE", 0, 1) != 0) {
             EXPECT_EQ(Read(section, "PIPE_REF").AsText(), data.m_best.m_pipe->GetGUID());
         }
         if (expected != 0)

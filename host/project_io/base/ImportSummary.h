@@ -34,9 +34,6 @@ struct CImportSummary {
     /// Counts occurrences of what; where: line, record or name, kept of the first occurrence only. Cost: the number of
     /// kinds of notes.
     void Count(std::string_view what, std::string_view where, std::size_t count = 1);
-
-    /// For display: the counts, then the warnings, then the notes; one text per line, without line ends.
-    std::vector<std::string> ToLines() const;
 };
 
 } // namespace OLMGis::ProjectIo
