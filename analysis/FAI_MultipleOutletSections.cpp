@@ -4,6 +4,7 @@
 
 #include "analysis/FindingList.h"
 #include "analysis/ProgressWalk.h"
+#include "analysis/SectionsBelow.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/SystemManager.h"
 
@@ -53,10 +54,9 @@ void CFAI_MultipleOutletSections::RunAnalysis(boost::shared_ptr<CPropertiesEx> /
     if (network == nullptr)
         return;
     Analysis::CFindingList list(findings);
-    std::vector<const CSection*> below;
+    const Analysis::CSectionsBelow below(*network);
     Analysis::WalkWithProgress(GetItemName(), network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
-        section->GetSectionsOut(below);
-        if (below.size() >= 2)
-            list.Add(*section, Message, {static_cast<double>(below.size()), 1.0, ""});
+        if (const std::size_t count = below.Count(*section); count >= 2)
+            list.Add(*section, Message, {static_cast<double>(count), 1.0, ""});
     });
 }

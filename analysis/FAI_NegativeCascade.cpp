@@ -4,6 +4,7 @@
 
 #include "analysis/FindingList.h"
 #include "analysis/ProgressWalk.h"
+#include "analysis/SectionsBelow.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/SystemManager.h"
@@ -61,21 +62,20 @@ void CFAI_NegativeCascade::RunAnalysis(boost::shared_ptr<CPropertiesEx> /*proper
     const auto* const startLevel = FindDefinition("LEVEL_LINE_0");
     const auto* const endLevel = FindDefinition("LEVEL_LINE_1");
     Analysis::CFindingList list(findings);
-    std::vector<const CSection*> below;
+    const Analysis::CSectionsBelow below(*network);
     CDataBox upper;
     CDataBox lower;
     Analysis::WalkWithProgress(GetItemName(), network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
         CDataRW::Read(endLevel, section, upper, 0, nullptr);
         if (!upper.IsNotNull())
             return;
-        section->GetSectionsOut(below);
-        for (const CSection* next : below) {
+        below.ForEach(*section, [&](const boost::shared_ptr<CSection>& next) {
             CDataRW::Read(startLevel, next, lower, 0, nullptr);
             if (!lower.IsNotNull())
-                continue;
+                return;
             const double drop = upper.AsDouble() - lower.AsDouble();
             if (LeastDrop > drop)
                 list.AddWithValue(*section, Message, {drop, LeastDrop, "m"});
-        }
+        });
     });
 }

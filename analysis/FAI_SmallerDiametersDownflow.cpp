@@ -4,6 +4,7 @@
 
 #include "analysis/FindingList.h"
 #include "analysis/ProgressWalk.h"
+#include "analysis/SectionsBelow.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/SystemManager.h"
 #include "host/network_core/PipeManager.h"
@@ -57,21 +58,20 @@ void CFAI_SmallerDiametersDownflow::RunAnalysis(boost::shared_ptr<CPropertiesEx>
         return;
     CPipeManager* const pipes = CPipeManager::Instance();
     Analysis::CFindingList list(findings);
-    std::vector<const CSection*> below;
+    const Analysis::CSectionsBelow below(*network);
     const std::string caption = Msg(Message);
     Analysis::WalkWithProgress(caption, network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
         const auto pipe = section->GetPipe();
         if (!pipe)
             return;
         const double diameter = pipes->GetInnerDiameter(pipe);
-        section->GetSectionsOut(below);
-        for (const CSection* next : below) {
+        below.ForEach(*section, [&](const boost::shared_ptr<CSection>& next) {
             const auto nextPipe = next->GetPipe();
             if (!nextPipe)
-                continue;
+                return;
             const double nextDiameter = pipes->GetInnerDiameter(nextPipe);
             if (diameter > nextDiameter)
                 list.Add(*section, Message, {nextDiameter, diameter, "mm"});
-        }
+        });
     });
 }
