@@ -187,7 +187,7 @@ TEST(Additional, TheLastCountedWriteDecidesTheResult) {
 
 TEST(Additional, NumbersThatTheFormLacksAreOne) {
     const auto form = Flow::MakeParameters();
-    const auto category = Flow::AddCategory(*form, 0, 2132);
+    const auto category = Flow::AddCategory(*form->m_properties, 0, 2132);
     for (const char* tag : {"FC_ADD_FW", "FC_ADD_POINT", "FC_ADD_ADDITIONAL", "FC_ADD_USER"})
         Flow::AddCheckBox(category, tag, 2132)->SetValue(1);
     CRun run;

@@ -192,7 +192,7 @@ TEST(WasteAreas, ACoefficientThatTheFormLacksIsNothing) {
     CRun run("BLG");
     run.net.AddCatchment("AB", Household | Industrial, 2.0, 50.0);
     const auto form = Flow::MakeParameters();
-    const auto category = Flow::AddCategory(*form, 0, 464);
+    const auto category = Flow::AddCategory(*form->m_properties, 0, 464);
     for (const char* tag : {"HOME_CHECK", "IND_CHECK"})
         Flow::AddCheckBox(category, tag, 464)->SetValue(1);
     EXPECT_EQ(run.calculator->Calculate(run.net.Sections(), form.get(), 1, nullptr, nullptr), 1);
