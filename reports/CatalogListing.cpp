@@ -20,6 +20,7 @@ using OLMGis::Topology::CCatalogItem;
 using OLMGis::Topology::CCatalogManager;
 using OLMGis::Topology::CManholeData;
 using OLMGis::Topology::CPipeData;
+using OLMGis::Topology::enmPipeShape;
 using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::Result;
 
