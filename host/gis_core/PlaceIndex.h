@@ -2,6 +2,8 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/gis_core/HashTableGrowth.h"
+
 #include <absl/container/flat_hash_set.h>
 #include <cstdint>
 #include <limits>
@@ -28,7 +30,10 @@ public:
     }
 
     /// Enters the text at a place; false when the same text is entered already, which then stays.
-    bool Insert(std::uint32_t place) { return m_places.insert(CEntry{place, HashOf(m_textAt(place))}).second; }
+    bool Insert(std::uint32_t place) {
+        MakeRoomForOne(m_places);
+        return m_places.insert(CEntry{place, HashOf(m_textAt(place))}).second;
+    }
 
     /// Takes out the entry of exactly this place.
     void Erase(std::uint32_t place) {
@@ -44,7 +49,7 @@ public:
     }
 
     /// Makes room in one step.
-    void Reserve(std::size_t count) { m_places.reserve(count); }
+    void Reserve(std::size_t count) { MakeRoom(m_places, count); }
 
 private:
     static constexpr std::uint64_t Mixer = 0x9E3779B97F4A7C15ULL; ///< odd, half of its bits set

@@ -2,6 +2,8 @@
 // Copyright (C) the Drenova authors
 #include "host/gis_core/TextPool.h"
 
+#include "host/gis_core/HashTableGrowth.h"
+
 #include <algorithm>
 
 namespace OLMGis::Data {
@@ -14,6 +16,7 @@ std::uint32_t CTextPool::Intern(std::string_view text) {
         m_last = found->second;
         return m_last;
     }
+    Utility::MakeRoomForOne(m_ids);
     m_last = static_cast<std::uint32_t>(m_texts.size());
     m_ids.emplace(m_texts.emplace_back(text), m_last);
     return m_last;

@@ -197,8 +197,10 @@ void CTopologyStorage::Detach(CNode& node) {
 void CTopologyStorage::Attach(CSection& section) {
     section.m_order = section.GetRow();
     m_sections.m_byGuid.Insert(section.GetRow());
-    if (!m_sections.m_byName.Insert(section.GetRow()))
+    if (!m_sections.m_byName.Insert(section.GetRow())) {
+        Utility::MakeRoomForOne(m_repeatedNames);
         m_repeatedNames[section.GetName()].push_back(section.GetRow());
+    }
     if (CNode* end = section.End())
         InsertInOrder(end->m_in, &section);
     if (CNode* start = section.Start())

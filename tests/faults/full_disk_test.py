@@ -107,7 +107,7 @@ class Limits(Case):
         before = state(project)
         names = self.names()
         codes = set()
-        for megabytes in (4000, 160, 120, 90, 70, 50, 40, 30, 20):
+        for megabytes in (4000, 160, 120, 90, 70, *range(60, 30, -3), 20):
             def limit_memory(bytes_=megabytes << 20):
                 resource.setrlimit(resource.RLIMIT_AS, (bytes_, bytes_))
             probe = self.start("--version", preexec_fn=limit_memory)

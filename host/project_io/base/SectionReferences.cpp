@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "host/project_io/base/SectionReferences.h"
 
+#include "host/gis_core/HashTableGrowth.h"
 #include "host/project_io/base/AttributeText.h"
 
 #include <fmt/format.h>
@@ -13,7 +14,7 @@ using Utility::BadInput;
 using Utility::Result;
 
 CSectionReferences::CSectionReferences(const Topology::CTopologyStorage& topology) : m_topology(topology) {
-    m_byName.reserve(topology.GetSections().size());
+    Utility::MakeRoom(m_byName, topology.GetSections().size());
     for (const auto& section : topology.GetSections())
         if (const auto [entry, isNew] = m_byName.insert({section->GetName(), section.get()}); !isNew)
             entry->second = nullptr;

@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "host/project_io/exchange/NodeSnapper.h"
 
+#include "host/gis_core/HashTableGrowth.h"
 #include "host/project_io/base/TextIndex.h"
 
 #include <bit>
@@ -28,8 +29,8 @@ CNodeSnapper::CKey CNodeSnapper::CellOf(const CPoint& point) const {
 
 CNodeSnapper::CNodeSnapper(std::span<const CPoint> points, double tolerance)
     : m_points(points), m_tolerance(tolerance), m_next(points.size(), NoRecord) {
-    m_exact.reserve(points.size());
-    m_cells.reserve(points.size());
+    Utility::MakeRoom(m_exact, points.size());
+    Utility::MakeRoom(m_cells, points.size());
     for (std::uint32_t i = 0; i < points.size(); ++i) {
         if (!points[i].IsKnown())
             continue;

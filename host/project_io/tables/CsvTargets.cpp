@@ -3,6 +3,7 @@
 #include "host/project_io/tables/CsvTargets.h"
 
 #include "host/gis_core/DataRW.h"
+#include "host/gis_core/HashTableGrowth.h"
 #include "host/project_io/base/AttributeText.h"
 
 #include <fmt/format.h>
@@ -46,6 +47,7 @@ void CCsvTargets::IndexCatchments() {
         Data::CDataRW::Read(key, catchment, box, 0, nullptr);
         const auto section = catchment->GetSection();
         for (const int kinds : {box.AsInt() % AnyKinds, AnyKinds}) {
+            Utility::MakeRoomForOne(m_alike);
             CAlike& alike = m_alike[AlikeKey(*section, kinds)];
             if (alike.m_count++ == 0)
                 alike.m_first = catchment.get();
@@ -191,6 +193,7 @@ Result<CCsvTarget> CCsvTargets::NewCatchment(CSection& section) {
     target.m_section = &section;
     const auto alike = m_alike.find(AlikeKey(section, AnyKinds));
     const std::uint32_t first = alike == m_alike.end() ? 1 : alike->second.m_count + 1;
+    Utility::MakeRoomForOne(m_nextNumber);
     std::uint32_t& number = m_nextNumber.insert({section.GetRow(), first}).first->second;
     target.m_name = m_sectionColumn == "section" ? m_reader.GetField(m_name) : std::string_view();
     if (target.m_name.empty())
@@ -198,6 +201,7 @@ Result<CCsvTarget> CCsvTargets::NewCatchment(CSection& section) {
     target.m_guid = m_reader.GetField(m_guid);
     const bool isGiven = !target.m_guid.empty();
     const auto isTaken = [&] {
+        Utility::MakeRoomForOne(m_newGuids);
         return m_topology.GetCatchmentByGuid(target.m_guid) || !m_newGuids.insert(target.m_guid).second;
     };
     if (isGiven) {
