@@ -3,6 +3,7 @@
 #include "host/gis_core/DataConfiguration.h"
 
 #include "host/gis_core/InstallationPaths.h"
+#include "host/gis_core/ValueRangeJson.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -51,6 +52,7 @@ Status CDataConfiguration::Load(std::string_view json, const std::string& name) 
             item.at("decimals").get_to(definition->m_decimals);
             item.at("label").get_to(definition->m_labelMessage);
             item.at("editable").get_to(definition->m_isEditable);
+            item.get_to(definition->m_range);
             definition->m_index = static_cast<std::uint32_t>(m_definitions.size());
             if (!m_byId.emplace(definition->m_id, definition.get()).second)
                 return BadInput(fmt::format("{}: the attribute {} is defined twice", name, definition->m_id));

@@ -2,6 +2,8 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/gis_core/ValueRange.h"
+
 #include <cstdint>
 #include <string>
 
@@ -24,6 +26,7 @@ struct CDataDefinition {
     int m_decimals = 0;                       ///< decimals to show
     int m_labelMessage = 0;                   ///< message number of the label
     bool m_isEditable = true;                 ///< whether a person may set it
+    CValueRange m_range;                      ///< possible and usual values, in m_unit; of texts without meaning
     std::uint32_t m_index = 0;                ///< place in the list of all definitions, and of its column
 };
 
