@@ -55,6 +55,7 @@ constexpr int NoPipeLargeEnough = 9454;
 constexpr int ExistingPipeTooFull = 11085;
 constexpr int CombinationFailed = 2297;
 constexpr int SearchCaption = 70140;
+constexpr int ReportNotWritten = 70148;
 
 constexpr const char* IdfOut = "IDFOut.txt";
 constexpr const char* Variations = "variations.txt";
@@ -65,6 +66,19 @@ std::string ReportPath(const char* name) {
     if (!folder.ends_with('/'))
         folder += '/';
     return CUtility::Format("%s%s", folder, name);
+}
+
+/// Ends a report; isWhole is false where the user cancelled it. Of one that is not whole nothing stays, and where it
+/// could not be written a line of the log gives the reason: the results are stored all the same.
+void FinishReport(CReportFile& file, const std::string& path, bool isWhole) {
+    if (isWhole && file.Close()) {
+        RainTrace::NoteFile(path);
+        return;
+    }
+    file.TakeBack();
+    if (!file.GetProblem().empty())
+        CWsManager::Instance()->LogMessage(CLogLine::NothingStored,
+                                           CUtility::Format(Msg(ReportNotWritten), path, file.GetProblem()));
 }
 
 constexpr std::size_t ProgressRange = 10000;
@@ -301,13 +315,9 @@ void CFlowCalculator_RainITP::WriteResults(int write, int report, int iteration)
         if (iteration == 1)
             CReportFile::Remove(path);
         CReportFile file(path);
-        if (file.IsOpen()) {
-            file.Append(Rain::MakeIterationTable(*m_run->m_input, *m_run->m_walk, iteration));
-            if (file.Close())
-                RainTrace::NoteFile(path);
-            else
-                file.TakeBack();
-        }
+        const bool isWhole =
+            file.IsOpen() && file.Append(Rain::MakeIterationTable(*m_run->m_input, *m_run->m_walk, iteration));
+        FinishReport(file, path, isWhole);
     }
     if (write == 0)
         return;
@@ -328,20 +338,12 @@ void CFlowCalculator_RainITP::WriteBestResults() {
 void CFlowCalculator_RainITP::WriteVariationsFile() {
     const std::string path = ReportPath(Variations);
     CReportFile file(path);
-    if (!file.IsOpen())
-        return;
     CProgress progress(Variations, ProgressRange);
     const double total = m_run->m_plan->m_forecast.m_total + 1.0;
-    const bool isWhole =
-        Rain::WriteVariations(*m_run->m_input, *m_run->m_search, [&](std::string_view text, std::uint64_t written) {
-            file.Append(text);
-            return progress.GoOn(ShareOf(written, total));
-        });
-    // A file that was cancelled or did not fit on the disk is taken back whole.
-    if (isWhole && file.Close())
-        RainTrace::NoteFile(path);
-    else
-        file.TakeBack();
+    const auto append = [&](std::string_view text, std::uint64_t written) {
+        return file.Append(text) && progress.GoOn(ShareOf(written, total));
+    };
+    FinishReport(file, path, file.IsOpen() && Rain::WriteVariations(*m_run->m_input, *m_run->m_search, append));
 }
 
 const Rain::CRecordList* CFlowCalculator_RainITP::FindSectionDataList(const CSectionPtr& section) const {

@@ -6,9 +6,7 @@
 #include "host/gis_core/Utility.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <sys/resource.h>
-#include <system_error>
 #include <unistd.h>
 
 namespace OLMGis::System {
@@ -47,19 +45,6 @@ std::optional<double> IAvailableResources::GetFreeMemory() const {
         return own;
     const double free = BytesPerUnit * Utility::CUtility::ToDouble(text.substr(place + Key.size(), 40));
     return std::min(free, own.value_or(free));
-}
-
-std::optional<double> IAvailableResources::GetFreeDisk(const std::string& folder) const {
-    std::error_code error;
-    auto path = std::filesystem::absolute(folder, error);
-    while (!error && !std::filesystem::exists(path, error) && path.has_relative_path()) {
-        error.clear();
-        path = path.parent_path();
-    }
-    const auto space = std::filesystem::space(path, error);
-    if (error)
-        return std::nullopt;
-    return static_cast<double>(space.available);
 }
 
 const IAvailableResources& AvailableResources() {

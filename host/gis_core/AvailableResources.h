@@ -3,7 +3,6 @@
 #pragma once
 
 #include <optional>
-#include <string>
 
 namespace OLMGis::System {
 
@@ -16,10 +15,6 @@ public:
     /// Memory (bytes) that can be taken without pushing other programs out, and within the limit of the process where
     /// it has one ("ulimit -v"); nothing where the system does not say.
     virtual std::optional<double> GetFreeMemory() const;
-
-    /// Room (bytes) for new files in a folder, which need not exist yet: its nearest existing parent answers. Nothing
-    /// where the system does not say.
-    virtual std::optional<double> GetFreeDisk(const std::string& folder) const;
 };
 
 /// The one in force.

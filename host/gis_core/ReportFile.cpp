@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "host/gis_core/ReportFile.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <system_error>
 
@@ -9,28 +10,40 @@ namespace OLMGis::Utility {
 
 CReportFile::CReportFile(const std::string& path) : m_path(path) {
     std::error_code ignored;
+    m_wasThere = std::filesystem::exists(path, ignored);
     if (const auto folder = std::filesystem::path(path).parent_path(); !folder.empty())
         std::filesystem::create_directories(folder, ignored);
     m_file.reset(std::fopen(path.c_str(), "ab"));
+    if (!m_file)
+        NoteProblem(errno);
     if (const auto size = std::filesystem::file_size(path, ignored); m_file && !ignored)
         m_before = size;
 }
 
 CReportFile::~CReportFile() = default;
 
-void CReportFile::Append(std::string_view text) {
-    if (!m_file)
-        return;
+/// Keeps the first: later failures follow from it.
+void CReportFile::NoteProblem(int error) {
+    if (m_problem.empty())
+        m_problem = std::generic_category().message(error);
+}
+
+bool CReportFile::Append(std::string_view text) {
+    if (!m_file || !m_problem.empty())
+        return false;
     const std::size_t count = std::fwrite(text.data(), 1, text.size(), m_file.get());
     m_appended += count;
-    m_isWhole = m_isWhole && count == text.size();
+    if (count != text.size())
+        NoteProblem(errno);
+    return m_problem.empty();
 }
 
 bool CReportFile::Close() {
     if (!m_file)
         return false;
-    m_isWhole = std::fclose(m_file.release()) == 0 && m_isWhole;
-    return m_isWhole;
+    if (std::fclose(m_file.release()) != 0)
+        NoteProblem(errno);
+    return m_problem.empty();
 }
 
 void CReportFile::TakeBack() {
@@ -39,8 +52,12 @@ void CReportFile::TakeBack() {
     if (!std::filesystem::is_regular_file(m_path, ignored))
         return;
     const auto size = std::filesystem::file_size(m_path, ignored);
-    if (!ignored && size > m_before && size <= m_before + m_appended)
+    if (ignored || size < m_before || size > m_before + m_appended)
+        return;
+    if (m_wasThere)
         std::filesystem::resize_file(m_path, m_before, ignored);
+    else
+        std::filesystem::remove(m_path, ignored);
 }
 
 void CReportFile::Remove(const std::string& path) {

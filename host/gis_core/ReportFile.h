@@ -10,8 +10,8 @@
 
 namespace OLMGis::Utility {
 
-/// A text file that grows from run to run: what is appended goes behind what is there. A file that can't be opened or
-/// written takes nothing, without an error: reports accompany results and never stop them.
+/// A text file that grows from run to run: new text is appended to what is there. A file that can't be opened or
+/// written takes nothing and keeps the reason: reports accompany results and never stop them.
 class CReportFile {
 public:
     /// Opens the file, which is made with its folder when it isn't there.
@@ -21,13 +21,19 @@ public:
     CReportFile& operator=(const CReportFile&) = delete;
 
     bool IsOpen() const { return m_file != nullptr; }
-    void Append(std::string_view text);
+
+    /// False once a write has failed; then further text is left out.
+    bool Append(std::string_view text);
 
     /// Ends the report. Whether all that was appended is in the file: a disk may have filled up.
     bool Close();
 
-    /// Cuts off again what was appended, and takes no more; nothing where others wrote meanwhile.
+    /// Removes what was appended, or the file where it was not there before, and takes no more. Leaves a file alone to
+    /// which others wrote meanwhile.
     void TakeBack();
+
+    /// The system's reason why the file could not be opened or written whole; empty without a failure.
+    const std::string& GetProblem() const { return m_problem; }
 
     /// Removes a report; none there is fine.
     static void Remove(const std::string& path);
@@ -36,10 +42,13 @@ private:
     struct CClose {
         void operator()(std::FILE* file) const;
     };
+    void NoteProblem(int error);
+
     std::string m_path;
+    bool m_wasThere = false;     ///< before it was opened
     std::uintmax_t m_before = 0; ///< bytes of the file when it was opened
     std::uintmax_t m_appended = 0;
-    bool m_isWhole = true;
+    std::string m_problem;
     std::unique_ptr<std::FILE, CClose> m_file;
 };
 

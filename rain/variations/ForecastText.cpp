@@ -14,7 +14,6 @@
 #include <optional>
 
 using OLMGis::System::AvailableResources;
-using OLMGis::Utility::CModuleConfiguration;
 using OLMGis::Utility::CUtility;
 using OLMGis::Utility::Msg;
 
@@ -27,7 +26,6 @@ constexpr int SearchCosts = 70141;
 constexpr int SearchCostsAtLeast = 70142;
 constexpr int SearchNeverEnds = 70143;
 constexpr int SearchMemory = 70144;
-constexpr int SearchDisk = 70145;
 constexpr int SearchNumbers = 70146;
 constexpr int ChainMemory = 70147;
 
@@ -74,11 +72,6 @@ std::string WhySearchIsRefused(const CVariationNetwork& network, const CVariatio
     if (!(forecast.m_mostOfSection <= Most))
         return CUtility::Format(Msg(SearchNumbers), NameOf(network, forecast.m_greatest),
                                 ShowCount(forecast.m_mostOfSection), ShowCount(Most));
-    const std::string folder = CModuleConfiguration::Instance()->GetPath("install");
-    const auto disk = AvailableResources().GetFreeDisk(folder);
-    if (IsTooMuch(forecast.m_fileBytes, disk))
-        return CUtility::Format(Msg(SearchDisk), ShowBytes(forecast.m_fileBytes), ShowCount(forecast.m_total), folder,
-                                ShowBytes(*disk));
     return {};
 }
 

@@ -2,6 +2,8 @@
 // Copyright (C) the Drenova authors
 #include "rain/variations/VariationForecast.h"
 
+#include "rain/run/NodeDataIDF.h"
+#include "rain/variations/OutcomeKeeping.h"
 #include "rain/variations/VariationData.h"
 #include "rain/variations/VariationOutcome.h"
 #include "rain/variations/VariationTable.h"
@@ -17,17 +19,16 @@ namespace {
 
 constexpr std::uint32_t None = CVariationNetwork::None;
 
-/// Digits of all numbers from 1 to count, one behind the other.
-double CountDigits(double count) {
-    double digits = 0.0;
-    double least = 1.0; // of the numbers with as many digits
-    for (int width = 1; least <= count; ++width, least *= 10.0)
-        digits += width * (std::min(count, least * 10.0 - 1.0) - least + 1.0);
-    return digits;
-}
-
-double CountDigitsOfOne(double number) {
-    return number < 10.0 ? 1.0 : std::floor(std::log10(number)) + 1.0;
+/// What a search takes before its first combination. Its tables have a place for each section and each node of the
+/// network, also for those that take no part.
+double BytesOfTables(const CVariationNetwork& network) {
+    // Beside the large records the lists, counts and marks of the search and of its walk.
+    constexpr double BytesOfRow = sizeof(CVariationData) + sizeof(CSectionInput) + 256.0;
+    constexpr double BytesOfNode = sizeof(CNodeDataIDF) + 16.0;
+    // In a walk over a whole combination: its record, its places in the lists of its section and its node.
+    constexpr double BytesOfSection = sizeof(CSectionDataIDF) + 256.0;
+    return BytesOfRow * network.GetRowCount() + BytesOfNode * network.GetNetwork().GetNodeCount() +
+           BytesOfSection * static_cast<double>(network.GetSections().size());
 }
 
 /// Counts what a search does at each entry of its queue.
@@ -35,117 +36,55 @@ class CVariationCounter {
 public:
     CVariationCounter(const CVariationNetwork& network, const CVariationEntries& entries, const CVariationTrees& trees,
                       CVariationForecast& forecast)
-        : m_network(network), m_trees(trees), m_forecast(forecast), m_states(network.GetRowCount()),
-          m_entriesLeft(entries.m_ofSection) {}
+        : m_network(network), m_keeping(network, entries, trees), m_forecast(forecast),
+          m_counts(network.GetRowCount(), 0.0) {}
 
     void Run() {
-        m_live = BytesOfSection * static_cast<double>(m_network.GetSections().size());
-        m_forecast.m_memory = m_live;
+        m_memory = BytesOfTables(m_network);
+        m_forecast.m_memory = m_memory;
         CVariationQueue queue(m_network);
         while (!queue.IsEmpty()) {
             const std::uint32_t section = queue.Take();
             Treat(section);
-            if (!std::isfinite(m_states[section].m_bytes)) {
+            if (!std::isfinite(m_counts[section])) {
                 // What was not counted to the end is not less than what was.
                 constexpr double Endless = std::numeric_limits<double>::infinity();
-                m_forecast.m_total = m_forecast.m_mostOfSection = Endless;
-                m_forecast.m_memory = m_forecast.m_fileBytes = Endless;
+                m_forecast.m_total = m_forecast.m_mostOfSection = m_forecast.m_memory = Endless;
                 m_forecast.m_greatest = section;
                 return;
             }
             queue.Finish(section);
         }
-        m_forecast.m_fileBytes = CountFileBytes();
     }
 
 private:
-    /// Of the combinations of a section. Bytes are those of the names in their lists, each with the blank before it.
-    struct CState {
-        double m_count = 0.0;
-        double m_bytes = 0.0;
-        double m_firstBytes = 0.0;   ///< of the first
-        double m_longestBytes = 0.0; ///< of the longest
-    };
-
     void Treat(std::uint32_t section) {
-        CState& state = m_states[section];
-        const double own = BytesOfName(section);
         double count = 1.0;
-        double longest = own;
-        double first = own;
-        bool entersItself = false;
-        for (const std::uint32_t above : m_network.GetIn(section)) {
-            count *= m_states[above].m_count + 1.0;
-            longest += m_states[above].m_longestBytes;
-            first += m_states[above].m_firstBytes;
-            entersItself = entersItself || above == section;
-        }
-        // Each combination of a section above goes with every choice at the others.
-        double bytes = own * count;
         for (const std::uint32_t above : m_network.GetIn(section))
-            bytes += m_states[above].m_bytes * (count / (m_states[above].m_count + 1.0));
-        if (entersItself) { // counts as never left out, see CVariationTable
-            bytes += first * (count / (state.m_count + 1.0));
-            longest += std::max(first, state.m_longestBytes);
-        }
-        if (state.m_count == 0.0)
-            state.m_firstBytes = first;
-        state.m_count += count;
-        state.m_bytes += bytes;
-        state.m_longestBytes = std::max(state.m_longestBytes, longest);
+            count *= m_counts[above] + 1.0;
+        m_counts[section] += count;
         m_forecast.m_total += count;
-        if (state.m_count > m_forecast.m_mostOfSection) {
-            m_forecast.m_mostOfSection = state.m_count;
+        if (m_counts[section] > m_forecast.m_mostOfSection) {
+            m_forecast.m_mostOfSection = m_counts[section];
             m_forecast.m_greatest = section;
         }
         CountMemory(section, count);
     }
 
-    /// Outcomes are kept for the section below, as long as that is still to be treated.
     void CountMemory(std::uint32_t section, double count) {
-        m_live += CVariationTable::BytesOfTreatment(m_network.GetIn(section).size());
-        const std::uint32_t next = m_network.GetNext(section);
-        if (next != None && m_trees.IsTreeAbove(next) && m_entriesLeft[next] > 0.0)
-            m_live += count * sizeof(CVariationOutcome);
-        m_forecast.m_memory = std::max(m_forecast.m_memory, m_live);
-        if (--m_entriesLeft[section] > 0.0 || !m_trees.IsTreeAbove(section))
-            return;
-        for (const std::uint32_t above : m_network.GetIn(section))
-            if (m_network.GetNext(above) == section)
-                m_live -= m_states[above].m_count * sizeof(CVariationOutcome);
+        m_memory += CVariationTable::BytesOfTreatment(m_network.GetIn(section).size());
+        if (m_keeping.IsKept(section))
+            m_memory += count * sizeof(CVariationOutcome);
+        m_forecast.m_memory = std::max(m_forecast.m_memory, m_memory);
+        for (const std::uint32_t above : m_keeping.Finish(section))
+            m_memory -= m_counts[above] * sizeof(CVariationOutcome);
     }
-
-    double BytesOfName(std::uint32_t section) const {
-        return 1.0 + static_cast<double>(m_network.GetNetwork().GetSection(section)->GetName().size());
-    }
-
-    /// Bytes of the file: heads, the best of each section as a list and as a row, then all combinations with their
-    /// numbers. Which are best is not known yet: their lists count as the longest.
-    double CountFileBytes() const {
-        constexpr double LineBreak = 2.0;
-        constexpr double Heads = 169.0;     // the title and the head of the table
-        constexpr double RowNumbers = 65.0; // seven numbers of two decimals with tabs and blanks
-        double bytes = Heads;
-        for (const std::uint32_t section : m_network.GetSections()) {
-            const CState& state = m_states[section];
-            const double name = BytesOfName(section) - 1.0;
-            if (state.m_count > 0.0)
-                bytes += LineBreak + name + 2.0 + state.m_longestBytes + LineBreak + name + RowNumbers;
-            bytes += LineBreak + name + 4.0 + CountDigitsOfOne(state.m_count);
-            bytes += (LineBreak + 2.0) * state.m_count + CountDigits(state.m_count) + state.m_bytes;
-        }
-        return bytes;
-    }
-
-    /// Of each section: its data with the best record and what that refers to, its place in the network and the queue.
-    static constexpr double BytesOfSection = sizeof(CVariationData) + sizeof(CSectionDataIDF) + 256.0;
 
     const CVariationNetwork& m_network;
-    const CVariationTrees& m_trees;
+    COutcomeKeeping m_keeping;
     CVariationForecast& m_forecast;
-    std::vector<CState> m_states; ///< by row
-    std::vector<double> m_entriesLeft;
-    double m_live = 0.0; ///< bytes held now
+    std::vector<double> m_counts; ///< combinations, by row
+    double m_memory = 0.0;        ///< bytes in use at this point of the search
 };
 
 } // namespace

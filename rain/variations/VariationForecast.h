@@ -10,8 +10,8 @@
 
 namespace Rain {
 
-/// What the partial area effect will take, found without any hydraulics. All figures are exact up to 2^53, rounded
-/// above, and infinite where they leave the range of numbers.
+/// What the partial area effect will take, found without any hydraulics. Counts are exact up to 2^53, rounded above,
+/// and infinite where they leave the range of numbers.
 struct CVariationForecast {
     static constexpr std::uint32_t None = CVariationNetwork::None;
 
@@ -21,10 +21,9 @@ struct CVariationForecast {
     double m_total = 0.0;            ///< combinations, or by chains calculations of sections
     std::uint32_t m_greatest = None; ///< the section with the most of them; None without any
     double m_mostOfSection = 0.0;    ///< how many that has
-    double m_memory = 0.0;           ///< greatest use beside the network, bytes
-    double m_fileBytes = 0.0;        ///< by which variations.txt grows; nearly exact, never too low
+    double m_memory = 0.0;           ///< estimate of the greatest use beside the network, bytes
 
-    /// Some main outlet is not chosen: once it is, the search goes on behind it, and all figures grow.
+    /// Some main outlet is not chosen: once it is, the search goes on below it, and all figures grow.
     bool m_isAtLeast = false;
 };
 

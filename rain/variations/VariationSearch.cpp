@@ -9,7 +9,7 @@ namespace Rain {
 
 CVariationSearch::CVariationSearch(const CRunInput& input, const CRunSettings& settings, const CSearchPlan& plan)
     : m_input(input), m_settings(settings), m_network(plan.m_network), m_trees(plan.m_trees),
-      m_entriesLeft(plan.m_entries.m_ofSection), m_iteration(settings), m_walk(input, settings), m_table(m_network),
+      m_keeping(m_network, plan.m_entries, m_trees), m_iteration(settings), m_walk(input, settings), m_table(m_network),
       m_data(input.GetRowCount()), m_outcomes(input.GetRowCount()) {
     for (const std::uint32_t section : GetSections())
         m_data[section].m_inputCount = static_cast<int>(m_network.GetIn(section).size());
@@ -24,13 +24,14 @@ CRunStop CVariationSearch::Run(const CGoOn& goOn) {
     while (!queue.IsEmpty()) {
         const std::uint32_t section = queue.Take();
         const std::uint64_t count = m_table.BeginTreatment(section);
-        if (IsKept(section))
+        if (m_keeping.IsKept(section))
             m_outcomes[section].reserve(m_outcomes[section].size() + count);
         const CRunStop stop =
             m_trees.IsTreeAbove(section) ? Extend(section, count, goOn) : WalkWhole(section, count, goOn);
         if (stop.IsStopped())
             return stop;
-        FinishEntry(section);
+        for (const std::uint32_t above : m_keeping.Finish(section))
+            std::vector<CVariationOutcome>().swap(m_outcomes[above]);
         queue.Finish(section);
     }
     for (const std::uint32_t section : GetSections())
@@ -105,7 +106,7 @@ std::vector<CVariationSearch::CEntering> CVariationSearch::GatherEntering(std::u
     return entering;
 }
 
-/// The next choice, the last place running fastest; false behind the last.
+/// The next choice, the last place running fastest; false after the last.
 bool CVariationSearch::GoToNext(std::vector<CEntering>& entering) {
     for (auto in = entering.rbegin(); in != entering.rend(); ++in) {
         if (in->m_choice < in->m_count) {
@@ -162,14 +163,8 @@ void CVariationSearch::Offer(CVariationData& data, const CSectionDataIDF& record
     data.m_best.m_previous = nullptr;
 }
 
-/// Whether the section below uses the outcomes of this one.
-bool CVariationSearch::IsKept(std::uint32_t section) const {
-    const std::uint32_t next = m_network.GetNext(section);
-    return next != CVariationNetwork::None && m_trees.IsTreeAbove(next) && m_entriesLeft[next] > 0.0;
-}
-
 void CVariationSearch::Keep(std::uint32_t section, const CSectionDataIDF* record) {
-    if (!IsKept(section))
+    if (!m_keeping.IsKept(section))
         return;
     CVariationOutcome outcome;
     if (record != nullptr)
@@ -181,14 +176,6 @@ void CVariationSearch::Keep(std::uint32_t section, const CSectionDataIDF* record
                    record->m_totalArea,
                    true};
     m_outcomes[section].push_back(outcome);
-}
-
-/// Behind its last entry a section asks no more for outcomes above.
-void CVariationSearch::FinishEntry(std::uint32_t section) {
-    if (--m_entriesLeft[section] > 0.0 || !m_trees.IsTreeAbove(section))
-        return;
-    for (const std::uint32_t above : m_network.GetIn(section))
-        std::vector<CVariationOutcome>().swap(m_outcomes[above]);
 }
 
 } // namespace Rain

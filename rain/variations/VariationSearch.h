@@ -3,6 +3,7 @@
 #pragma once
 
 #include "rain/run/NetworkWalk.h"
+#include "rain/variations/OutcomeKeeping.h"
 #include "rain/variations/VariationData.h"
 #include "rain/variations/VariationForecast.h"
 #include "rain/variations/VariationOutcome.h"
@@ -18,8 +19,8 @@ namespace Rain {
 /// Its results are those of walking every combination whole, bit for bit, but a walk repeats for each what it computed
 /// for the combinations upstream. Where everything upstream is a tree these records stay the same: times, areas and
 /// names of a branch do not depend on the other branches. There a combination costs one section, on the results of its
-/// sections upstream; elsewhere it is walked whole. Of a combination upstream only its outcome is kept, and only as
-/// long as the section below is still to be treated.
+/// sections upstream; elsewhere it is walked whole. Of a combination upstream only its outcome is kept, see
+/// COutcomeKeeping.
 class CVariationSearch {
 public:
     /// Nothing is owned. The plan is of the network of the input, and ends.
@@ -57,14 +58,12 @@ private:
 
     static void Offer(CVariationData& data, const CSectionDataIDF& record, std::uint64_t index);
     void Keep(std::uint32_t section, const CSectionDataIDF* record);
-    bool IsKept(std::uint32_t section) const;
-    void FinishEntry(std::uint32_t section);
 
     const CRunInput& m_input;
     const CRunSettings& m_settings;
     const CVariationNetwork& m_network;
     const CVariationTrees& m_trees;
-    std::vector<double> m_entriesLeft; ///< by row
+    COutcomeKeeping m_keeping;
 
     CSectionIteration m_iteration;
     CNetworkWalk m_walk;

@@ -339,12 +339,19 @@ TEST_F(RainProject, ReportsTheFilesItWrote) {
     EXPECT_THAT(ReadFile(m_folder / "home/IDFOut.txt"), HasSubstr(" ITERATION 1\r\n"));
     EXPECT_THAT(Run({"PARTIAL_AREA_EFFECT=2", "--yes"}).m_err, HasSubstr(m_folder / "home/variations.txt"));
     EXPECT_THAT(Run({}).m_err, Not(HasSubstr(".txt: written")));
-    // On a full disk a report is neither written nor a reason to fail.
+    // On a full disk a report is not written, which is no reason to fail.
     std::filesystem::remove(m_folder / "home/variations.txt");
     std::filesystem::create_symlink("/dev/full", m_folder / "home/variations.txt");
     const CEnded full = Run({"PARTIAL_AREA_EFFECT=2", "--yes"});
     EXPECT_EQ(full.m_code, 0);
     EXPECT_THAT(full.m_err, Not(HasSubstr(".txt: written")));
+    EXPECT_THAT(full.m_err,
+                HasSubstr((m_folder / "home/variations.txt") + " was not written: No space left on device."));
+    std::filesystem::remove(m_folder / "home/IDFOut.txt");
+    std::filesystem::create_directories(m_folder / "home/IDFOut.txt/full");
+    const CEnded blocked = Run({"--idf-table"});
+    EXPECT_EQ(blocked.m_code, 0);
+    EXPECT_THAT(blocked.m_err, HasSubstr((m_folder / "home/IDFOut.txt") + " was not written: Is a directory."));
 }
 
 TEST_F(RainProject, RefusesOptionsOfOtherCalculators) {

@@ -114,12 +114,9 @@ public:
     void End(CTerminal& terminal, bool isFinished) {
         m_scope.reset();
         terminal.Show(Reports::GetRainRemarks(m_trace));
-        if (!m_options.m_wantsIdfTable || !isFinished || HasWritten(RainTrace::IterationTable))
-            return;
-        terminal.Warn(HasWritten("variations.txt")
-                          ? "IDFOut.txt was not written: a search calculates each section many times; variations.txt "
-                            "contains all of them"
-                          : "IDFOut.txt was not written: the folder of the user's files cannot be written to");
+        if (m_options.m_wantsIdfTable && isFinished && HasWritten("variations.txt"))
+            terminal.Warn("IDFOut.txt was not written: a search calculates each section many times; variations.txt "
+                          "contains all of them");
     }
 
     /// Prints the results; false where the usual summary is to follow.
