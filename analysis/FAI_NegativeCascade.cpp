@@ -5,6 +5,7 @@
 #include "analysis/FindingList.h"
 #include "analysis/ProgressWalk.h"
 #include "analysis/SectionsBelow.h"
+#include "host/formulas/Rounding.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/SystemManager.h"
@@ -73,7 +74,7 @@ void CFAI_NegativeCascade::RunAnalysis(boost::shared_ptr<CPropertiesEx> /*proper
             CDataRW::Read(startLevel, next, lower, 0, nullptr);
             if (!lower.IsNotNull())
                 return;
-            const double drop = upper.AsDouble() - lower.AsDouble();
+            const double drop = OLMGis::Formulas::RoundDerived(upper.AsDouble() - lower.AsDouble());
             if (LeastDrop > drop)
                 list.AddWithValue(*section, Message, {drop, LeastDrop, "m"});
         });

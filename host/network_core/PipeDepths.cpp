@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 // Depths of pipes below the ground.
+#include "host/formulas/Rounding.h"
 #include "host/formulas/Units.h"
 #include "host/gis_core/DataConfiguration.h"
 #include "host/gis_core/DataRW.h"
@@ -9,25 +10,21 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <utility>
 
 namespace OLMGis::Topology {
 
 namespace {
 
-/// Exact at both ends; part runs from 0 to 1.
-double Between(double start, double end, double part) {
-    return start * (1.0 - part) + end * part;
-}
-
 /// Terrain (m) at a distance (m) within the samples.
 double TerrainAt(const std::vector<std::pair<double, double>>& samples, double distance) {
-    const auto behind =
+    const auto next =
         std::upper_bound(samples.begin() + 1, samples.end() - 1, distance,
                          [](double value, const std::pair<double, double>& sample) { return value < sample.first; });
-    const auto before = behind - 1;
-    const double gap = behind->first - before->first;
-    return gap > 0.0 ? Between(before->second, behind->second, (distance - before->first) / gap) : before->second;
+    const auto before = next - 1;
+    const double gap = next->first - before->first;
+    return gap > 0.0 ? std::lerp(before->second, next->second, (distance - before->first) / gap) : before->second;
 }
 
 /// Both levels (m) of the section's line; false when one is null.
@@ -71,10 +68,10 @@ int CPipeManager::GetPipeDepths(const boost::shared_ptr<CSection>& section, cons
     const double above = HeightAboveLevelLine(*section);
     for (const double position : positions) {
         const double distance = std::clamp(position, 0.0, length);
-        const double level = Between(levels[0], levels[1], length > 0.0 ? distance / length : 0.0);
+        const double level = std::lerp(levels[0], levels[1], length > 0.0 ? distance / length : 0.0);
         const double depth = TerrainAt(samples, distance) - level;
-        second.push_back(depth);
-        first.push_back(depth - above);
+        second.push_back(Formulas::RoundDerived(depth));
+        first.push_back(Formulas::RoundDerived(depth - above));
     }
     return 1;
 }

@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "host/network_core/SectionSlopes.h"
 
+#include "host/formulas/Rounding.h"
 #include "host/formulas/Units.h"
 #include "host/gis_core/DataConfiguration.h"
 #include "host/gis_core/DataRW.h"
@@ -43,7 +44,7 @@ std::optional<double> SlopeOfLevels(const CSection& section) {
         Data::CDataRW::Read(Keys().m_lower, &section, lower, 0, nullptr) == 0 || !(length > 0.0))
         return std::nullopt;
     const double slope = (upper.AsDouble() - lower.AsDouble()) / length * Formulas::PerMille;
-    return std::isfinite(slope) ? std::optional(slope) : std::nullopt;
+    return std::isfinite(slope) ? std::optional(Formulas::RoundDerived(slope)) : std::nullopt;
 }
 
 CSlopeSummary StoreSlopes(const CTopologyStorage& topology, const CSlopeChoice& choice) {

@@ -10,14 +10,23 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 TEST(CascadeCheck, AStepUpOfMoreThanHalfAMetreIsAFinding) {
-    // Levels that are exact in binary, so that a step of 0.5 is exactly 0.5.
-    const std::pair<double, const char*> nextLevels[] = {
-        {90.0, ""}, {100.0, ""}, {100.5, ""}, {100.515625, "-0.52"}, {101.0, "-1.00"}, {200.0, "-100.00"}};
-    for (const auto& [level, shown] : nextLevels) {
+    const struct {
+        double level;
+        double next;
+        const char* shown; ///< empty: no finding
+    } cases[] = {{100.0, 90.0, ""},
+                 {100.0, 100.0, ""},
+                 {100.0, 100.5, ""},
+                 {0.57, 1.07, ""}, // more than 0.5 as a difference of doubles
+                 {100.0, 100.515625, "-0.52"},
+                 {100.0, 101.0, "-1.00"},
+                 {100.0, 200.0, "-100.00"}};
+    for (const auto& c : cases) {
         CAnalysisStage stage("A---B---C");
-        stage.net.Set("AB", "LEVEL_LINE_1", 100.0);
-        stage.SetLevels("BC", level, 0.0);
-        EXPECT_EQ(stage.Run(CFAI_NegativeCascade()), FindingOrNone("AB", *shown == '\0' ? 0 : 3239, shown)) << level;
+        stage.net.Set("AB", "LEVEL_LINE_1", c.level);
+        stage.SetLevels("BC", c.next, 0.0);
+        EXPECT_EQ(stage.Run(CFAI_NegativeCascade()), FindingOrNone("AB", *c.shown == '\0' ? 0 : 3239, c.shown))
+            << c.next;
     }
 }
 

@@ -160,6 +160,17 @@ TEST_F(PipeDepths, DepthsRunLinearlyBetweenSamples) {
     EXPECT_THAT(m_second, ElementsAre(DoubleNear(2.8, Close), DoubleNear(3.6, Close), DoubleNear(3.8, Close)));
 }
 
+// As doubles 101.3 - 100.3 is less than 1, and 100.3 * 0.7 + 100.3 * 0.3 is not 100.3: a limit of 1 m is met all the
+// same.
+TEST_F(PipeDepths, AreTheDecimalsThatLevelsGive) {
+    m_network.Set("AB", "LEVEL_LINE_0", 100.3);
+    m_network.Set("AB", "LEVEL_LINE_1", 100.3);
+    SetTerrain('A', 101.3);
+    SetTerrain('B', 101.3);
+    EXPECT_EQ(Depths({0.0, 3.0, 9.0, 20.1, 30.0}), 1);
+    EXPECT_THAT(m_second, ElementsAre(1.0, 1.0, 1.0, 1.0, 1.0));
+}
+
 TEST_F(PipeDepths, CoverIsWhatLiesAboveTheOutsideTopWhateverTheLevelLineStandsFor) {
     LayPipe(0);
     // Outside height 600 mm: from the invert 550 up, from the axis 300, from the inside top 50, from the outside bottom

@@ -60,6 +60,26 @@ TEST_F(SectionSlopes, FollowFromLevelsAndLengthAndLeaveOthersAlone) {
     EXPECT_TRUE(summary.m_refused.empty());
 }
 
+// As differences of doubles most of these are a little off: a check with the slope as its limit would report them.
+TEST_F(SectionSlopes, AreTheDecimalsThatLevelsAndLengthGive) {
+    const struct {
+        double upper;
+        double lower;
+        double length;
+        double slope;
+    } cases[] = {{100.56, 100.26, 60.0, 5.0},
+                 {100.26, 100.56, 60.0, -5.0},
+                 {203.4, 203.1, 100.0, 3.0},
+                 {12.3, 12.3, 7.0, 0.0},
+                 {1.0, 0.0, 3.0, 333.333333333}};
+    for (const auto& c : cases) {
+        SetLevels("AB", c.upper, c.lower);
+        m_network.Set("AB", "length", c.length);
+        StoreSlopes(m_network.Topology(), {});
+        EXPECT_EQ(Value("AB"), c.slope) << c.upper << " to " << c.lower;
+    }
+}
+
 TEST_F(SectionSlopes, DesignSlopesAreFilledOnlyWhereThereIsNone) {
     m_network.Set("AB", "SECTION_SLOPE", 4.0);
     EXPECT_EQ(StoreSlopes(m_network.Topology(), {true}).m_designed, 1U);

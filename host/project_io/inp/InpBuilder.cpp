@@ -3,6 +3,7 @@
 #include "host/project_io/inp/InpBuilder.h"
 
 #include "host/formulas/Roughness.h"
+#include "host/formulas/Rounding.h"
 #include "host/formulas/Units.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/Utility.h"
@@ -183,7 +184,7 @@ void CInpBuilder::WriteSlope(const CInpLink& link, const Topology::CSection& sec
     }
     // A conduit that climbs keeps its direction and its negative slope: the engineer decides whether it flows the other
     // way, and the checks report it.
-    const double slope = (link.m_inlet - link.m_outlet) / link.m_length * Formulas::PerMille;
+    const double slope = Formulas::RoundDerived((link.m_inlet - link.m_outlet) / link.m_length * Formulas::PerMille);
     Write(Keys().m_slope, section, slope);
     Write(Keys().m_slopeOfLevels, section, slope);
     if (slope < 0.0)
