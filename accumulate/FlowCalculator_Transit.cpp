@@ -16,6 +16,7 @@
 
 #include <vector>
 
+using Accumulate::CTransitWalk;
 using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;

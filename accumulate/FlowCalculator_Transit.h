@@ -14,7 +14,8 @@
 
 /// Accumulates flows down the network. Each section gets the sum of its own flows, as far as they are switched on
 /// (FLOW_SECT_TOTAL, m³/s), and what arrives at its start from above (FLOW_TRANSIT, m³/s). Flow never splits: where
-/// several sections leave a node, all goes through the main outlet. See CTransitWalk for what is not reached.
+/// several sections leave a node, all goes through the main outlet. See Accumulate::CTransitWalk for what is not
+/// reached.
 ///
 /// Of all calculators only this one and the rain calculator keep figures of a run: those of the last finished one.
 class CFlowCalculator_Transit : public OLMGis::Sewage::IFlowCalculator {
@@ -85,7 +86,7 @@ private:
         }
     };
     std::map<boost::shared_ptr<CEntity>, boost::shared_ptr<CSection>, CByAddress> m_savedMainOutlets;
-    CTransitWalk m_walk; ///< the figures of the last run by row; the maps below are made from them when asked for
+    Accumulate::CTransitWalk m_walk; ///< figures of the last run by row, from which the maps are made when asked for
     mutable std::map<std::string, TransitSectionFlow> m_sectionFlows;
     mutable std::map<std::string, TransitNodeFlow> m_nodeFlows;
 };

@@ -12,6 +12,8 @@
 using OLMGis::Topology::CConnectivity;
 using OLMGis::Topology::CSection;
 
+namespace Accumulate {
+
 namespace {
 
 bool HasBothNodes(const boost::shared_ptr<CSection>& section) {
@@ -77,3 +79,5 @@ const CTransitWalk::CSectionFlow* CTransitWalk::Find(const CSection& section) co
                ? &m_sections[section.GetRow()]
                : nullptr;
 }
+
+} // namespace Accumulate

@@ -8,6 +8,8 @@
 #include <functional>
 #include <vector>
 
+namespace Accumulate {
+
 /// Accumulates flows (m³/s) from the heads of a network down to its outfalls. Flow never splits: at a node with several
 /// outlets all of it takes the main one. Plain numbers by row of section and node; attributes of flows are neither read
 /// nor written here.
@@ -59,3 +61,5 @@ private:
     std::vector<CNodeFlow> m_nodes;       ///< by row
     const OLMGis::Topology::CTopologyStorage* m_topology = nullptr;
 };
+
+} // namespace Accumulate

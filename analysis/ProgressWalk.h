@@ -10,8 +10,8 @@
 namespace Analysis {
 
 /// The frame of every run: shows the caption with the number of entities, then for each in order its position and its
-/// test. A user who cancels ends the walk. Fixed, others rely on it: an exception leaves the display as it is; whoever
-/// runs items restores it.
+/// test. A user who cancels ends the walk. Not Utility::CProgress, which restores the display also after an exception:
+/// here that leaves the display as it is, for the code that runs the items to restore. Fixed: others rely on it.
 template <class Entity, class Test>
 void WalkWithProgress(std::string_view caption, const std::vector<Entity>& entities, Test test) {
     auto* const progress = OLMGis::Utility::CCoreProgressBar::Instance();

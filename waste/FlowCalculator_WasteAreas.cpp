@@ -33,6 +33,7 @@ using OLMGis::Topology::CSection;
 using OLMGis::Utility::CProgress;
 using OLMGis::Utility::Msg;
 using OLMGis::Workspace::CWsManager;
+using Waste::CHouseholdSum;
 
 namespace {
 
@@ -170,7 +171,7 @@ private:
 bool SumUpstreamWithProgress(const CSectionList& sections, std::vector<CHouseholdSum>& sums) {
     constexpr std::size_t Range = 1000;
     CProgress progress(Msg(Messages::Name), Range);
-    return SumUpstream(sections, sums, [&progress](std::size_t done, std::size_t count) {
+    return Waste::SumUpstream(sections, sums, [&progress](std::size_t done, std::size_t count) {
         return progress.GoOn(count == 0 ? Range : Range * done / count);
     });
 }

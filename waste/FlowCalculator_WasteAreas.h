@@ -24,7 +24,7 @@ public:
 
     /// The result (1 or 0) of the last write of a flow, 0 without one; the log says which. A null section counts as one
     /// whose writes fail. The sums of the Bulgarian edition show progress and let the user stop (0, nothing stored);
-    /// their cost is that of SumUpstream, that of all else linear.
+    /// their cost is that of Waste::SumUpstream, that of all else linear.
     int Calculate(const OLMGis::Sewage::CSectionList& sections, OLMGis::Sewage::CFlowCalculatorParameters* params,
                   int write, OLMGis::Sewage::CReport* report, OLMGis::Sewage::IUserInteraction* interaction) override;
 

@@ -16,6 +16,8 @@ using OLMGis::Topology::CConnectivity;
 using OLMGis::Topology::CSection;
 using OLMGis::Topology::CTopologyStorage;
 
+namespace Waste {
+
 namespace {
 
 constexpr std::uint32_t None = CConnectivity::None;
@@ -182,3 +184,5 @@ bool SumUpstream(const std::vector<boost::shared_ptr<CSection>>& sections, std::
     }
     return true;
 }
+
+} // namespace Waste

@@ -10,6 +10,8 @@
 #include <functional>
 #include <vector>
 
+namespace Waste {
+
 /// Household catchments of one section or of several together.
 struct CHouseholdSum {
     double m_area = 0.0;   ///< ha
@@ -33,3 +35,5 @@ using CSumProgress = std::function<bool(std::size_t done, std::size_t count)>;
 /// node on or below a ring, costs a walk over those upstream nodes that are on or below a fork or a ring.
 bool SumUpstream(const std::vector<boost::shared_ptr<OLMGis::Topology::CSection>>& sections,
                  std::vector<CHouseholdSum>& sums, const CSumProgress& progress);
+
+} // namespace Waste

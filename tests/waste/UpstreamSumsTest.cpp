@@ -15,6 +15,8 @@
 
 using namespace OLMGis;
 using Topology::CSection;
+using Waste::CHouseholdSum;
+using Waste::SumUpstream;
 
 namespace {
 

@@ -2,18 +2,19 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/gis_core/CoreProgressBar.h"
+
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
 namespace OLMGis::ProjectIo {
 
-/// Shows the progress of opening or saving while it exists, counted in rows of the file.
+/// Shows the progress of opening or saving while it exists. Beside Utility::CProgress it counts rows itself, asks the
+/// display only now and then, and ends a cancelled operation by a throw.
 class COperationProgress {
 public:
     COperationProgress(std::string_view caption, std::int64_t rows);
-    ~COperationProgress();
-    COperationProgress(const COperationProgress&) = delete;
-    COperationProgress& operator=(const COperationProgress&) = delete;
 
     /// Counts one row. Throws CFailure of the kind Cancelled when the user cancelled.
     void Advance() {
@@ -25,8 +26,10 @@ public:
     void Show();
 
 private:
+    static constexpr std::size_t Steps = 1000;     ///< of the display
     static constexpr std::int64_t StepRows = 1024; ///< rows between two updates, a power of 2
 
+    Utility::CProgress m_progress;
     std::int64_t m_rows;
     std::int64_t m_done = 0;
 };
