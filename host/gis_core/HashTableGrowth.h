@@ -12,7 +12,8 @@ namespace OLMGis::Utility {
 /// leaves the table as it is where the memory is missing.
 ///
 /// Such a table is broken, and its destructor frees what it does not own, when memory runs out while it grows. So
-/// tables that become large grow here only: the memory is asked for before the table is touched.
+/// tables that become large grow here only: the memory is asked for before the table is touched. std::unordered_map and
+/// std::unordered_set survive missing memory by themselves: readers use them where speed does not count.
 template <class Table>
 void MakeRoom(Table& table, std::size_t count) {
     if (count <= table.capacity() / 4 * 3)

@@ -29,4 +29,12 @@ std::string ListFormats(const std::vector<const CFormat*>& formats, std::string_
     return ShowForHelp("Formats", table);
 }
 
+std::string ListInputFormat(std::string_view key) {
+    std::vector<const CFormat*> found;
+    for (const CFormat& format : OLMGis::ProjectIo::GetFormats())
+        if (format.m_key == key)
+            found.push_back(&format);
+    return ListFormats(found, &CFormat::m_reads);
+}
+
 } // namespace Cli

@@ -18,4 +18,7 @@ std::vector<std::string> GetFormatKeys(const std::vector<const OLMGis::ProjectIo
 std::string ListFormats(const std::vector<const OLMGis::ProjectIo::CFormat*>& formats,
                         std::string_view OLMGis::ProjectIo::CFormat::*contents);
 
+/// The same for one format of GetFormats that a verb always reads.
+std::string ListInputFormat(std::string_view key);
+
 } // namespace Cli

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
+#include "apps/cli/input/FormatHelp.h"
 #include "apps/cli/input/InputFile.h"
 #include "apps/cli/input/Project.h"
 #include "apps/cli/verbs/Verbs.h"
@@ -61,7 +62,7 @@ OLMGis::Utility::Status CheckArguments(const COptions& options) {
     const bool isImport = options.m_action == "import";
     if (options.m_action == "list" && !options.m_what.empty())
         return BadArguments(
-            fmt::format("found \"{}\", expected nothing more behind list PROJECT", OnOneLine(options.m_what)));
+            fmt::format("found \"{}\", expected nothing more after list PROJECT", OnOneLine(options.m_what)));
     if (options.m_action == "show" && options.m_what.empty())
         return BadArguments("found no GROUP, expected the name or GUID of a group to show");
     if (isImport && options.m_what.empty())
@@ -103,7 +104,8 @@ CVerb MakeCatalog() {
         .SaveAs(options->m_output)
         .Examples({"drenova catalog show town.gpkg \"PVC-U EN 1401 SN 8 (SDR 34)\"",
                    "drenova catalog import town.gpkg pipes.csv"})
-        .Notes("An import is all or nothing. All items of a group must be in one table.")
+        .Notes(ListInputFormat("catalog") +
+               "\n\nAn import is all or nothing. All items of a group must be in one table.")
         .Runs([options](CTerminal& terminal, std::ostream& results) { return RunAction(*options, terminal, results); });
 }
 

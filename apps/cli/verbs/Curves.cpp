@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
+#include "apps/cli/input/FormatHelp.h"
 #include "apps/cli/input/InputFile.h"
 #include "apps/cli/shell/Interrupt.h"
 #include "apps/cli/verbs/Verbs.h"
@@ -99,8 +100,10 @@ CVerb MakeCurves() {
         .Option("--duration", options->m_duration, "T", "Intensity for a duration in min, on one curve or on each")
         .Formats(options->m_format, {"table", "csv", "json"}, "Default: table")
         .Examples({"drenova curves curves.txt", "drenova curves curves.txt --frequency 2 --duration 12.5"})
-        .Notes("Lines that are ignored are listed on standard error with the reason. Exit code: 3 for a file without\n"
-               "a curve, 2 for a frequency that it does not have.")
+        .Notes(
+            ListInputFormat("curves") +
+            "\n\nLines that are ignored are listed on standard error with the reason. Exit code: 3 for a file without\n"
+            "a curve, 2 for a frequency that it does not have.")
         .Runs(
             [options](CTerminal& terminal, std::ostream& results) { return ShowCurves(*options, terminal, results); });
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
+#include "apps/cli/input/FormatHelp.h"
 #include "apps/cli/input/InputFile.h"
 #include "apps/cli/input/Project.h"
 #include "apps/cli/verbs/Verbs.h"
@@ -58,8 +59,9 @@ CVerb MakeLoad() {
         .SaveAs(options->m_output)
         .Examples({"drenova load town.gpkg slopes.csv        with slopes.csv:   name,SECTION_SLOPE",
                    "                                                             MAIN-01,5.5"})
-        .Notes(
-            "All or nothing. On catchments, rows without a match become new catchments of the section that they name.")
+        .Notes(ListInputFormat("csv") +
+               "\n\nAll or nothing. On catchments, rows without a match become new catchments of the section that they "
+               "name.")
         .Runs([options](CTerminal& terminal, std::ostream&) { return LoadAttributes(*options, terminal); });
 }
 

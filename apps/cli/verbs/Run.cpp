@@ -42,12 +42,9 @@ struct COptions {
     std::vector<std::string> m_names;  ///< sections by name or GUID; none for all
     bool m_isPreview = false;
     std::string m_output;
-    std::string m_formatName;     ///< of the sections of a rain run; empty for a table
-    bool m_isJson = false;        ///< the same as the format json
-    std::string m_explain;        ///< section to explain in place of listing all; empty for none
-    bool m_wantsIdfTable = false; ///< IDFOut.txt as well
-
-    Reports::enmFormat GetFormat() const { return CFormatOption{m_formatName, m_isJson}.Get(); }
+    CFormatOption m_format{.m_format = ""}; ///< of the sections of a rain run; empty: not given, a table
+    std::string m_explain;                  ///< section to explain in place of listing all; empty for none
+    bool m_wantsIdfTable = false;           ///< IDFOut.txt as well
 };
 
 /// The values of the parameter file, then the arguments: the later ones win.
@@ -94,8 +91,8 @@ public:
     /// Checks that the options fit the calculator, and opens the trace. BadArguments where they do not.
     Status Begin() {
         for (const auto& [isGiven, option] :
-             {std::pair{!m_options.m_formatName.empty(), "--format"}, std::pair{m_options.m_isJson, "--json"},
-              std::pair{!m_options.m_explain.empty(), "--explain"},
+             {std::pair{!m_options.m_format.m_format.empty(), "--format"},
+              std::pair{m_options.m_format.m_isJson, "--json"}, std::pair{!m_options.m_explain.empty(), "--explain"},
               std::pair{m_options.m_wantsIdfTable, "--idf-table"}})
             if (isGiven && !m_isRain)
                 return BadArguments(fmt::format("{}: found the calculator {}, expected {}", option,
@@ -123,7 +120,7 @@ public:
     bool Print(std::ostream& results, CTerminal& terminal) const {
         if (!m_isRain)
             return false;
-        const Reports::enmFormat format = m_options.GetFormat();
+        const Reports::enmFormat format = m_options.m_format.Get();
         if (!m_section) {
             Reports::Print(results, Reports::CListing(Reports::MakeRainTable(m_trace)), format);
             if (format == Reports::enmFormat::Text)
@@ -142,7 +139,7 @@ private:
     Status ChooseExplained() {
         if (m_options.m_explain.empty())
             return Done{};
-        if (m_options.GetFormat() == Reports::enmFormat::Csv)
+        if (m_options.m_format.Get() == Reports::enmFormat::Csv)
             return BadArguments("--format: found csv with --explain, expected table or json: a sheet is no table");
         const auto sections = ChooseSections("--explain", {m_options.m_explain});
         if (!sections)
@@ -210,7 +207,7 @@ CVerbResult RunCalculator(const COptions& options, CTerminal& terminal, std::ost
         terminal.Note(fmt::format("{} has no effect with the other values of the form", tag));
     const bool hasResults = options.m_isPreview || outcome->HasStored();
     // Programs that read a list get one, even an empty one.
-    const bool wantsList = options.GetFormat() != Reports::enmFormat::Text;
+    const bool wantsList = options.m_format.Get() != Reports::enmFormat::Text;
     // A run without results still stores the parameters with the sections.
     if (!hasResults && !outcome->m_hasChanges) {
         terminal.Print("nothing was stored");
@@ -244,10 +241,8 @@ CVerb MakeRun() {
         .Flag("--preview", options->m_isPreview, "Print the report and store no flow")
         .Option("--explain", options->m_explain, "SECTION",
                 "001_RAIN_ITP: print the calculation of this section,\npass by pass, in place of all sections")
-        .Choice("--format", options->m_formatName, {"table", "csv", "json"},
-                "001_RAIN_ITP: format of the sections; default: table,\nwith rounded numbers")
-        .Flag("--json", options->m_isJson, "The same as --format json")
-        .Exclude("--json", "--format")
+        .Formats(options->m_format, {"table", "csv", "json"},
+                 "001_RAIN_ITP: format of the sections; default: table,\nwith rounded numbers")
         .Flag("--idf-table", options->m_wantsIdfTable, "001_RAIN_ITP: also write IDFOut.txt")
         .Questions()
         .SaveAs(options->m_output)

@@ -106,25 +106,26 @@ void Append(CInpPointRows& chain, std::vector<CInpPointRow>& rows, std::uint32_t
     chain.m_last = row;
 }
 
+/// Gives each row of points to the object of its name; ownerless: note for a row without one.
+template <class Record>
+void JoinPointRows(std::vector<CInpPointRow>& rows, std::vector<Record>& owners, const CInpNames<Record>& ownersByName,
+                   CInpPointRows Record::*chain, const char* ownerless, CImportSummary& summary) {
+    CInpLookUp lookUp(owners, ownersByName);
+    for (std::uint32_t row = 0; row < rows.size(); ++row) {
+        const std::uint32_t owner = lookUp.Find(rows[row].m_name);
+        if (owner != InpNone)
+            Append(owners[owner].*chain, rows, row);
+        else
+            summary.Count(ownerless, rows[row].m_name);
+    }
+}
+
 void JoinPointRows(CInpNetwork& network) {
-    CInpLookUp links(network.m_links, network.m_linksByName);
-    for (std::uint32_t row = 0; row < network.m_vertexRows.size(); ++row) {
-        const std::string_view name = network.m_vertexRows[row].m_name;
-        const std::uint32_t link = links.Find(name);
-        if (link != InpNone)
-            Append(network.m_links[link].m_vertices, network.m_vertexRows, row);
-        else
-            network.m_summary.Count("vertices of unknown links left out", name);
-    }
-    CInpLookUp areas(network.m_subcatchments, network.m_subcatchmentsByName);
-    for (std::uint32_t row = 0; row < network.m_polygonRows.size(); ++row) {
-        const std::string_view name = network.m_polygonRows[row].m_name;
-        const std::uint32_t area = areas.Find(name);
-        if (area != InpNone)
-            Append(network.m_subcatchments[area].m_polygon, network.m_polygonRows, row);
-        else
-            network.m_summary.Count("polygons of other objects than subcatchments left out", name);
-    }
+    JoinPointRows(network.m_vertexRows, network.m_links, network.m_linksByName, &CInpLink::m_vertices,
+                  "vertices of unknown links left out", network.m_summary);
+    JoinPointRows(network.m_polygonRows, network.m_subcatchments, network.m_subcatchmentsByName,
+                  &CInpSubcatchment::m_polygon, "polygons of other objects than subcatchments left out",
+                  network.m_summary);
 }
 
 std::optional<Error> JoinLinks(CInpNetwork& network, const std::string& fileName) {
