@@ -97,7 +97,7 @@ public:
 
 private:
     std::vector<const CDataDefinition*> m_marked; ///< a stored Flow::AbsentValue counts as absent
-    std::vector<const CDataDefinition*> m_plain;  ///< the Turkish flows, behind all others: any stored number counts
+    std::vector<const CDataDefinition*> m_plain;  ///< the Turkish flows, after all others: any stored number counts
 };
 
 } // namespace

@@ -39,7 +39,7 @@ private:
     bool IsOutfall(std::size_t node) const { return m_nodes[node].m_down == Nowhere; }
     std::string NameOf(std::size_t node) const { return fmt::format("{}{}", IsOutfall(node) ? "OUT" : "J", node); }
 
-    /// The file's levels come from the place in the layout: what a node drains to stands before it and is lower.
+    /// The file's levels come from the place in the layout: what a node drains to comes before it and is lower.
     static double LevelOf(std::size_t node) { return 90.0 + 1e-4 * static_cast<double>(node); }
 
     void WriteNodes() {

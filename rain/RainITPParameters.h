@@ -15,7 +15,7 @@ class CIDFCurves;
 class CRainITPParameters : public Rain::CRunSettings {
 public:
     /// Reads the form of parameters (neither null) in a fixed order: a refused question stops the reading. interactive:
-    /// non-zero asks before a search over combinations, whose cost can be enormous, with forecast behind the question
+    /// non-zero asks before a search over combinations, whose cost can be enormous, with forecast after the question
     /// unless it is empty. 1 when nothing is missing or out of range; else 0, with m_errors naming what is, empty after
     /// a mere No.
     int ReadParameters(OLMGis::Sewage::CFlowCalculatorParameters* parameters, int interactive,
@@ -31,7 +31,7 @@ public:
     const CIDFCurves* FindCurves() const;
 
     std::vector<std::string> m_errors; ///< names of properties that are missing or out of range
-    std::vector<std::string> m_unread; ///< names of properties with invalid texts, for which defaults hold
+    std::vector<std::string> m_unread; ///< names of properties with invalid texts, for which the defaults apply
 
 private:
     int Read(Rain::CFormReading& reading, int interactive, const std::string& forecast);

@@ -15,7 +15,7 @@ namespace Reports {
 /// Null as null, numbers such that they read back as themselves, what is not finite as "NaN", "Infinity", "-Infinity".
 nlohmann::ordered_json ToJson(const OLMGis::Data::CDataBox& value);
 
-/// Indented by two blanks, with a line end behind it. Bytes that are no UTF-8 are replaced.
+/// Indented by two blanks, with a line end after it. Bytes that are no UTF-8 are replaced.
 void PrintDocument(std::ostream& stream, const nlohmann::ordered_json& document);
 
 } // namespace Reports

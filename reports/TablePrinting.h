@@ -10,7 +10,7 @@
 namespace Reports {
 
 /// For people: labels (left out when all are empty), units (likewise), rows; columns aligned by what a terminal shows,
-/// separated by two blanks, numbers with the decimals of their column, each line behind indent. Nothing for a table
+/// separated by two blanks, numbers with the decimals of their column, each line after indent. Nothing for a table
 /// without rows. Reads the rows twice, the first time for the widths.
 void PrintAsText(std::ostream& stream, const CTable& table, std::string_view indent = {});
 

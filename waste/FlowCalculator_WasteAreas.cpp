@@ -96,7 +96,7 @@ struct BulgarianHome {
     double flow;
 };
 
-/// One run: what was typed, the definitions behind the keys, and the outcome so far.
+/// One run: what was typed, the definitions of the keys, and the outcome so far.
 class CRun {
 public:
     CRun(const CFlowCalculatorParameters& parameters, bool isBulgarian)

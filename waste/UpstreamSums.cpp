@@ -89,7 +89,7 @@ private:
             m_own[way] = OwnHouseholds(m_topology.GetSectionAt(way));
     }
 
-    /// The needed nodes that are neither on a ring nor below one, each behind all that are upstream of it.
+    /// The needed nodes that are neither on a ring nor below one, each after all that are upstream of it.
     std::vector<std::uint32_t> OrderOffRings() const {
         std::vector<std::uint32_t> pending(m_sums.size(), 0);
         std::vector<std::uint32_t> order;

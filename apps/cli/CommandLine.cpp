@@ -157,7 +157,7 @@ Error Explain(const CLI::App& program, const CLI::ParseError& error) {
         return MakeUnknownArgumentError(program, unknown.front());
     const std::string text = error.what();
     if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr)
-        return MakeError(program, fmt::format("{}: expected a value behind it", text.substr(0, text.find(':'))));
+        return MakeError(program, fmt::format("{}: expected a value after it", text.substr(0, text.find(':'))));
     return MakeError(program, text);
 }
 

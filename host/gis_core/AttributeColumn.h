@@ -19,7 +19,7 @@ struct CStoredValue {
 };
 
 /// The values of one attribute, dense by row. Null is a bit beside the values. The column ends at the last row written;
-/// what is reserved behind it is room in the address space, not in memory.
+/// what is reserved after it is room in the address space, not in memory.
 class CAttributeColumn {
 public:
     CAttributeColumn(enmDataType type, CTextPool& texts) : m_texts(&texts), m_type(type) {}

@@ -66,7 +66,7 @@ public:
     CProgress(const CProgress&) = delete;
     CProgress& operator=(const CProgress&) = delete;
 
-    /// done: steps that are behind. False when the user cancelled.
+    /// done: steps that are done. False when the user cancelled.
     bool GoOn(std::size_t done) { return m_bar->SetPosition(static_cast<int>(done)) != 0; }
 
 private:

@@ -19,7 +19,7 @@ struct CEvent {
     std::string m_nodeGuid; ///< of a section: its starting node, empty without one
 };
 
-/// Told of events of the active project.
+/// Receives the events of the active project.
 class IEventResponder {
 public:
     virtual ~IEventResponder() = default;

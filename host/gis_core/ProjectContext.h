@@ -50,7 +50,7 @@ private:
     CProjectContext* m_former;
 };
 
-/// Gives each context its own T, made when it is first asked for. Stands as a static object in T's own source file.
+/// Gives each context its own T, made when it is first asked for. A static object in T's own source file.
 template <class T>
 class CContextSlot {
 public:

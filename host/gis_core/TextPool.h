@@ -19,7 +19,7 @@ public:
     /// The id of a text, entering it at its first sight. One hash look-up; the text that came last costs a comparison.
     std::uint32_t Intern(std::string_view text);
 
-    /// The text behind an id that Intern gave. Stable address.
+    /// The text of an id that Intern gave. Stable address.
     std::string_view Get(std::uint32_t id) const { return m_texts[id]; }
 
     std::size_t GetCount() const { return m_texts.size(); }

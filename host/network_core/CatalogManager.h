@@ -25,8 +25,8 @@ public:
     CCatalog* GetCatalog(std::string_view id, int useDisk);
 
     /// Why the catalogues of the installation could not be read, empty when they could. A catalogue that could not be
-    /// has only the project's own groups, and references to built-in entries are dead: whoever opens or makes a
-    /// project asks first.
+    /// has only the project's own groups, and references to built-in entries are dead: code that opens or makes
+    /// a project asks first.
     std::string GetLoadError();
 
     /// An entry of a catalogue by GUID, null when there is none.

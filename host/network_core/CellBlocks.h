@@ -16,7 +16,7 @@ public:
     virtual ~ICellSource() = default;
 
     /// Fills a window of the grid: rows of columns heights (m), not-a-number where there is none, each row beginning
-    /// stride cells behind the one before. The window is within the grid. False, with undefined cells,
+    /// stride cells after the one before. The window is within the grid. False, with undefined cells,
     /// when they can't be read; the source itself reports it to the user.
     virtual bool ReadCells(int column, int row, int columns, int rows, double* cells, std::size_t stride) = 0;
 };

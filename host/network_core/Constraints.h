@@ -32,7 +32,7 @@ private:
 /// The choices of a property, in order.
 class CConstraints {
 public:
-    /// Adds a choice behind the others; a null is kept out.
+    /// Adds a choice after the others; a null is kept out.
     void AddConstraint(const boost::shared_ptr<CConstraint>& constraint) {
         if (!constraint)
             return;

@@ -18,8 +18,8 @@ struct CFindingNote {
 };
 
 /// The numbers behind the findings of one run of one item: the record of a finding (CFAMsg) is fixed and has only
-/// texts. Whoever keeps findings opens the notes for the run; the item adds one note per finding, in the same order. An
-/// item that adds none gives findings without numbers.
+/// texts. Code that keeps findings opens the notes for the run; the item adds one note per finding, in the same order.
+/// An item that adds none gives findings without numbers.
 class CFindingNotes {
 public:
     CFindingNotes();

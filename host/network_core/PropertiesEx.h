@@ -24,7 +24,7 @@ public:
     int GetMsgDescription() const { return m_descriptionMessage; }
     std::string GetName() const;
 
-    /// Adds a property at the place that its order gives, behind those of the same order; a null is kept out.
+    /// Adds a property at the place that its order gives, after those of the same order; a null is kept out.
     void AddPropertyEx(const boost::shared_ptr<CPropertyEx>& property);
 
     /// The highest order among the properties, 0 without one.
@@ -43,7 +43,7 @@ private:
 /// An input form: categories of properties, and the rules by which choices switch other properties on and off.
 class CPropertiesEx {
 public:
-    /// Adds a category at the place that its order gives, behind those of the same order; a null is kept out.
+    /// Adds a category at the place that its order gives, after those of the same order; a null is kept out.
     void AddCategory(const boost::shared_ptr<CCategory>& category);
 
     /// The highest order among the categories, -1 without one: the first category has order 0.

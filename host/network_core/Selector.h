@@ -11,7 +11,7 @@ class CSelector {
 public:
     static CSelector* LoopInstance();
 
-    /// Whether selections reach into subsystems: a switch that whoever needs it otherwise saves, sets and puts back.
+    /// Whether selections reach into subsystems: a switch; code that needs another value saves, sets and restores it.
     int GetIncludeSubsystemIntoSelection() const { return m_includesSubsystem; }
     void SetIncludeSubsystemIntoSelection(int includes) { m_includesSubsystem = includes; }
 

@@ -168,7 +168,7 @@ private:
     CEntityList<CSection> m_sections;
     CEntityList<CCatchment> m_catchments;
     absl::flat_hash_map<std::string_view, std::vector<std::uint32_t>>
-        m_repeatedNames;                                             ///< rows of sections behind the first
+        m_repeatedNames;                                             ///< rows of sections after the first
     std::vector<std::pair<CCatchment*, CCatchment*>> m_catchmentsOf; ///< by section row: first and last
     mutable std::shared_ptr<const CConnectivity> m_connectivity;
     mutable CConnectivityState m_connectivityState;

@@ -4,7 +4,7 @@
 
 namespace OLMGis::Sewage {
 
-/// A calculator that multiplies areas by population densities implements this beside IFlowCalculator, so that whoever
+/// A calculator that multiplies areas by population densities implements this beside IFlowCalculator, so that code that
 /// runs it can warn of missing densities. Found by dynamic_cast; a calculator without it uses no densities.
 class IDensityUser {
 public:

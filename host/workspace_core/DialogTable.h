@@ -31,7 +31,7 @@ struct CDialogMaker {
     std::unique_ptr<CWsPanelDialog> (*m_makePanel)(std::unique_ptr<CDialogModel> model, void* parentWindow);
 
     /// Shows a modal dialog over the active window and waits for its end: whether it was confirmed. Null of a maker of
-    /// a panel. The model holds what was entered.
+    /// a panel. The model contains what was entered.
     bool (*m_runDialog)(CDialogModel& model);
 };
 

@@ -18,7 +18,7 @@ namespace OLMGis::Workspace {
 /// unless the application stayed locked. The messages are sent to modules that export acrxEntryPoint.
 ///
 /// The settings of the project must be in force before: constructors of calculators ask for edition and language.
-/// Whoever holds an object of the module must let go of it before Release. Several projects may load the same file,
+/// Code that keeps an object of the module must release it before Release. Several projects may load the same file,
 /// each for itself.
 class CModuleLoader {
 public:

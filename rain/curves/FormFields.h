@@ -43,7 +43,7 @@ std::string MakeDependency(const std::vector<int>& choices, const std::vector<CS
 struct CFormReading {
     const OLMGis::Topology::CPropertiesEx& m_form;
     std::vector<std::string> m_errors{}; ///< names of properties that are missing or out of range, in order of reading
-    std::vector<std::string> m_unread{}; ///< names of properties with invalid texts, for which defaults hold
+    std::vector<std::string> m_unread{}; ///< names of properties with invalid texts, for which the defaults apply
 
     std::string NameOf(const char* tag) const;
     void NoteError(const char* tag) { m_errors.push_back(NameOf(tag)); }

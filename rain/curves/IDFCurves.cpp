@@ -80,7 +80,7 @@ public:
     }
 
 private:
-    /// The next line, without its end; false behind the last. Of a very long line only the beginning is kept, and an
+    /// The next line, without its end; false after the last. Of a very long line only the beginning is kept, and an
     /// endless one ends the reading: a device may have no lines at all.
     bool ReadLine(std::istream& input, std::string& line) {
         constexpr std::size_t Most = std::size_t{1} << 20;

@@ -50,7 +50,7 @@ public:
     /// The source and its parameters in one line.
     virtual std::string ShowSource(const CExplainedNumbers& basis, std::string_view curveFile) const = 0;
 
-    /// The general formula, behind its letter.
+    /// The general formula, after its letter.
     virtual std::string ShowFormula() const = 0;
 
     /// The formula of one pass; with empty letters m_unit is the whole line.

@@ -17,7 +17,7 @@ public:
     CNodeDataIDF(std::string_view name, int inputCount, const Rain::CRunSettings& settings)
         : m_name(name), m_inputCount(inputCount), m_params(&settings) {}
 
-    /// Adds a finished record, not null, behind those of the same section name. Sections of one name count as one.
+    /// Adds a finished record, not null, after those of the same section name. Sections of one name count as one.
     void AddResult(const CSectionDataIDF* record);
 
     /// The branch that goes on downstream where branches meet, see CBranchChoice. With the partial area effect a record

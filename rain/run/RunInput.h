@@ -67,7 +67,7 @@ public:
     std::span<const std::uint32_t> GetIn(std::uint32_t section) const { return GetWaysIn(GetStart(section)); }
     std::span<const std::uint32_t> GetOut(std::uint32_t section) const { return GetWaysOut(GetEnd(section)); }
 
-    /// The main outlet behind a section, or the only one; None where flow divides and no main outlet is chosen.
+    /// The main outlet below a section, or the only one; None where flow divides and no main outlet is chosen.
     std::uint32_t GetMainOut(std::uint32_t section) const {
         return GetEnd(section) == None ? None : m_ways->GetMainOutlet(GetEnd(section));
     }

@@ -30,14 +30,14 @@ public:
     /// that doesn't take part has no combinations.
     std::span<const std::uint32_t> GetIn(std::uint32_t section) const { return m_network.GetIn(section); }
 
-    /// Where the search goes on behind a section: the only way out or the main outlet; None at an outfall, where no
+    /// Where the search goes on below a section: the only way out or the main outlet; None at an outfall, where no
     /// main outlet is chosen, and where that doesn't take part.
     std::uint32_t GetNext(std::uint32_t section) const {
         const std::uint32_t next = m_network.GetMainOut(section);
         return next != None && TakesPart(next) ? next : None;
     }
 
-    /// Whether several sections leave the section's end. Behind such a section the next one is entered once more.
+    /// Whether several sections leave the section's end. Below such a section the next one is entered once more.
     bool IsBifurcating(std::uint32_t section) const { return m_network.GetOut(section).size() > 1; }
 
     /// Sections with nothing upstream, in the order of the list, as often as it has them.

@@ -11,7 +11,7 @@
 namespace Rain {
 
 /// The rule by which finished sections enter the next one in the queue of a search: when the last of the sections that
-/// enter it has finished, and once more behind each bifurcation, without regard to what still waits upstream. Fixed:
+/// enter it has finished, and once more below each bifurcation, without regard to what still waits upstream. Fixed:
 /// others rely on it. So combinations pile up below bifurcations, and where all ways of a ring bifurcate the queue
 /// never runs out.
 class CArrivals {
@@ -61,9 +61,9 @@ struct CVariationEntries {
 
     /// Cost: linear where no ring is entered.
     ///
-    /// Certain, not a guess. An entry makes an entry behind it in two ways: once in the life of a section, when it
-    /// becomes complete; and each time behind a bifurcation. The first way ends by itself. The second goes along fixed
-    /// ways, of which each section has one: it ends, unless it leads round a ring of nothing but bifurcations.
+    /// Certain, not a guess. An entry makes an entry of the section below in two ways: once in the life of a section,
+    /// when it becomes complete; and each time below a bifurcation. The first way ends by itself. The second goes along
+    /// fixed ways, of which each section has one: it ends, unless it leads round a ring of nothing but bifurcations.
     explicit CVariationEntries(const CVariationNetwork& network);
 };
 

@@ -39,10 +39,10 @@ void CVariationTable::List(std::uint32_t section, std::uint64_t index, std::vect
 /// The choices at the entering sections, the first on top.
 void CVariationTable::PushChoices(const CChoice& of, std::vector<CChoice>& choices) const {
     const auto& treatments = m_sections[of.m_section].m_treatments;
-    const auto behind =
+    const auto next =
         std::upper_bound(treatments.begin(), treatments.end(), of.m_index,
                          [](std::uint64_t index, const CTreatment& treatment) { return index < treatment.m_first; });
-    const CTreatment& treatment = *std::prev(behind);
+    const CTreatment& treatment = *std::prev(next);
     const auto in = m_network.GetIn(of.m_section);
     std::uint64_t number = of.m_index - treatment.m_first;
     const bool isFirst = number == 0;

@@ -10,7 +10,7 @@ namespace Rain {
 
 namespace {
 
-/// Nodes with several ways out that lie upstream, in rising order. Two sets of sections that flow together have a
+/// Nodes with several ways out upstream, in rising order. Two sets of sections that flow together have a
 /// section in common only where they have such a node in common: there the ways part that meet again.
 using CPartings = std::vector<std::uint32_t>;
 using CPartingsPtr = std::shared_ptr<const CPartings>;
@@ -34,7 +34,7 @@ CPartingsPtr Join(const CPartingsPtr& a, const CPartingsPtr& b) {
 CVariationTrees::CVariationTrees(const CVariationNetwork& network) : m_isTree(network.GetRowCount(), false) {
     const CRunNetwork& run = network.GetNetwork();
     const auto none = std::make_shared<const CPartings>();
-    std::vector<CPartingsPtr> partingsOf(run.GetNodeCount()); // of all that lies upstream of a node, and the node
+    std::vector<CPartingsPtr> partingsOf(run.GetNodeCount()); // of everything upstream of a node, and the node
     std::vector<std::uint32_t> waitsFor(run.GetNodeCount(), 0);
     for (const std::uint32_t section : network.GetSections())
         ++waitsFor[run.GetEnd(section)];

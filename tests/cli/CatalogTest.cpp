@@ -38,7 +38,7 @@ protected:
 
 } // namespace
 
-TEST_F(Catalogue, TellsGroupsAndTheirItems) {
+TEST_F(Catalogue, ListsGroupsAndTheirItems) {
     const json groups = List(m_project);
     const auto found = std::find_if(groups.begin(), groups.end(),
                                     [](const json& group) { return group.at("name") == "Vitrified clay EN 295"; });

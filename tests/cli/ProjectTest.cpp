@@ -120,7 +120,7 @@ TEST_F(Town, FailedImportTouchesNothing) {
 }
 
 /// Numbers have a point in every country, and a reader that has seen enough is no error; a full disk is one.
-TEST_F(Town, OutputStandsAnySurroundings) {
+TEST_F(Town, OutputWorksInAnySurroundings) {
     const std::vector<std::string> arguments{"get", m_project, "SECTION_SLOPE", "--format", "csv"};
     const std::string expected = Drenova(arguments).m_out;
     CStart comma{arguments, {{"LC_ALL", "de_DE.UTF-8"}, {"LANG", "de_DE.UTF-8"}, {"LC_NUMERIC", "de_DE.UTF-8"}}};
@@ -146,7 +146,7 @@ TEST_F(Town, ExportReplacesAFileWhole) {
     EXPECT_EQ(m_folder.List(), "grad čakovec.gpkg old.csv");
 }
 
-/// Ctrl+C in the middle of reading: the program ends with 130 and makes nothing. The pipe holds less than the file, so
+/// Ctrl+C in the middle of reading: the program ends with 130 and makes nothing. The pipe takes less than the file, so
 /// that the program is reading by the time the first part is through.
 TEST(Interrupted, ImportMakesNothing) {
     const CFolder folder;

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Copyright (C) the Drenova authors
-"""What the tests of faults share: the built program, a folder for each test, and what has to hold of a project file.
+"""What the tests of faults share: the built program, a folder for each test, and what must be true of a project file.
 
 Environment: DRENOVA_PROGRAM is the built command line; DRENOVA_FAULTS_TRIES (100) processes are killed, with networks of
 DRENOVA_FAULTS_SECTIONS (20000) sections.

@@ -37,7 +37,7 @@ public:
 
 } // namespace
 
-TEST(ModuleConfiguration, EditionLiesOverTheLanguageAndUnknownNumbersShow) {
+TEST(ModuleConfiguration, EditionIsLaidOverTheLanguageAndUnknownNumbersShow) {
     CTestProject project;
     CModuleConfiguration& texts = *CModuleConfiguration::Instance();
     EXPECT_EQ(texts.GetMsg(0), "STANDARD");

@@ -145,7 +145,7 @@ const std::vector<std::regex>& MessageUses() {
         std::regex(R"(\b(?:GetMsg|Msg)\([^()]*\? ([\w:]+) : \w+\))"),
         // a row of a report: row(2066, value)
         std::regex(R"(\brow\(([\w:]+),)"),
-        // a line of the log, behind its type: log(4, 61031)
+        // a line of the log, after its type: log(4, 61031)
         std::regex(R"(\blog\([0-9], ?([\w:]+)\))"),
         // a category of a form: AddCategory(parameters, 0, 464)
         std::regex(R"(\bAddCategory\([^;"]{0,80}, ?([\w:]+)\))"),
@@ -201,7 +201,7 @@ std::map<int, std::set<std::string>> MessagesAskedFor() {
 
 } // namespace
 
-// A number without a text shows as "#1234". Every language holds the English numbers, so the English catalogue is
+// A number without a text shows as "#1234". Every language contains the English numbers, so the English catalogue is
 // enough.
 TEST(Messages, EveryNumberThatTheCodeAsksForHasAText) {
     const Catalogue english = ReadCatalogue("en");

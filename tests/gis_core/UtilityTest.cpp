@@ -100,7 +100,7 @@ TEST(Utility, GuidsCompareWithoutCaseAndBraces) {
     EXPECT_FALSE(GuidEqual()(plain, "0a1b2c3d-0000-5000-8000-00000000000e"));
 }
 
-TEST(Utility, MadeGuidsAreStableAndTellLayerNameAndPlaceApart) {
+TEST(Utility, MadeGuidsAreStableAndDifferByLayerNameAndPlace) {
     const std::string guid = CUtility::MakeGuid("section", "S1", 7);
     EXPECT_EQ(guid, CUtility::MakeGuid("section", "S1", 7));
     EXPECT_EQ(guid.size(), 36U);

@@ -100,7 +100,7 @@ std::vector<CSeries> AllCircles() {
          {100, 125, 150, 200, 225, 250, 300, 350, 400, 450, 500, 600, 700, 800, 900, 1000, 1200, 1400},
          CSeries::Inside,
          OfClay,
-         2.5, // usual walls lie on both sides of the strength that is needed
+         2.5, // usual walls are on both sides of the strength that is needed
          9.0},
         {"Concrete EN 1916 class 135",
          "Concrete DN",

@@ -90,7 +90,7 @@ struct CStage {
 
 } // namespace
 
-TEST(FunctionalAnalysisManager, ItemsStandInTheOrderOfRegistrationAndComeAndGoWithTheirModule) {
+TEST(FunctionalAnalysisManager, ItemsAreInTheOrderOfRegistrationAndComeAndGoWithTheirModule) {
     CStage stage;
     const auto keys = [&stage] {
         std::vector<std::string> found;
@@ -148,7 +148,7 @@ TEST(FunctionalAnalysisManager, GivingUpKeepsTheFormerFindings) {
     CStage stage;
     stage.Ask("1", [&](CMessages& m) { Find(m, stage.Guid("AB")); });
     ASSERT_TRUE(stage.manager.RunAnalysis(stage.requests));
-    stage.Ask("2", [](CMessages&) { ADD_FAILURE() << "nothing runs behind the one that was given up"; });
+    stage.Ask("2", [](CMessages&) { ADD_FAILURE() << "nothing runs after the one that was given up"; });
     CScriptedHost host;
     host.m_progressCallsUntilCancel = 0;
     EXPECT_FALSE(stage.manager.RunAnalysis(stage.requests));
@@ -156,7 +156,7 @@ TEST(FunctionalAnalysisManager, GivingUpKeepsTheFormerFindings) {
     EXPECT_EQ(stage.Findings(), "1: AB=-;");
 }
 
-/// Nodes lie 100 m apart on a line, so the middle of AB is at 50.
+/// Nodes are 100 m apart on a line, so the middle of AB is at 50.
 TEST(FunctionalAnalysisManager, NotesGoToTheirFindings) {
     CStage stage;
     const auto ab = stage.net.Section("AB");

@@ -57,7 +57,7 @@ protected:
                           std::make_unique<CFunctionSource>(std::move(heights), &m_reads), mostBlocks);
         return *m_surface;
     }
-    /// Cells of 1 m, the centre of the first one at 0, 0, rows downwards: place (column, row) lies at (column, -row).
+    /// Cells of 1 m, the centre of the first one at 0, 0, rows downwards: place (column, row) is at (column, -row).
     CGridSurface& MakePlain(int columns, int rows, CHeights heights) {
         return Make({-0.5, 1.0, 0.0, 0.5, 0.0, -1.0}, columns, rows, std::move(heights));
     }
@@ -144,7 +144,7 @@ TEST_F(GridSurface, WaysCrossTheLinesThroughCellCentres) {
     // Along y = -0.5 from x = 0.5: lines of columns at 1, 2, 3.
     EXPECT_THAT(Crossings({{0.5, -0.5}, {3.5, -0.5}}), ElementsAre(Pair(0.5, 6.0), Pair(1.5, 7.0), Pair(2.5, 8.0)));
     EXPECT_THAT(Crossings({{3.5, -0.5}, {0.5, -0.5}}), ElementsAre(Pair(0.5, 8.0), Pair(1.5, 7.0), Pair(2.5, 6.0)));
-    // Along a line of a row itself it crosses those of columns; both ends lie on one.
+    // Along a line of a row itself it crosses those of columns; both ends are on one.
     EXPECT_THAT(Crossings({{1.0, -1.0}, {3.0, -1.0}}), ElementsAre(Pair(0.0, 11.0), Pair(1.0, 12.0), Pair(2.0, 13.0)));
     // Steep: slope 2, from (1.25, -0.5): y = -1 at x = 1.5, x = 2 at y = -2, together, then y = -3 at x = 2.5.
     const double unit = std::sqrt(1.25);
@@ -156,7 +156,7 @@ TEST_F(GridSurface, WaysCrossTheLinesThroughCellCentres) {
     EXPECT_EQ(steep[1].second, 22.0);
     EXPECT_EQ(steep[2], steep[1]); // both lines of the centre
     EXPECT_NEAR(steep[3].second, 32.5, Close);
-    // Distances go on behind a bend; beyond the outermost centres there is nothing.
+    // Distances go on after a bend; beyond the outermost centres there is nothing.
     EXPECT_THAT(Crossings({{-5.0, -0.5}, {0.5, -0.5}, {0.5, 9.0}}), ElementsAre(Pair(5.0, 5.0), Pair(6.0, 0.5)));
     EXPECT_THAT(Crossings({{-5.0, 3.0}, {9.0, 3.0}}), IsEmpty());
     EXPECT_THAT(Crossings({{-5.0, -9.0}, {9.0, 20.0}}), IsEmpty()); // past a corner

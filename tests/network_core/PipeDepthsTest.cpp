@@ -85,7 +85,7 @@ protected:
 
     CTestProject m_project;
     CTextNetwork m_network{"A---B---C"};
-    std::vector<std::pair<double, double>> m_samples{{7.0, 7.0}}; // whatever stood there goes
+    std::vector<std::pair<double, double>> m_samples{{7.0, 7.0}}; // former contents are removed
     std::vector<double> m_first{7.0};
     std::vector<double> m_second{7.0};
 };
@@ -102,7 +102,7 @@ TEST_F(PipeDepths, SamplesAreTheTwoEndsWithoutARaster) {
     EXPECT_THAT(m_samples, IsEmpty());
 }
 
-TEST_F(PipeDepths, SamplesOfARasterAreFittedToTheStoredLengthAndStandOnce) {
+TEST_F(PipeDepths, SamplesOfARasterAreFittedToTheStoredLengthAndComeOnce) {
     // Drawn 100 m, stored 30 m. Those that fall on an end give way to the node; the double one at 20 m comes once.
     Attach(1, {{0.0, 1.0}, {20.0, 60.0}, {20.0 + 1e-10, 60.0}, {70.0, 61.0}, {100.0, 2.0}});
     EXPECT_EQ(Samples(), 1);
@@ -153,7 +153,7 @@ TEST_F(PipeDepths, DepthsRunLinearlyBetweenSamples) {
     EXPECT_EQ(Depths({0.0, 30.0, 15.0, -5.0, 31.0}), 1);
     EXPECT_THAT(m_second, ElementsAre(2.0, 4.0, DoubleNear(3.0, Close), 2.0, 4.0));
     EXPECT_EQ(m_first, m_second); // no pipe
-    // A sample at 6 m that is 103 high: 3 m above A's line to it halfway, at 3 m: 102.5 - 99.7; behind it, at 18 m
+    // A sample at 6 m that is 103 high: 3 m above A's line to it halfway, at 3 m: 102.5 - 99.7; below it, at 18 m
     // halfway to B: 102 - 98.2.
     Attach(1, {{20.0, 103.0}});
     EXPECT_EQ(Depths({3.0, 6.0, 18.0}), 1);
@@ -171,7 +171,7 @@ TEST_F(PipeDepths, AreTheDecimalsThatLevelsGive) {
     EXPECT_THAT(m_second, ElementsAre(1.0, 1.0, 1.0, 1.0, 1.0));
 }
 
-TEST_F(PipeDepths, CoverIsWhatLiesAboveTheOutsideTopWhateverTheLevelLineStandsFor) {
+TEST_F(PipeDepths, CoverIsCountedFromTheOutsideTopAtEachPositionOfTheLevelLine) {
     LayPipe(0);
     // Outside height 600 mm: from the invert 550 up, from the axis 300, from the inside top 50, from the outside bottom
     // 600, from the outside top nothing. No position means the invert, an unknown one for no pipe.

@@ -51,7 +51,7 @@ void ExpectBothPipes() {
 
 } // namespace
 
-TEST(BuiltInCatalogFiles, ProjectFilesHoldTheOwnCatalogueAlone) {
+TEST(BuiltInCatalogFiles, ProjectFilesContainTheOwnCatalogueAlone) {
     const CTestFolder folder;
     const std::string path = folder.File("p.gpkg");
     {
@@ -68,7 +68,7 @@ TEST(BuiltInCatalogFiles, ProjectFilesHoldTheOwnCatalogueAlone) {
     EXPECT_EQ(RunSql(path, "SELECT count(*) FROM drenova_catalog"), "2");
 }
 
-TEST(BuiltInCatalogFiles, ExchangeFilesAndTablesHoldTheOwnCatalogueAlone) {
+TEST(BuiltInCatalogFiles, ExchangeFilesAndTablesContainTheOwnCatalogueAlone) {
     std::stringstream exchange;
     {
         CTestProject project;
@@ -90,7 +90,7 @@ TEST(BuiltInCatalogFiles, ExchangeFilesAndTablesHoldTheOwnCatalogueAlone) {
     ExpectBothPipes();
 }
 
-TEST(BuiltInCatalogFiles, GroupsThatCollideAreToldByBothNames) {
+TEST(BuiltInCatalogFiles, GroupsThatCollideAreReportedByBothNames) {
     struct CCase {
         std::string m_sql;
         std::string m_expected;

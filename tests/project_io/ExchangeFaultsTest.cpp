@@ -155,21 +155,21 @@ void ExpectFault(const CFault& fault, const std::string& text) {
     EXPECT_EQ(error.kind, Utility::enmErrorKind::BadInput) << error.message;
     EXPECT_THAT(error.message, AllOf(StartsWith("net.geojson: "), HasSubstr(fault.where), HasSubstr(fault.found),
                                      HasSubstr(fault.expected), Not(HasSubstr("exception"))));
-    EXPECT_LT(error.message.size(), 600U) << "readable, whatever the file holds";
+    EXPECT_LT(error.message.size(), 600U) << "readable, whatever the file contains";
     EXPECT_TRUE(ActiveTopology().GetNodes().empty()) << "nothing is half-loaded";
     EXPECT_EQ(project.Store().GetRowCount(Data::enmEntityKind::Node), 0U);
 }
 
 } // namespace
 
-TEST(ExchangeFaults, AreToldByFeatureWithWhatWasFoundAndExpected) {
+TEST(ExchangeFaults, AreReportedByFeatureWithWhatWasFoundAndExpected) {
     for (const CFault& fault : FaultsOfFeatures) {
         SCOPED_TRACE(fault.where + " / " + fault.found);
         ExpectFault(fault, Collection(fault.text));
     }
 }
 
-TEST(ExchangeFaults, OfTheFileAreToldByItsNameAndLine) {
+TEST(ExchangeFaults, OfTheFileAreReportedByItsNameAndLine) {
     for (const CFault& fault : FaultsOfFiles) {
         SCOPED_TRACE(fault.where + " / " + fault.found + " / " + fault.expected);
         ExpectFault(fault, fault.text);

@@ -166,7 +166,7 @@ TEST(ExchangeImport, PipesAreFoundByGuidAndByANameThatIsTheirs) {
     }
 }
 
-TEST(ExchangeImport, AMainOutletThatLeavesAnotherNodeIsKeptAndTold) {
+TEST(ExchangeImport, AMainOutletThatLeavesAnotherNodeIsKeptAndReported) {
     CTestProject project;
     const auto summary = ImportGood(Collection(NodeFeature("A", "0", "0", R"(,"MAIN_SECT_OUT":"{S-1}")") + "," +
                                                NodeFeature("B", "1", "0", R"(,"MAIN_SECT_OUT":"s-1")") + "," +
@@ -229,7 +229,7 @@ TEST(ExchangeImport, GuidsThatTheFileLacksAreTheSameOnEveryImport) {
     EXPECT_EQ(first[2], "{Given-1}");
 }
 
-TEST(ExchangeImport, HouseholdAreasWithoutDensityAreToldBySection) {
+TEST(ExchangeImport, HouseholdAreasWithoutDensityAreReportedBySection) {
     CTestProject project;
     std::string features = TwoNodes;
     for (int i = 0; i < 13; ++i) {

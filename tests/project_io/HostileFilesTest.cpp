@@ -83,7 +83,7 @@ TEST(HostileExchange, FeaturesOfTooManyTextsAreRefused) {
               "net.geojson: feature 1: found texts of more than 16777216 bytes, expected fewer");
 }
 
-TEST(HostileExchange, WhatIsDeepOrHugeIsToldInAFewWords) {
+TEST(HostileExchange, WhatIsDeepOrHugeIsReportedInAFewWords) {
     const std::string deep(100'000, '[');
     const std::string cases[] = {
         deep,

@@ -208,7 +208,7 @@ ditch A O 100 0.013 0 0
     EXPECT_NEAR(net.OfNode("A", "TERRAIN_1").AsDouble(), 12.0, Exact) << "both crowns are 2 m above the invert";
 }
 
-TEST(InpImport, PipesStandInTheCatalogueOnceAndBySize) {
+TEST(InpImport, PipesAreInTheCatalogueOnceAndBySize) {
     const std::string text = R"([OPTIONS]
 FLOW_UNITS LPS
 [JUNCTIONS]

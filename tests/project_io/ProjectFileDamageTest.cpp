@@ -52,7 +52,7 @@ void ExpectBad(const CTestFolder& folder, const std::string& path, const std::st
 
 } // namespace
 
-TEST(ProjectFileDamage, BytesThatAreNoProjectFileAreToldApart) {
+TEST(ProjectFileDamage, BytesThatAreNoProjectFileAreDistinguished) {
     struct CCase {
         const char* m_name;
         std::string m_bytes;

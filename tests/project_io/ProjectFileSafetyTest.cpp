@@ -142,7 +142,7 @@ TEST_F(ProjectFileSafety, AFullDiskLeavesTheOldFile) {
     }
 }
 
-TEST_F(ProjectFileSafety, TheSecondOfTwoWritersIsTold) {
+TEST_F(ProjectFileSafety, TheSecondOfTwoWritersIsWarned) {
     auto first = Opened();
     CTestProject project;
     auto second = Opened();

@@ -145,7 +145,7 @@ TEST(VariationForecast, MissingMainOutletsGiveALowerBound) {
     const CRunNetwork network(Sections());
     const CSearchPlan plan(network);
     EXPECT_TRUE(plan.m_forecast.m_isAtLeast);
-    EXPECT_EQ(plan.m_forecast.m_total, 1.0) << "behind the head nothing is reached";
+    EXPECT_EQ(plan.m_forecast.m_total, 1.0) << "below the head nothing is reached";
     EXPECT_THAT(ShowForecast(plan.m_network, plan.m_forecast), HasSubstr("at least 1 in all"));
     EXPECT_TRUE(ForecastChains(plan.m_network).m_isAtLeast);
 }

@@ -176,7 +176,7 @@ void ExpectSame(CSearchRun& run, const boost::shared_ptr<Topology::CSection>& se
     EXPECT_EQ(data.m_best.m_name, plain.m_best.m_name);
 }
 
-/// A failed combination has an alert of its own, except where no intensity was found, and the search has one behind it.
+/// A failed combination has an alert of its own, except where no intensity was found, followed by that of the search.
 void ExpectAlerts(const std::vector<std::string>& alerts, const Rain::CRunStop& stop) {
     std::vector<std::string> expected;
     if (stop.IsStopped())

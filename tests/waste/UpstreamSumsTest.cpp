@@ -147,7 +147,7 @@ TEST(UpstreamSums, AVeryLongLineEndsWithTheRightSums) {
         ASSERT_EQ(sums[static_cast<std::size_t>(i)].m_area, i + (i < 3 ? 1.0 : 2.0)) << i;
 }
 
-TEST(UpstreamSums, StopsWhenTold) {
+TEST(UpstreamSums, StopsWhenCancelled) {
     CTestProject project;
     const CTextNetwork net("A-B-C-D-E-F-G-H-I-J-K-L-M");
     std::vector<CHouseholdSum> sums;

@@ -179,7 +179,7 @@ TEST(ModuleLoader, ItsDialogsComeAfterAModuleAndItsPanelsEndBeforeIt) {
                                      "OLMPluginInfoRelease", "~IWsDialogFactory", "unload"));
         EXPECT_EQ(manager.CreateWsPanelDialog(&window, "TALKING_PANEL"), nullptr);
         EXPECT_FALSE(Workspace::CDialogMakers::Instance()->HasTable());
-        EXPECT_TRUE(IsInMemory(dialogs)) << "the toolkit may hold addresses in it";
+        EXPECT_TRUE(IsInMemory(dialogs)) << "the toolkit may still have addresses in it";
         EXPECT_FALSE(loaded->LoadDialogs(dialogs)) << "without a module";
     }
 }

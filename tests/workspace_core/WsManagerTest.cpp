@@ -23,7 +23,7 @@ boost::shared_ptr<CWsPanelDialogMetadata> Panel(const char* id, const char* text
 
 } // namespace
 
-TEST(WsManager, PanelsStandInTheOrderOfRegistrationEachOnce) {
+TEST(WsManager, PanelsAreInTheOrderOfRegistrationEachOnce) {
     const CTestProject project;
     CWsManager& manager = *CWsManager::Instance();
     for (const auto& panel : {Panel("PANEL_B", "first"), Panel("PANEL_A", "second"), Panel("panel_b", "taken"),

@@ -9,7 +9,7 @@
 
 namespace Cli {
 
-/// A text for help: the heading and a colon, then the rows of the table below it, without a line end behind the last.
+/// A text for help: the heading and a colon, then the rows of the table below it, without a line end after the last.
 std::string ShowForHelp(std::string_view heading, const Reports::CTable& table);
 
 } // namespace Cli

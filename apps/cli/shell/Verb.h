@@ -25,7 +25,7 @@ using CCommand = std::function<CVerbResult(CTerminal& terminal, std::ostream& re
 struct CParameter {
     enum class enmKind {
         Argument, ///< one text at its place
-        Rest,     ///< all texts at its place and behind it
+        Rest,     ///< all texts from its place on
         Option,   ///< --name TEXT
         Repeated, ///< --name TEXT, any number of times
         Several,  ///< --name TEXT TEXT ...
@@ -57,7 +57,7 @@ struct CFormatOption {
 /// includes it.
 class CVerb {
 public:
-    /// usage: arguments and options behind the verb. summary: imperative, no full stop.
+    /// usage: arguments and options after the verb. summary: imperative, no full stop.
     CVerb(std::string name, std::string usage, std::string summary)
         : m_name(std::move(name)), m_usage(std::move(usage)), m_summary(std::move(summary)) {}
 

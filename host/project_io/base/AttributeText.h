@@ -20,7 +20,7 @@ inline constexpr std::string_view TextOfMinusInfinity = "-Infinity";
 /// One of the three texts for a value that is not finite; empty for a finite one.
 std::string_view TextOfNonFinite(double value);
 
-/// The value behind one of the three texts; nothing for any other text.
+/// The value of one of the three texts; nothing for any other text.
 std::optional<double> NonFiniteOfText(std::string_view text);
 
 /// Text of a value: empty for null, the shortest text that reads back as the same number, a text as it is.
