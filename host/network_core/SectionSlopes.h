@@ -14,8 +14,8 @@
 namespace OLMGis::Topology {
 
 /// Slope of the level line (1/1000): (LEVEL_LINE_0 - LEVEL_LINE_1) / plan length, negative where it climbs, see
-/// Formulas::RoundDerived. Nothing without either level, for a length that is not above 0 and where the result would not
-/// be finite.
+/// Formulas::RoundDerived. Nothing without either level, for a length that is not above 0 and where the result would
+/// not be finite.
 std::optional<double> SlopeOfLevels(const CSection& section);
 
 /// Which slopes StoreSlopes stores.
