@@ -2,6 +2,8 @@
 // Copyright (C) the Drenova authors
 #include "reports/NetworkHydraulics.h"
 
+#include "host/gis_core/Journal.h"
+#include "host/gis_core/ProjectContext.h"
 #include "host/network_core/TopologyMultiStorage.h"
 #include "reports/ShownText.h"
 
@@ -36,14 +38,18 @@ struct CGroup {
 
 } // namespace
 
-CNetworkHydraulics CalculateNetworkHydraulics(double viscosity) {
+CNetworkHydraulics CalculateNetworkHydraulics(double viscosity, const OLMGis::Data::CDataDefinition* flow) {
     // A network has many sections without a flow or without a pipe while it is being designed; those with both that
     // lack the rest are mistakes.
     std::array gaps = {CGroup{enmHydraulicsGap::UnknownPipe, "with a pipe that the catalogue does not contain"},
                        CGroup{enmHydraulicsGap::Slope, "with a pipe and a flow but without SECTION_SLOPE"}};
     CGroup surcharged{enmHydraulicsGap::None, "surcharged: the flow is greater than the full-pipe capacity"};
     CNetworkHydraulics result;
-    CSectionHydraulicsReader reader(viscosity);
+    CSectionHydraulicsReader reader(viscosity, flow);
+    const auto outdated = OLMGis::Sewage::FindOutdatedResults();
+    OLMGis::Data::CJournal journal;
+    const OLMGis::Data::CJournalScope open(OLMGis::System::CProjectContext::Active().GetAttributes(), &journal);
+    OLMGis::Sewage::COriginRecorder origin;
     for (const auto& section :
          OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology()->GetSections()) {
         CSectionHydraulics figures = reader.Calculate(section);
@@ -57,6 +63,8 @@ CNetworkHydraulics CalculateNetworkHydraulics(double viscosity) {
             surcharged.m_names.push_back(section->GetName());
         result.m_rows.push_back({section.get(), std::move(figures)});
     }
+    origin.Keep(OLMGis::Sewage::HydraulicsOrigin, journal);
+    result.m_outdated = SelectRead(outdated, origin.GetNotes(), OLMGis::Sewage::HydraulicsOrigin);
     for (const CGroup& gap : gaps)
         gap.Report(result.m_remarks);
     surcharged.Report(result.m_remarks);

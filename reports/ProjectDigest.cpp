@@ -105,6 +105,7 @@ CProjectDigest MakeProjectDigest() {
     DigestCatchments(topology, digest);
     DigestValues(digest);
     DigestCatalogues(digest);
+    digest.m_outdated = OLMGis::Sewage::FindOutdatedResults();
     return digest;
 }
 

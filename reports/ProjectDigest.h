@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/gis_core/DataDefinition.h"
+#include "host/sewage_calculations/OutdatedResults.h"
 
 #include <array>
 #include <cstddef>
@@ -46,6 +47,7 @@ struct CProjectDigest {
     std::size_t m_pipeGroupCount = 0;
     std::size_t m_pipeCount = 0;
     std::size_t m_manholeCount = 0;
+    std::vector<OLMGis::Sewage::COutdatedResult> m_outdated; ///< results that no longer fit their inputs
 };
 
 /// Linear in entities, their vertices and values.

@@ -12,6 +12,7 @@
 #include "reports/ShownText.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <nlohmann/json.hpp>
 
 #include <utility>
@@ -96,6 +97,10 @@ ordered_json Describe(const CProjectDigest& digest, const CFrame& frame) {
         {"pipe_groups", digest.m_pipeGroupCount}, {"pipes", digest.m_pipeCount}, {"manholes", digest.m_manholeCount}};
     object["values"] = DescribeKeys(digest.m_values);
     object["calculated"] = DescribeKeys(digest.m_calculated);
+    object["outdated"] = ordered_json::array();
+    for (const auto& result : digest.m_outdated)
+        object["outdated"].push_back(
+            {{"result", result.m_result->m_id}, {"calculator", result.m_calculator}, {"changed", result.m_changed}});
     return object;
 }
 
@@ -133,6 +138,16 @@ void AddKeys(CListing& listing, const char* heading, const std::vector<CProjectD
     listing.m_blocks.push_back({heading, std::move(table), true});
 }
 
+void AddOutdated(CListing& listing, const std::vector<OLMGis::Sewage::COutdatedResult>& results) {
+    if (results.empty())
+        return;
+    CTable table({TextColumn("result", "result"), TextColumn("calculator", "calculator"),
+                  TextColumn("changed", "changed since")});
+    for (const auto& result : results)
+        table.AddRow({result.m_result->m_id, result.m_calculator, fmt::format("{}", fmt::join(result.m_changed, ", "))});
+    listing.m_blocks.push_back({"Outdated results (run the calculator again)", std::move(table), true});
+}
+
 } // namespace
 
 CListing MakeProjectListing(const CProjectDigest& digest, const std::vector<std::string>& warnings) {
@@ -140,6 +155,7 @@ CListing MakeProjectListing(const CProjectDigest& digest, const std::vector<std:
     CListing listing(MakeOverview(digest, frame));
     AddKeys(listing, "Values", digest.m_values);
     AddKeys(listing, "Calculated (parameters that runs keep with the sections)", digest.m_calculated);
+    AddOutdated(listing, digest.m_outdated);
     ordered_json document = Describe(digest, frame);
     document["warnings"] = warnings;
     listing.m_printDocument = [document = std::move(document)](std::ostream& stream) {

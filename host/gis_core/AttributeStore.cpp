@@ -40,8 +40,10 @@ void CAttributeStore::Expect(enmEntityKind kind, std::uint32_t rows) {
 std::vector<const CDataDefinition*> CAttributeStore::GetUsedDefinitions(enmEntityKind kind) const {
     std::vector<const CDataDefinition*> used;
     for (const auto& definition : CDataConfiguration::Instance()->GetDataDefinitions()) {
+        if (definition->m_entityKind != kind)
+            continue;
         const CAttributeColumn* column = FindColumn(*definition);
-        if (definition->m_entityKind == kind && column != nullptr && column->CountNotNull() > 0)
+        if (column != nullptr && column->CountNotNull() > 0)
             used.push_back(definition.get());
     }
     return used;

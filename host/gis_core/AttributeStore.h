@@ -5,12 +5,14 @@
 #include "host/gis_core/AttributeColumn.h"
 #include "host/gis_core/DataBox.h"
 #include "host/gis_core/DataDefinition.h"
+#include "host/gis_core/InputNotes.h"
 #include "host/gis_core/Journal.h"
 #include "host/gis_core/TextPool.h"
 
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace OLMGis::Data {
@@ -46,8 +48,11 @@ public:
     /// The one point through which every attribute changes. False when the guard refuses; a null box makes null.
     bool Write(const CDataDefinition& definition, std::uint32_t row, const CDataBox& box);
 
-    /// The column of a definition, null while nothing was ever written to it.
+    /// The column of a definition, null while nothing was ever written to it. Open notes get the definition in either
+    /// case: a value that appears later changes what a run reads.
     const CAttributeColumn* FindColumn(const CDataDefinition& definition) const {
+        if (m_inputNotes != nullptr)
+            m_inputNotes->NoteAttribute(definition);
         return definition.m_index < m_columns.size() ? m_columns[definition.m_index].get() : nullptr;
     }
 
@@ -67,6 +72,10 @@ public:
     /// Sets the guard (null takes it away); not owned.
     void SetWriteGuard(IWriteGuard* guard);
 
+    /// Notes which columns are read while it is set (null closes); not owned. Returns the former one.
+    CInputNotes* SetInputNotes(CInputNotes* notes) { return std::exchange(m_inputNotes, notes); }
+    CInputNotes* GetInputNotes() const { return m_inputNotes; }
+
 private:
     CTextPool m_texts;
     std::vector<std::unique_ptr<CAttributeColumn>> m_columns;
@@ -74,6 +83,7 @@ private:
     std::array<std::uint32_t, EntityKindCount> m_expectedCounts{};
     CJournal* m_journal = nullptr;
     IWriteGuard* m_guard = nullptr;
+    CInputNotes* m_inputNotes = nullptr;
     bool m_isWatched = false; ///< a journal or a guard is set: the one branch that an ordinary write pays
 };
 

@@ -3,6 +3,7 @@
 #include "host/gis_core/ModuleConfiguration.h"
 
 #include "host/gis_core/Editions.h"
+#include "host/gis_core/InputNotes.h"
 #include "host/gis_core/InstallationPaths.h"
 #include "host/gis_core/ProjectContext.h"
 #include "host/gis_core/ProjectSettings.h"
@@ -59,8 +60,11 @@ CModuleConfiguration::CModuleConfiguration() {
 }
 
 const std::string& CModuleConfiguration::GetMsg(int number) {
-    if (number == EditionMessage && !m_edition.empty())
-        return m_edition;
+    if (number == EditionMessage) {
+        Data::NoteInput(Data::Inputs::Settings, System::CProjectSettings::Edition);
+        if (!m_edition.empty())
+            return m_edition;
+    }
     if (const auto found = m_messages.find(number); found != m_messages.end())
         return found->second;
     const auto made = m_unknown.try_emplace(number, fmt::format("#{}", number));

@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "host/gis_core/ProjectSettings.h"
 
+#include "host/gis_core/InputNotes.h"
 #include "host/gis_core/ProjectContext.h"
 
 namespace OLMGis::System {
@@ -12,6 +13,7 @@ CProjectSettings* CProjectSettings::Instance() {
 }
 
 std::string CProjectSettings::Get(std::string_view name, std::string_view fallback) const {
+    Data::NoteInput(Data::Inputs::Settings, name);
     const auto found = m_values.find(name);
     return found == m_values.end() ? std::string(fallback) : found->second;
 }

@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "host/network_core/PipeManager.h"
 
+#include "host/gis_core/InputNotes.h"
 #include "host/gis_core/ProjectContext.h"
 #include "host/network_core/CatalogManager.h"
 
@@ -19,6 +20,13 @@ const CCatalog& Pipes() {
     return *CCatalogManager::Instance()->GetCatalog(CCatalogManager::PipeCatalog, 1);
 }
 
+/// Notes a question to the catalogue, with the name that it is about.
+void NoteCatalog(std::string_view input, std::string_view name = {}) {
+    Data::CInputNotes* const notes = System::CProjectContext::Active().GetAttributes().GetInputNotes();
+    if (notes != nullptr)
+        notes->Note(Data::Inputs::Catalog, std::string(input).append(name));
+}
+
 } // namespace
 
 CPipeManager* CPipeManager::Instance() {
@@ -27,6 +35,7 @@ CPipeManager* CPipeManager::Instance() {
 }
 
 boost::shared_ptr<CCatalogItem> CPipeManager::GetPipe(std::string_view reference) {
+    NoteCatalog(PipesInUseInput);
     auto found = Pipes().GetItembyGuid(reference);
     return DataOf(found) == nullptr ? nullptr : found;
 }
@@ -86,11 +95,13 @@ int CPipeManager::GetPipeHeight(const boost::shared_ptr<CCatalogItem>& pipe, int
 
 boost::shared_ptr<CCatalogItem> CPipeManager::GetPipeByInnerDiameter(std::string_view group, double diameter,
                                                                      int /*mode*/) {
+    NoteCatalog(GroupInput, group);
     const auto found = Pipes().GetGroupByName(group);
     return found ? found->FindPipeByInnerWidth(diameter) : nullptr;
 }
 
 double CPipeManager::CalculateMinDiameter(std::string_view pipeType, double diameter) {
+    NoteCatalog(TypeInput, pipeType);
     return std::max(diameter, Pipes().GetMinDiameterOfType(pipeType));
 }
 

@@ -21,6 +21,12 @@ class CPipeManager {
 public:
     static CPipeManager* Instance();
 
+    /// What notes of inputs call the pipes that PIPE_REF of some section names; the pipes of a group, before its name;
+    /// the least diameter of a pipe type, before the type.
+    static constexpr std::string_view PipesInUseInput = "pipes in use";
+    static constexpr std::string_view GroupInput = "group ";
+    static constexpr std::string_view TypeInput = "type ";
+
     /// The pipe of a reference, which is its GUID (case and braces ignored); null when there is none. One hash look-up.
     boost::shared_ptr<CCatalogItem> GetPipe(std::string_view reference);
 

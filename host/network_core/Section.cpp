@@ -46,6 +46,7 @@ double CSection::GetLength2D() const {
     Data::CDataBox box;
     if (stored != nullptr && GetStore().Read(*stored, GetRow(), box))
         return box.AsDouble();
+    NoteGeometry();
     if (m_line != NoLine)
         return PolylineLength(GetTopology().GetLineAt(m_line));
     const bool isDrawn =
@@ -53,7 +54,13 @@ double CSection::GetLength2D() const {
     return isDrawn ? Distance(Start()->GetPoint(), End()->GetPoint()) : 0.0;
 }
 
+void CSection::NoteGeometry() const {
+    if (Data::CInputNotes* const notes = GetStore().GetInputNotes(); notes != nullptr)
+        notes->Note(Data::Inputs::Topology, GeometryInput);
+}
+
 std::vector<CPoint> CSection::GetGeometry() const {
+    NoteGeometry();
     if (m_line != NoLine) {
         const std::span<const CPoint> line = GetTopology().GetLineAt(m_line);
         return {line.begin(), line.end()};

@@ -90,6 +90,9 @@ public:
 
     boost::shared_ptr<CSection> GetShared() const;
 
+    /// What notes of inputs call the drawn lines, a part of the topology.
+    static constexpr std::string_view GeometryInput = "geometry";
+
 private:
     friend class CTopologyStorage;
     /// The nodes themselves, null without one; kept alive by the topology, like every entity.
@@ -97,6 +100,7 @@ private:
     int ListSectionsOut(List& list, ToEntry toEntry) const;
     CNode* Start() const;
     CNode* End() const;
+    void NoteGeometry() const;
 
     static constexpr std::uint32_t NoLine = 0xFFFFFFFFU;
 

@@ -292,6 +292,8 @@ std::vector<boost::shared_ptr<CSection>> CTopologyStorage::GetSectionsByName(std
 }
 
 CCatchment* CTopologyStorage::GetFirstCatchment(const CSection& section) const {
+    if (Data::CInputNotes* const notes = m_store.GetInputNotes(); notes != nullptr)
+        notes->Note(Data::Inputs::Catchments, AttachmentInput);
     return section.GetRow() < m_catchmentsOf.size() ? m_catchmentsOf[section.GetRow()].first : nullptr;
 }
 

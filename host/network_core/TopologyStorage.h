@@ -73,6 +73,9 @@ public:
 
     /// The catchments of a section one after the other, in the order in which they entered; null ends.
     CCatchment* GetFirstCatchment(const CSection& section) const;
+
+    /// What notes of inputs call the list of catchments with their sections.
+    static constexpr std::string_view AttachmentInput = "sections";
     static CCatchment* GetNextCatchment(const CCatchment& catchment) { return catchment.m_next; }
 
     /// The section that was chosen as main outlet (MAIN_SECT_OUT), as long as it still leaves the node; else null.
@@ -85,6 +88,12 @@ public:
     /// How sections join, with main outlets; never null. Made at the first call and after changes of nodes, sections or
     /// MAIN_SECT_OUT; until then the same for everybody. Who walks keeps the pointer for the walk.
     std::shared_ptr<const CConnectivity> GetConnectivity() const;
+
+    /// Grows with every entity that comes or goes, undo included: who keeps something made of the network sees that it is
+    /// outdated.
+    std::uint64_t GetChangeCount() const {
+        return m_nodes.m_changeCount + m_sections.m_changeCount + m_catchments.m_changeCount;
+    }
 
     /// Rows given out so far, those of deleted entities included.
     std::uint32_t GetNodeRowCount() const { return static_cast<std::uint32_t>(m_nodes.m_rows.size()); }

@@ -9,6 +9,7 @@
 #include "host/gis_core/ProjectContext.h"
 #include "host/gis_core/Utility.h"
 #include "host/network_core/TopologyMultiStorage.h"
+#include "host/sewage_calculations/OutdatedResults.h"
 #include "host/sewage_core/FlowCalculatorManager.h"
 #include "host/sewage_core/IDensityUser.h"
 #include "host/sewage_core/MissingDensities.h"
@@ -19,6 +20,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace OLMGis::Sewage {
 
@@ -150,6 +152,8 @@ Result<CCalculationOutcome> RunCalculation(const CCalculationRequest& request) {
     auto& store = System::CProjectContext::Active().GetAttributes();
     CJournal journal;
     CAlertRecorder recorder;
+    const std::vector<COutdatedResult> outdated = FindOutdatedResults();
+    std::optional<COriginRecorder> origin;
     auto* const progress = Utility::CCoreProgressBar::Instance();
     progress->SaveState();
     {
@@ -160,6 +164,8 @@ Result<CCalculationOutcome> RunCalculation(const CCalculationRequest& request) {
             outcome.m_end = enmRunEnd::GivenUp;
         } else {
             LogMissingDensities(*calculator);
+            // Not earlier: what the form read for its defaults is a value of the form now.
+            origin.emplace();
             bool goesOn = true;
             if (request.m_showPreview && calculator->IsPreviewAvailable() != 0) {
                 CReport report;
@@ -171,6 +177,7 @@ Result<CCalculationOutcome> RunCalculation(const CCalculationRequest& request) {
                 outcome.m_result = calculator->Calculate(sections, parameters.get(), 1, nullptr, &interaction);
             else
                 outcome.m_end = enmRunEnd::Previewed;
+            origin->Stop();
         }
     }
     const bool isCancelled = progress->IsCancelled();
@@ -184,6 +191,11 @@ Result<CCalculationOutcome> RunCalculation(const CCalculationRequest& request) {
     outcome.m_hasChanges = !journal.IsEmpty();
     outcome.m_results = Summarise(journal, Data::FindDefinition(calculator->GetParametersDataId()));
     LogNonFinite(journal);
+    if (origin) {
+        outcome.m_outdated = SelectRead(outdated, origin->GetNotes(), request.m_key);
+        if (outcome.HasStored())
+            origin->Keep(request.m_key, journal);
+    }
     return outcome;
 }
 

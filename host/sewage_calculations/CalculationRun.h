@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/gis_core/Result.h"
+#include "host/sewage_calculations/OutdatedResults.h"
 #include "host/sewage_core/IFlowCalculator.h"
 
 #include <functional>
@@ -49,6 +50,9 @@ struct CCalculationOutcome {
     bool m_hasChanges = false;            ///< whether anything was stored, parameter texts included
     std::vector<CStoredResult> m_results; ///< keys that got values, without parameter texts, in the order of storing
     std::vector<std::string> m_alerts;    ///< texts shown during the run
+
+    /// Results of other calculators that the run read although they were outdated before it.
+    std::vector<COutdatedResult> m_outdated{};
 
     bool HasStored() const { return !m_results.empty(); }
 };

@@ -28,8 +28,9 @@ std::optional<double> Read(const CDataDefinition* definition, const boost::share
 
 } // namespace
 
-CSectionHydraulicsReader::CSectionHydraulicsReader(double viscosity)
-    : m_total(FindDefinition("FLOW_TOTAL")), m_rain(FindDefinition("FLOW_RAIN_IDF")),
+CSectionHydraulicsReader::CSectionHydraulicsReader(double viscosity, const CDataDefinition* flow)
+    : m_flows(flow == nullptr ? std::vector{FindDefinition("FLOW_TOTAL"), FindDefinition("FLOW_RAIN_IDF")}
+                              : std::vector{flow}),
       m_slope(FindDefinition("SECTION_SLOPE")), m_roughness(FindDefinition("PIPE_ROUGHNESS")),
       m_filling(FindDefinition("HYD_FILLING")), m_velocity(FindDefinition("HYD_VELOCITY")),
       m_capacity(FindDefinition("HYD_CAPACITY")) {
@@ -39,7 +40,7 @@ CSectionHydraulicsReader::CSectionHydraulicsReader(double viscosity)
 CSectionHydraulics CSectionHydraulicsReader::Calculate(const boost::shared_ptr<CSection>& section) {
     CSectionHydraulics figures;
     std::optional<double> flow;
-    for (const CDataDefinition* key : {m_total, m_rain})
+    for (const CDataDefinition* key : m_flows)
         if (flow = Read(key, section); flow) {
             figures.m_flowKey = key;
             break;

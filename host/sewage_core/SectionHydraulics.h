@@ -8,12 +8,14 @@
 
 #include <boost/shared_ptr.hpp>
 
+#include <vector>
+
 namespace OLMGis::Sewage {
 
 /// The first value in this order that a section lacks for its hydraulics.
 enum class enmHydraulicsGap {
     None,
-    Flow,        ///< neither of the flows is stored
+    Flow,        ///< no flow is stored
     Pipe,        ///< no pipe reference
     UnknownPipe, ///< a pipe reference that is not in the catalogue
     Slope,       ///< SECTION_SLOPE is null
@@ -34,13 +36,13 @@ struct CSectionHydraulics {
     bool m_isOverfull = false;
 };
 
-/// The hydraulics of sections as designed: the flow is FLOW_TOTAL, without it FLOW_RAIN_IDF, the design flow of a
-/// storm-water network without calculated totals; the slope is SECTION_SLOPE; the roughness is PIPE_ROUGHNESS, without
+/// The hydraulics of sections as designed: the flow is a given attribute, or FLOW_TOTAL, without it FLOW_RAIN_IDF, the
+/// design flow of a storm-water network without calculated totals; the slope is SECTION_SLOPE; the roughness is PIPE_ROUGHNESS, without
 /// it that of the pipe.
 class CSectionHydraulicsReader {
 public:
-    /// Viscosity in m²/s.
-    explicit CSectionHydraulicsReader(double viscosity);
+    /// Viscosity in m²/s; flow: attribute of a section in m³/s, null for the flow of the design.
+    explicit CSectionHydraulicsReader(double viscosity, const Data::CDataDefinition* flow = nullptr);
 
     /// Figures of a section; those that need the missing value are 0. Null has no flow.
     CSectionHydraulics Calculate(const boost::shared_ptr<Topology::CSection>& section);
@@ -50,8 +52,7 @@ public:
     int Store(const boost::shared_ptr<Topology::CSection>& section, const CSectionHydraulics& figures) const;
 
 private:
-    const Data::CDataDefinition* m_total;
-    const Data::CDataDefinition* m_rain;
+    std::vector<const Data::CDataDefinition*> m_flows; ///< the first with a value counts
     const Data::CDataDefinition* m_slope;
     const Data::CDataDefinition* m_roughness;
     const Data::CDataDefinition* m_filling;

@@ -3,6 +3,7 @@
 #include "rain/curves/IDFCurves.h"
 
 #include "host/gis_core/HostServices.h"
+#include "host/gis_core/InputNotes.h"
 #include "host/gis_core/InstallationPaths.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/Result.h"
@@ -191,6 +192,7 @@ int CIDFCurves::LoadFromFile(const std::string& path) {
     m_curves.clear();
     m_problems.clear();
     m_path = path;
+    OLMGis::Data::NoteInput(OLMGis::Data::Inputs::File, path);
     auto content = OLMGis::Utility::InstallationPaths::ReadWholeFile(path);
     if (!content) {
         // The path is in front of the problem already.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 #include "apps/cli/input/Checks.h"
+#include "apps/cli/input/OutdatedReading.h"
 #include "apps/cli/input/Project.h"
 #include "apps/cli/input/RegistryHelp.h"
 #include "apps/cli/verbs/Verbs.h"
@@ -35,8 +36,13 @@ CVerbResult CheckProject(const COptions& options, CTerminal& terminal, std::ostr
     const auto requests = ReadCheckArguments(options.m_items);
     if (!requests)
         return requests.GetError();
-    if (const Status ended = RunChecks(requests.Value(), terminal); !ended)
+    COutdatedReading reading;
+    const Status ended = RunChecks(requests.Value(), terminal);
+    const bool isOutdated = reading.Report(terminal);
+    if (!ended)
         return ended.GetError();
+    if (isOutdated && options.m_isStrict)
+        return enmExitCode::NothingStored;
     if (const Status saved = project.Value()->Save(options.m_output); !saved)
         return saved.GetError();
     const auto& findings = *OLMGis::Topology::CFunctionalAnalysisManager::Instance()->GetFindings();
@@ -57,7 +63,7 @@ CVerb MakeCheck() {
         .Project(options->m_project)
         .OptionalArguments("ITEM", options->m_items, "Checks to run; default: all. ITEM.TAG=VALUE sets a limit")
         .Formats(options->m_format, {"table", "csv", "json", "geojson"}, "Default: table")
-        .Flag("--strict", options->m_isStrict, "Exit code 1 when something was found")
+        .Flag("--strict", options->m_isStrict, "Exit code 1 when something was found, or an outdated result was read")
         .SaveAs(options->m_output)
         .Examples({"drenova check town.gpkg", "drenova check town.gpkg 0004_MIN_SLOPE 0004_MIN_SLOPE.VALUE_MIN=3"})
         .Notes("The findings replace those of the project's layer \"findings\".")

@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "apps/cli/input/Calculators.h"
 #include "apps/cli/input/Checks.h"
+#include "apps/cli/input/OutdatedReading.h"
 #include "apps/cli/input/Project.h"
 #include "apps/cli/shell/TerminalDirectionEditor.h"
 #include "apps/cli/verbs/Verbs.h"
@@ -9,6 +10,7 @@
 #include "host/sewage_calculations/CalculationRun.h"
 #include "reports/FindingListing.h"
 #include "reports/HydraulicsListing.h"
+#include "reports/OutdatedListing.h"
 #include "reports/RainListing.h"
 #include "reports/RunOutcome.h"
 
@@ -35,6 +37,7 @@ struct COptions {
     std::string m_project;
     std::string m_parameterFile;
     std::string m_output;
+    bool m_isStrict = false;
 };
 
 constexpr double WaterViscosity = 1e-6; ///< m²/s, the default of "hydraulics"
@@ -58,6 +61,7 @@ Result<CCalculationOutcome> RunOne(const std::string& key, const std::vector<CFo
         return outcome.GetError();
     if (const Status ended = CheckEnd(outcome.Value(), editor); !ended)
         return Error{ended.GetError().kind, fmt::format("{}: {}", key, ended.GetError().message)};
+    terminal.Show(Reports::MakeOutdatedRemarks(outcome->m_outdated));
     for (const std::string& tag : editor.GetOutOfForce())
         terminal.Note(fmt::format("{}: {} has no effect with the other values of the form", key, tag));
     if (outcome->HasStored()) {
@@ -101,6 +105,7 @@ struct CRunSummary {
     int m_count = 0;
     bool m_hasStored = false;
     bool m_hasChanges = false;
+    bool m_hasReadOutdated = false;
     bool m_isStoppedByRain = false; ///< no rain result: what follows would use the result of an earlier run
 };
 
@@ -118,6 +123,7 @@ Result<CRunSummary> RunCalculators(const CParameterFile& file, CTerminal& termin
             summary.m_isStoppedByRain = true;
             return summary;
         }
+        summary.m_hasReadOutdated = summary.m_hasReadOutdated || !outcome->m_outdated.empty();
         summary.m_hasStored = summary.m_hasStored || outcome->HasStored();
         summary.m_hasChanges = summary.m_hasChanges || outcome->m_hasChanges;
         ++summary.m_count;
@@ -143,11 +149,12 @@ CVerbResult RunDesign(const COptions& options, CTerminal& terminal, std::ostream
     const auto runs = RunCalculators(file.Value(), terminal, results);
     if (!runs)
         return runs.GetError();
-    if (runs->m_isStoppedByRain)
+    if (runs->m_isStoppedByRain || (options.m_isStrict && runs->m_hasReadOutdated))
         return enmExitCode::NothingStored;
     if (runs->m_count == 0)
         return BadInput(fmt::format("{}: found no calculator, expected one or more", options.m_parameterFile));
     const Reports::CNetworkHydraulics hydraulics = Reports::CalculateNetworkHydraulics(WaterViscosity);
+    terminal.Show(Reports::MakeOutdatedRemarks(hydraulics.m_outdated));
     terminal.Show(hydraulics.m_remarks);
     if (const Status checked = RunChecks(checks.Value(), terminal); !checked)
         return checked.GetError();
@@ -167,6 +174,7 @@ CVerb MakeDesign() {
     return CVerb("design", "PROJECT --params FILE.json [options]", "Run every calculator that a parameter file names")
         .Project(options->m_project)
         .RequiredOption("--params", options->m_parameterFile, "FILE.json", "Calculators and their values")
+        .Flag("--strict", options->m_isStrict, StrictHelp)
         .SaveAs(options->m_output)
         .Examples({"drenova design town.gpkg --params design.json -o designed.gpkg"})
         .Notes("Calculators run in ascending order of key, then the hydraulics of all pipes are calculated and all\n"

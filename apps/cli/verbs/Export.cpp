@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 #include "apps/cli/input/FormatHelp.h"
+#include "apps/cli/input/OutdatedReading.h"
 #include "apps/cli/input/Project.h"
 #include "apps/cli/shell/DescriptorStream.h"
 #include "apps/cli/shell/Interrupt.h"
@@ -28,6 +29,7 @@ struct COptions {
     std::string m_output;          ///< file to write, "-" for standard output
     std::string m_on = "sections"; ///< of csv
     std::string m_kind = "pipe";   ///< of catalog
+    bool m_isStrict = false;       ///< writes nothing when an outdated result is read
 };
 
 CExportChoice MakeChoice(const COptions& options) {
@@ -47,8 +49,19 @@ CVerbResult ExportProject(const COptions& options, CTerminal& terminal) {
         return BadArguments(fmt::format("--output: {} is the project itself", options.m_output));
     if (const Status goesOn = Interrupt::Check(); !goesOn)
         return goesOn.GetError();
-    const auto write = [&](std::ostream& stream) { return format.Value()->m_export(stream, MakeChoice(options)); };
-    if (const Status written = WriteFileWhole(options.m_output, write); !written)
+    COutdatedReading reading;
+    bool isGivenUp = false;
+    const auto write = [&](std::ostream& stream) -> Status {
+        Status written = format.Value()->m_export(stream, MakeChoice(options));
+        isGivenUp = reading.Report(terminal) && options.m_isStrict;
+        if (written && isGivenUp)
+            return OLMGis::Utility::Error{OLMGis::Utility::enmErrorKind::Stopped, "an outdated result was read"};
+        return written;
+    };
+    const Status written = WriteFileWhole(options.m_output, write);
+    if (isGivenUp)
+        return enmExitCode::NothingStored;
+    if (!written)
         return written.GetError();
     return enmExitCode::Done;
 }
@@ -64,6 +77,7 @@ CVerb MakeExport() {
         .RequiredOption("-o,--output", options->m_output, "FILE", "File to write; \"-\" for standard output")
         .On(options->m_on)
         .Choice("--kind", options->m_kind, {"pipe", "manhole"}, "Catalogue of the format catalog; default: pipe")
+        .Flag("--strict", options->m_isStrict, StrictHelp)
         .Examples({"drenova export town.gpkg geojson -o town.geojson",
                    "drenova export town.gpkg csv --on nodes -o nodes.csv"})
         .Notes(ListFormats(formats, &OLMGis::ProjectIo::CFormat::m_writes))

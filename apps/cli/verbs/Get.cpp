@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "apps/cli/input/AttributeKeys.h"
 #include "apps/cli/input/NamedEntities.h"
+#include "apps/cli/input/OutdatedReading.h"
 #include "apps/cli/input/Project.h"
 #include "apps/cli/verbs/Verbs.h"
 #include "reports/AttributeListing.h"
@@ -31,8 +32,10 @@ CVerbResult ShowAttributes(const COptions& options, CTerminal& terminal, std::os
     const auto entities = ChooseOrAll(kind, options.m_names);
     if (!entities)
         return entities.GetError();
+    COutdatedReading reading;
     Print(results, Reports::CListing(Reports::MakeAttributeTable(entities.Value(), definitions.Value())),
           options.m_format.Get());
+    reading.Report(terminal);
     return enmExitCode::Done;
 }
 

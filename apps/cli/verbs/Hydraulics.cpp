@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
+#include "apps/cli/input/AttributeKeys.h"
+#include "apps/cli/input/OutdatedReading.h"
 #include "apps/cli/input/Project.h"
 #include "apps/cli/verbs/Verbs.h"
 #include "host/gis_core/Utility.h"
 #include "reports/HydraulicsListing.h"
+#include "reports/OutdatedListing.h"
 #include "reports/ShownText.h"
 
 #include <fmt/format.h>
@@ -12,16 +15,30 @@
 
 namespace Cli {
 
+using OLMGis::Data::CDataDefinition;
 using OLMGis::Utility::BadArguments;
+using OLMGis::Utility::Result;
 
 namespace {
 
 struct COptions {
     std::string m_project;
     std::string m_viscosity{"1e-6"}; ///< m²/s
+    std::string m_flow;            ///< key; empty for the flow of the design
+    bool m_isStrict = false;
     CFormatOption m_format;
     std::string m_output;
 };
+
+/// The attribute of sections in m³/s that --flow names.
+Result<const CDataDefinition*> FindFlowKey(const std::string& key) {
+    auto found = FindKey(OLMGis::Data::enmEntityKind::Section, key);
+    if (found && found.Value()->m_unit != "m³/s")
+        return BadArguments(
+            fmt::format("--flow: found {} in {}, expected a flow in m³/s", key,
+                        found.Value()->m_unit.empty() ? std::string("no unit") : found.Value()->m_unit));
+    return found;
+}
 
 CVerbResult CalculateHydraulics(const COptions& options, CTerminal& terminal, std::ostream& results) {
     const auto viscosity = OLMGis::Utility::CUtility::ParseDouble(options.m_viscosity);
@@ -31,7 +48,17 @@ CVerbResult CalculateHydraulics(const COptions& options, CTerminal& terminal, st
     const auto project = CProject::Open(options.m_project, terminal);
     if (!project)
         return project.GetError();
-    const Reports::CNetworkHydraulics hydraulics = Reports::CalculateNetworkHydraulics(*viscosity);
+    const OLMGis::Data::CDataDefinition* flow = nullptr;
+    if (!options.m_flow.empty()) {
+        const auto key = FindFlowKey(options.m_flow);
+        if (!key)
+            return key.GetError();
+        flow = key.Value();
+    }
+    const Reports::CNetworkHydraulics hydraulics = Reports::CalculateNetworkHydraulics(*viscosity, flow);
+    terminal.Show(Reports::MakeOutdatedRemarks(hydraulics.m_outdated));
+    if (options.m_isStrict && !hydraulics.m_outdated.empty())
+        return enmExitCode::NothingStored;
     terminal.Show(hydraulics.m_remarks);
     if (hydraulics.m_hasStored)
         if (const auto saved = project.Value()->Save(options.m_output); !saved)
@@ -53,12 +80,13 @@ CVerb MakeHydraulics() {
     const auto options = std::make_shared<COptions>();
     return CVerb("hydraulics", "PROJECT [options]", "Calculate filling, velocity and capacity of the pipes")
         .Project(options->m_project)
+        .Option("--flow", options->m_flow, "KEY", "Flow of each section; default: FLOW_TOTAL, without it FLOW_RAIN_IDF")
         .Option("--viscosity", options->m_viscosity, "NU", "Viscosity of the water, m²/s; default: 1e-6")
         .Formats(options->m_format, {"table", "csv", "json"}, "Default: table, with rounded numbers")
+        .Flag("--strict", options->m_isStrict, StrictHelp)
         .SaveAs(options->m_output)
         .Examples({"drenova hydraulics town.gpkg --format csv"})
-        .Notes("Every section with a flow (FLOW_TOTAL, without it FLOW_RAIN_IDF), a pipe and a SECTION_SLOPE. The\n"
-               "roughness is PIPE_ROUGHNESS, without it that of the pipe. HYD_FILLING, HYD_VELOCITY and HYD_CAPACITY\n"
+        .Notes("Every section with a flow, a pipe and a SECTION_SLOPE. The roughness is PIPE_ROUGHNESS, without it that of the pipe. HYD_FILLING, HYD_VELOCITY and HYD_CAPACITY\n"
                "are stored. Exit code: 1 when nothing was stored.")
         .Runs([options](CTerminal& terminal, std::ostream& results) {
             return CalculateHydraulics(*options, terminal, results);

@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "apps/cli/input/Calculators.h"
 #include "apps/cli/input/NamedEntities.h"
+#include "apps/cli/input/OutdatedReading.h"
 #include "apps/cli/input/Project.h"
 #include "apps/cli/input/RegistryHelp.h"
 #include "apps/cli/shell/TerminalDirectionEditor.h"
@@ -9,6 +10,7 @@
 #include "host/gis_core/RunTrace.h"
 #include "host/sewage_calculations/CalculationRun.h"
 #include "rain/explain/RainTraceNames.h"
+#include "reports/OutdatedListing.h"
 #include "reports/RainExplanation.h"
 #include "reports/RainListing.h"
 #include "reports/RunOutcome.h"
@@ -41,6 +43,7 @@ struct COptions {
     std::string m_parameterFile;       ///< empty for none
     std::vector<std::string> m_names;  ///< sections by name or GUID; none for all
     bool m_isPreview = false;
+    bool m_isStrict = false;
     std::string m_output;
     CFormatOption m_format{.m_format = ""}; ///< of the sections of a rain run; empty: not given, a table
     std::string m_explain;                  ///< section to explain in place of listing all; empty for none
@@ -203,6 +206,9 @@ CVerbResult RunCalculator(const COptions& options, CTerminal& terminal, std::ost
     rain.End(terminal, outcome->HasStored());
     if (const Status ended = CheckEnd(outcome.Value(), editor); !ended)
         return ended.GetError();
+    terminal.Show(Reports::MakeOutdatedRemarks(outcome->m_outdated));
+    if (options.m_isStrict && !outcome->m_outdated.empty())
+        return enmExitCode::NothingStored;
     for (const std::string& tag : editor.GetOutOfForce())
         terminal.Note(fmt::format("{} has no effect with the other values of the form", tag));
     const bool hasResults = options.m_isPreview || outcome->HasStored();
@@ -244,6 +250,7 @@ CVerb MakeRun() {
         .Formats(options->m_format, {"table", "csv", "json"},
                  "001_RAIN_ITP: format of the sections; default: table,\nwith rounded numbers")
         .Flag("--idf-table", options->m_wantsIdfTable, "001_RAIN_ITP: also write IDFOut.txt")
+        .Flag("--strict", options->m_isStrict, StrictHelp)
         .Questions()
         .SaveAs(options->m_output)
         .Examples({"drenova run town.gpkg 01_WASTE_PERCENT BROJ_STANOVNIKA=12000 PERIOD=25",

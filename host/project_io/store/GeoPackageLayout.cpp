@@ -97,7 +97,16 @@ const std::vector<CTable>& GetTables() {
          {{"id", KeyType, ""},
           {"item", "INTEGER NOT NULL", "Row of the pipe in drenova_catalog"},
           {"height", "REAL", "Height above the invert, mm"},
-          {"width", "REAL", "Inside width, mm"}}}};
+          {"width", "REAL", "Inside width, mm"}}},
+        {ResultOriginsTable,
+         "What the stored results were made of, to see which are outdated",
+         {{"id", KeyType, ""},
+          {"calculator", "TEXT NOT NULL", "Key of the calculator"},
+          {"kind", "TEXT NOT NULL", "result or input"},
+          {"name", "TEXT NOT NULL", "Attribute key, or name of another input"},
+          {"detail", "TEXT", "Which part of the input"},
+          {"hash", "TEXT", "Hash of the input when the result was stored, hexadecimal"}},
+         true}};
     return tables;
 }
 

@@ -28,6 +28,7 @@ inline constexpr std::string_view SettingsTable = "drenova_settings"; ///< of th
 inline constexpr std::string_view TextsTable = "drenova_texts";       ///< long texts that many rows share
 inline constexpr std::string_view CatalogTable = "drenova_catalog";   ///< groups and items, a group before its items
 inline constexpr std::string_view ShapesTable = "drenova_catalog_shapes"; ///< points of table shapes
+inline constexpr std::string_view ResultOriginsTable = "drenova_result_origins"; ///< what results were made of
 inline constexpr std::string_view FindingsTable = "findings";             ///< layer of what checks found
 
 inline constexpr std::string_view SchemaVersionName = "schema_version"; ///< names in MetaTable
@@ -86,6 +87,7 @@ struct CTable {
     std::string_view m_table;
     std::string_view m_description;
     std::vector<CColumn> m_columns;
+    bool m_isOptional = false; ///< files of earlier versions lack it, and are read without it
 };
 const std::vector<CTable>& GetTables();
 

@@ -11,6 +11,7 @@
 #include "host/project_io/store/CatalogStore.h"
 #include "host/project_io/store/FindingsLayer.h"
 #include "host/project_io/store/LayerReader.h"
+#include "host/project_io/store/ResultOriginStore.h"
 
 #include <fmt/format.h>
 
@@ -47,7 +48,8 @@ void CompareCoordinateSystem(const CSqliteDatabase& database, const CFileTables&
 
 void CheckOwnTables(const CFileTables& tables) {
     for (const Layout::CTable& table : Layout::GetTables())
-        tables.GetColumns(table.m_table, table.m_columns);
+        if (!table.m_isOptional || tables.Has(table.m_table))
+            tables.GetColumns(table.m_table, table.m_columns);
 }
 
 } // namespace
@@ -83,6 +85,8 @@ CProjectMeta ReadGeoPackage(const CSqliteDatabase& database, CWarnings& warnings
     sections.Read(progress);
     catchments.Read(progress);
     ReadFindings(database, tables, warnings);
+    if (tables.Has(Layout::ResultOriginsTable))
+        ReadResultOrigins(database);
     progress.Show();
     return meta;
 }

@@ -12,6 +12,7 @@
 #include "host/project_io/store/FindingsLayer.h"
 #include "host/project_io/store/LayerWriter.h"
 #include "host/project_io/store/ProjectTables.h"
+#include "host/project_io/store/ResultOriginStore.h"
 
 #include <fmt/format.h>
 
@@ -116,6 +117,7 @@ public:
         WriteMeta(m_database, saveCounter);
         WriteSettings(m_database);
         WriteCatalogs(m_database);
+        WriteResultOrigins(m_database);
         DescribeExtension("gpkg_data_columns", "", "gpkg_schema", "schema", "read-write");
         DescribeExtension("gpkg_data_column_constraints", "", "gpkg_schema", "schema", "read-write");
         CSharedTexts texts;

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#pragma once
+
+#include "host/sewage_calculations/OutdatedResults.h"
+#include "reports/Remark.h"
+
+#include <string>
+#include <vector>
+
+namespace Reports {
+
+/// One sentence: the result, what changed, and the command that renews it.
+std::string DescribeOutdated(const OLMGis::Sewage::COutdatedResult& result);
+
+/// A warning for each.
+CRemarks MakeOutdatedRemarks(const std::vector<OLMGis::Sewage::COutdatedResult>& results);
+
+} // namespace Reports
