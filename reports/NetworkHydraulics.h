@@ -21,7 +21,7 @@ struct CNetworkHydraulics {
     std::vector<CHydraulicsRow> m_rows; ///< sections with a flow, a pipe and a slope, in the order of the network
     bool m_hasStored = false;           ///< whether any numbers were stored
     std::vector<OLMGis::Sewage::COutdatedResult> m_outdated{}; ///< results that were read and are outdated
-    CRemarks m_remarks;                 ///< sections with a flow that lack the rest, and surcharged ones
+    CRemarks m_remarks; ///< sections with a flow that lack the rest, and surcharged ones
 };
 
 /// Calculates and stores the hydraulics of every section of the active project, and the origin of these results.

@@ -144,7 +144,8 @@ void AddOutdated(CListing& listing, const std::vector<OLMGis::Sewage::COutdatedR
     CTable table({TextColumn("result", "result"), TextColumn("calculator", "calculator"),
                   TextColumn("changed", "changed since")});
     for (const auto& result : results)
-        table.AddRow({result.m_result->m_id, result.m_calculator, fmt::format("{}", fmt::join(result.m_changed, ", "))});
+        table.AddRow(
+            {result.m_result->m_id, result.m_calculator, fmt::format("{}", fmt::join(result.m_changed, ", "))});
     listing.m_blocks.push_back({"Outdated results (run the calculator again)", std::move(table), true});
 }
 

@@ -19,9 +19,9 @@ struct CResultInput {
 
 /// What the stored results of one calculator were made of.
 struct CResultOrigin {
-    std::string m_calculator;            ///< key of the calculator, or "hydraulics"
-    std::vector<std::string> m_results;  ///< attribute keys that the run stored, in the order of the definitions
-    std::vector<CResultInput> m_inputs;  ///< attributes in the order of the definitions, then the others by name
+    std::string m_calculator;           ///< key of the calculator, or "hydraulics"
+    std::vector<std::string> m_results; ///< attribute keys that the run stored, in the order of the definitions
+    std::vector<CResultInput> m_inputs; ///< attributes in the order of the definitions, then the others by name
     friend bool operator==(const CResultOrigin&, const CResultOrigin&) = default;
 };
 

@@ -89,8 +89,8 @@ public:
     /// MAIN_SECT_OUT; until then the same for everybody. Who walks keeps the pointer for the walk.
     std::shared_ptr<const CConnectivity> GetConnectivity() const;
 
-    /// Grows with every entity that comes or goes, undo included: who keeps something made of the network sees that it is
-    /// outdated.
+    /// Grows with every entity that comes or goes, undo included: who keeps something made of the network sees that it
+    /// is outdated.
     std::uint64_t GetChangeCount() const {
         return m_nodes.m_changeCount + m_sections.m_changeCount + m_catchments.m_changeCount;
     }

@@ -109,7 +109,7 @@ std::uint64_t HashPipesInUse() {
     for (const auto& section : topology.GetSections()) {
         if (!column->IsNotNull(section->GetRow()))
             continue;
-        const auto id = static_cast<std::size_t>(column->GetStored(section->GetRow()).m_bits);
+        const std::uint64_t id = column->GetStored(section->GetRow()).m_bits;
         if (isSeen[id])
             continue;
         isSeen[id] = true;
@@ -143,7 +143,7 @@ public:
             return 0;
         const std::uint64_t bits = m_column.GetStored(row).m_bits;
         if (m_column.GetType() == enmDataType::Text) {
-            std::uint64_t& hash = m_textHashes[static_cast<std::size_t>(bits)];
+            std::uint64_t& hash = m_textHashes[bits];
             if (hash == 0)
                 hash = HashText(m_texts.Get(static_cast<std::uint32_t>(bits)));
             return hash;

@@ -84,7 +84,7 @@ private:
         }
         std::vector<bool>& rows = m_rows[definition.m_index];
         rows.resize(GetStore().GetRowCount(definition.m_entityKind), false);
-        m_counts[definition.m_index] += rows[row] ? 0 : 1;
+        m_counts[definition.m_index] += rows[row] ? 0U : 1U;
         rows[row] = true;
     }
 
@@ -215,7 +215,8 @@ std::vector<COutdatedResult> FindOutdatedResults() {
             if (std::find(changed[i].begin(), changed[i].end(), input.m_name) != changed[i].end())
                 enter(names, input.m_name);
         for (const std::string& key : origins[i].m_results)
-            if (const auto* const definition = Data::FindDefinition(key); definition != nullptr && HasValues(*definition))
+            if (const auto* const definition = Data::FindDefinition(key);
+                definition != nullptr && HasValues(*definition))
                 outdated.push_back({definition, origins[i].m_calculator, names});
     }
     return outdated;

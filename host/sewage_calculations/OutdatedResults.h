@@ -49,7 +49,8 @@ public:
     const Data::CInputNotes& GetNotes() const { return m_notes; }
 
     /// Stops, and takes the results from the journal of the run: numbers of sections. (The texts that runs store are
-    /// their parameters and PIPE_REF, which is an input once it is stored.) Inputs are hashed as they are now, after the run.
+    /// their parameters and PIPE_REF, which is an input once it is stored.) Inputs are hashed as they are now, after
+    /// the run.
     ///
     /// Where values remain that this run did not write, as after a run of some sections, what was outdated stays so: an
     /// input keeps its former hash. Linear in the journal and the inputs.

@@ -37,8 +37,8 @@ struct CSectionHydraulics {
 };
 
 /// The hydraulics of sections as designed: the flow is a given attribute, or FLOW_TOTAL, without it FLOW_RAIN_IDF, the
-/// design flow of a storm-water network without calculated totals; the slope is SECTION_SLOPE; the roughness is PIPE_ROUGHNESS, without
-/// it that of the pipe.
+/// design flow of a storm-water network without calculated totals; the slope is SECTION_SLOPE; the roughness is
+/// PIPE_ROUGHNESS, without it that of the pipe.
 class CSectionHydraulicsReader {
 public:
     /// Viscosity in m²/s; flow: attribute of a section in m³/s, null for the flow of the design.

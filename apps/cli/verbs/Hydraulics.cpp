@@ -24,7 +24,7 @@ namespace {
 struct COptions {
     std::string m_project;
     std::string m_viscosity{"1e-6"}; ///< m²/s
-    std::string m_flow;            ///< key; empty for the flow of the design
+    std::string m_flow;              ///< key; empty for the flow of the design
     bool m_isStrict = false;
     CFormatOption m_format;
     std::string m_output;
@@ -86,7 +86,8 @@ CVerb MakeHydraulics() {
         .Flag("--strict", options->m_isStrict, StrictHelp)
         .SaveAs(options->m_output)
         .Examples({"drenova hydraulics town.gpkg --format csv"})
-        .Notes("Every section with a flow, a pipe and a SECTION_SLOPE. The roughness is PIPE_ROUGHNESS, without it that of the pipe. HYD_FILLING, HYD_VELOCITY and HYD_CAPACITY\n"
+        .Notes("Every section with a flow, a pipe and a SECTION_SLOPE. The roughness is PIPE_ROUGHNESS, without it "
+               "that of the pipe. HYD_FILLING, HYD_VELOCITY and HYD_CAPACITY\n"
                "are stored. Exit code: 1 when nothing was stored.")
         .Runs([options](CTerminal& terminal, std::ostream& results) {
             return CalculateHydraulics(*options, terminal, results);

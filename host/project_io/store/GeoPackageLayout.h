@@ -27,9 +27,9 @@ inline constexpr std::string_view MetaTable = "drenova_meta";         ///< about
 inline constexpr std::string_view SettingsTable = "drenova_settings"; ///< of the project
 inline constexpr std::string_view TextsTable = "drenova_texts";       ///< long texts that many rows share
 inline constexpr std::string_view CatalogTable = "drenova_catalog";   ///< groups and items, a group before its items
-inline constexpr std::string_view ShapesTable = "drenova_catalog_shapes"; ///< points of table shapes
+inline constexpr std::string_view ShapesTable = "drenova_catalog_shapes";        ///< points of table shapes
 inline constexpr std::string_view ResultOriginsTable = "drenova_result_origins"; ///< what results were made of
-inline constexpr std::string_view FindingsTable = "findings";             ///< layer of what checks found
+inline constexpr std::string_view FindingsTable = "findings";                    ///< layer of what checks found
 
 inline constexpr std::string_view SchemaVersionName = "schema_version"; ///< names in MetaTable
 inline constexpr std::string_view SaveCounterName = "save_counter";

@@ -89,8 +89,8 @@ void ReadResultOrigins(const CSqliteDatabase& database) {
         if (kind == Result)
             origins.back().m_results.push_back(name);
         else if (kind == Input)
-            origins.back().m_inputs.push_back({name, FromStored(name, reader.GetText(Detail), folder),
-                                               ReadHash(reader, reader.GetText(Hash))});
+            origins.back().m_inputs.push_back(
+                {name, FromStored(name, reader.GetText(Detail), folder), ReadHash(reader, reader.GetText(Hash))});
         else
             reader.Fail(fmt::format("found the kind \"{}\", expected {} or {}", kind, Result, Input));
     }
