@@ -80,7 +80,7 @@ TEST_F(Outdated, FollowWhatTheirRunRead) {
          {{"001_RAIN_ITP", {"PIPE_ROUGHNESS"}},
           {"04_FC_TOTAL", {"FLOW_RAIN_IDF"}},
           {"hydraulics", {"PIPE_ROUGHNESS", "FLOW_TOTAL"}}}},
-        {{"set", "coefficient=0.9", "--all", "--on", "catchments"},
+        {{"set", "coefficient=0.3", "--all", "--on", "catchments"},
          {{"001_RAIN_ITP", {"catchments"}}, {"04_FC_TOTAL", {"FLOW_RAIN_IDF"}}, {"hydraulics", {"FLOW_TOTAL"}}}},
         {{"settings", "edition=RO"}, with(flows, {{"01_WASTE_PERCENT", {"settings"}}})},
     };
