@@ -13,6 +13,7 @@
 #include "reports/OutdatedListing.h"
 #include "reports/RainListing.h"
 #include "reports/RunOutcome.h"
+#include "reports/RunWarnings.h"
 
 #include <fmt/format.h>
 
@@ -62,6 +63,7 @@ Result<CCalculationOutcome> RunOne(const std::string& key, const std::vector<CFo
     if (const Status ended = CheckEnd(outcome.Value(), editor); !ended)
         return Error{ended.GetError().kind, fmt::format("{}: {}", key, ended.GetError().message)};
     terminal.Show(Reports::MakeOutdatedRemarks(outcome->m_outdated));
+    terminal.Show(Reports::MakeRunWarnings(key, outcome.Value()));
     for (const std::string& tag : editor.GetOutOfForce())
         terminal.Note(fmt::format("{}: {} has no effect with the other values of the form", key, tag));
     if (outcome->HasStored()) {

@@ -14,6 +14,7 @@
 #include "reports/RainExplanation.h"
 #include "reports/RainListing.h"
 #include "reports/RunOutcome.h"
+#include "reports/RunWarnings.h"
 #include "reports/ShownText.h"
 
 #include <fmt/format.h>
@@ -209,6 +210,7 @@ CVerbResult RunCalculator(const COptions& options, CTerminal& terminal, std::ost
     terminal.Show(Reports::MakeOutdatedRemarks(outcome->m_outdated));
     if (options.m_isStrict && !outcome->m_outdated.empty())
         return enmExitCode::NothingStored;
+    terminal.Show(Reports::MakeRunWarnings(options.m_calculator, outcome.Value()));
     for (const std::string& tag : editor.GetOutOfForce())
         terminal.Note(fmt::format("{} has no effect with the other values of the form", tag));
     const bool hasResults = options.m_isPreview || outcome->HasStored();

@@ -24,6 +24,7 @@ CVerb MakeRun();
 CVerb MakeDesign();
 CVerb MakeCheck();
 CVerb MakeDirections();
+CVerb MakeBalance();
 CVerb MakeHydraulics();
 CVerb MakePipe();
 CVerb MakeCurves();

@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Copyright (C) the Drenova authors
+#include "reports/RunWarnings.h"
+
+#include "flow/FlowKeys.h"
+#include "reports/Balance.h"
+#include "reports/BalanceListing.h"
+#include "reports/ShownText.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace Reports {
+
+using nlohmann::json;
+using OLMGis::Sewage::CCalculationOutcome;
+using OLMGis::Sewage::CStoredResult;
+
+namespace {
+
+CRemark Warning(std::string text) {
+    return {CRemark::enmKind::Warning, OnOneLine(text)};
+}
+
+/// The values of the form of a run.
+class CFormValues {
+public:
+    explicit CFormValues(const std::string& parameters) : m_values(json::parse(parameters, nullptr, false)) {}
+
+    double Get(const char* tag) const {
+        const bool hasNumber = m_values.is_object() && m_values.contains(tag) && m_values[tag].is_number();
+        return hasNumber ? m_values[tag].get<double>() : 0.0;
+    }
+    bool IsOn(const char* tag) const { return Get(tag) != 0.0; }
+
+    bool IsAllOff() const {
+        return m_values.is_object() && std::all_of(m_values.begin(), m_values.end(), [](const json& value) {
+                   return value.is_number() && value.get<double>() == 0.0;
+               });
+    }
+
+private:
+    json m_values;
+};
+
+/// What a run stored under a key; null without anything.
+const CStoredResult* Find(const CCalculationOutcome& outcome, std::string_view key) {
+    const auto found = std::find_if(outcome.m_results.begin(), outcome.m_results.end(),
+                                    [key](const auto& result) { return result.m_definition->m_id == key; });
+    return found == outcome.m_results.end() ? nullptr : &*found;
+}
+
+void WarnOfSums(const std::string& calculator, const CFormValues& form, CRemarks& remarks) {
+    if (form.IsAllOff())
+        remarks.push_back(
+            Warning(fmt::format("all flows of the form are switched off, so every sum is 0. Switch on "
+                                "what counts (drenova form PROJECT {}), for example {}=1",
+                                calculator, calculator == "03_FC_TRANSIT" ? "FC_WASTE_PER" : "FLOW_TRANSIT")));
+    if (calculator != "03_FC_TRANSIT" || !form.IsOn("FC_WASTE_PER") || !form.IsOn("FC_HOUSEWASTE_AREA"))
+        return;
+    const double byPopulation = SumOverSections(Flow::Keys::WastePercent);
+    const double byArea = SumOverSections(Flow::Keys::WasteHome);
+    if (byPopulation > 0.0 && byArea > 0.0)
+        remarks.push_back(Warning(fmt::format("domestic wastewater is summed twice: {:.4f} m³/s by population "
+                                              "(FC_WASTE_PER) and {:.4f} m³/s by catchment area (FC_HOUSEWASTE_AREA)",
+                                              byPopulation, byArea)));
+}
+
+/// The defaults of this form are fixed and far from usual amounts.
+void WarnOfDefaults(const CCalculationOutcome& outcome, const CFormValues& form, CRemarks& remarks) {
+    const struct {
+        const char* m_switch;
+        const char* m_value;
+        double m_default;
+        const char* m_unit;
+        const char* m_result;
+    } amounts[] = {
+        {"FC_ADD_FW", "FC_ADD_FW_COEFF", 1.0, "l/(s·inh)", Flow::Keys::Foreign},
+        {"FC_ADD_POINT", "FC_ADD_POINT_VAL", 10.0, "l/s on each section", Flow::Keys::Point},
+        {"FC_ADD_ADDITIONAL", "FC_ADD_ADDITIONAL_VAL", 0.2, "l/(s·inh)", Flow::Keys::Additional},
+    };
+    for (const auto& amount : amounts) {
+        const CStoredResult* const stored = Find(outcome, amount.m_result);
+        // The coefficient per inhabitant counts in the first of the methods for infiltration water alone.
+        const bool isInForce = form.IsOn(amount.m_switch) &&
+                               (std::string_view(amount.m_switch) != "FC_ADD_FW" || !form.IsOn("FC_ADD_FW_OPTION"));
+        if (stored != nullptr && isInForce && form.Get(amount.m_value) == amount.m_default)
+            remarks.push_back(Warning(fmt::format("{}={} {} is the default of the form, not a design value: it gives "
+                                                  "{:.4f} m³/s on {}",
+                                                  amount.m_value, amount.m_default, amount.m_unit, stored->m_sum,
+                                                  Count(static_cast<std::size_t>(stored->m_count), "section"))));
+    }
+}
+
+/// Partial areas load a chain, and less than what drains to the end on purpose: their difference is no loss.
+void WarnOfChains(CRemarks& remarks) {
+    constexpr std::size_t MostEnds = 5;
+    const auto rows = MakeBalance();
+    std::vector<std::string> ends;
+    std::size_t count = 0;
+    for (const CBalanceRow& row : rows)
+        if (row.m_areaArriving < row.m_areaAbove * (1.0 - 1e-9) && ++count <= MostEnds)
+            ends.push_back(
+                fmt::format("{} ({:.2f} of {:.2f} ha)", row.m_section->GetName(), row.m_areaArriving, row.m_areaAbove));
+    if (count > 0)
+        remarks.push_back(Warning(fmt::format("partial areas follow chains of sections and leave side branches out: "
+                                              "loaded at the ends: {}{}. Compare with PARTIAL_AREA_EFFECT=0",
+                                              fmt::join(ends, ", "), count > ends.size() ? ", ..." : "")));
+}
+
+} // namespace
+
+CRemarks MakeRunWarnings(const std::string& calculator, const CCalculationOutcome& outcome) {
+    CRemarks remarks;
+    if (!outcome.HasStored())
+        return remarks;
+    const CFormValues form(outcome.m_parameters);
+    if (calculator == "03_FC_TRANSIT" || calculator == "04_FC_TOTAL")
+        WarnOfSums(calculator, form, remarks);
+    if (calculator == "02_ADDITIONAL")
+        WarnOfDefaults(outcome, form, remarks);
+    if (calculator == "001_RAIN_ITP" && form.IsOn("PARTIAL_AREA_EFFECT")) {
+        WarnOfChains(remarks);
+        return remarks;
+    }
+    for (CRemark& loss : MakeLossRemarks(calculator))
+        remarks.push_back(std::move(loss));
+    return remarks;
+}
+
+} // namespace Reports
