@@ -22,8 +22,8 @@ enum class enmBalanced { Area, Inhabitants, Flow };
 struct CCarriedAmounts {
     enmBalanced m_quantity{};
     bool m_hasRun = false; ///< whether a run stored the results; without one nothing is carried
-    std::vector<double> m_entered;
-    std::vector<double> m_carried;
+    std::vector<double> m_entered{};
+    std::vector<double> m_carried{};
 };
 
 /// The amounts of the active project.
