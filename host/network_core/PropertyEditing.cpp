@@ -4,6 +4,7 @@
 
 #include "host/gis_core/Utility.h"
 #include "host/network_core/CatalogManager.h"
+#include "host/network_core/FormDefinitions.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -15,6 +16,8 @@
 namespace OLMGis::Topology {
 
 using Data::CDataBox;
+using Data::enmJudgement;
+using Data::Judge;
 using Utility::BadArguments;
 using Utility::CUtility;
 using Utility::Done;
@@ -43,7 +46,36 @@ std::optional<CDataBox> ParseNumber(std::string_view text, CDataBox::enmKind for
 }
 
 Error NotTaken(const CPropertyEx& property, std::string_view text, std::string_view expected) {
-    return BadArguments(fmt::format("{}: found \"{}\", expected {}", property.GetTag(), text, expected));
+    return BadArguments(fmt::format("{}: found \"{}\", expected {}", NameField(property), text, expected));
+}
+
+/// The choices whose hidden value a text is, as a number where it is one: of equal ones the first.
+std::vector<const CConstraint*> FindByHiddenValue(const CPropertyEx& property, std::string_view text) {
+    const auto number = CUtility::ParseDouble(text);
+    for (const auto& choice : property.GetConstraints()->GetConstraints()) {
+        const CDataBox& hidden = choice->GetHiddenValue();
+        if (hidden.GetKind() == CDataBox::enmKind::Text ? hidden.TextView() == text
+                                                        : number && *number == hidden.AsDouble())
+            return {choice.get()};
+    }
+    return {};
+}
+
+/// The choices that show a text: several, where their numbers are shown rounded.
+std::vector<const CConstraint*> FindByText(const CPropertyEx& property, std::string_view text) {
+    std::vector<const CConstraint*> fitting;
+    for (const auto& choice : property.GetConstraints()->GetConstraints())
+        if (choice->GetValue().AsText() == text)
+            fitting.push_back(choice.get());
+    return fitting;
+}
+
+std::string NameChoices(const std::vector<const CConstraint*>& choices) {
+    std::vector<std::string> names;
+    for (const CConstraint* choice : choices)
+        if (names.size() < MostNamed)
+            names.push_back(fmt::format("{} ({})", choice->GetHiddenValue().AsText(), choice->GetValue().AsText()));
+    return fmt::format("{}{}", fmt::join(names, ", "), choices.size() > MostNamed ? ", ..." : "");
 }
 
 Status SetChoice(CPropertyEx& property, std::string_view text) {
@@ -55,24 +87,21 @@ Status SetChoice(CPropertyEx& property, std::string_view text) {
         property.SetValue(CDataBox(text));
         return Done{};
     }
-    const auto& choices = property.GetConstraints()->GetConstraints();
-    const auto number = CUtility::ParseDouble(text);
-    std::vector<std::string> offered;
-    for (const auto& choice : choices) {
-        const CDataBox& hidden = choice->GetHiddenValue();
-        const bool isHidden = hidden.GetKind() == CDataBox::enmKind::Text ? hidden.TextView() == text
-                                                                          : number && *number == hidden.AsDouble();
-        if (isHidden || choice->GetValue().AsText() == text) {
-            property.SetHiddenValue(hidden);
-            property.SetValue(choice->GetValue());
-            return Done{};
-        }
-        if (offered.size() < MostNamed)
-            offered.push_back(fmt::format("{} ({})", hidden.AsText(), choice->GetValue().AsText()));
+    std::vector<const CConstraint*> fitting = FindByHiddenValue(property, text);
+    if (fitting.empty())
+        fitting = FindByText(property, text);
+    if (fitting.size() == 1) {
+        property.SetHiddenValue(fitting.front()->GetHiddenValue());
+        property.SetValue(fitting.front()->GetValue());
+        return Done{};
     }
-    if (choices.size() > MostNamed)
-        offered.emplace_back("...");
-    return NotTaken(property, text, fmt::format("one of {}", fmt::join(offered, ", ")));
+    if (!fitting.empty())
+        return NotTaken(property, text,
+                        fmt::format("the hidden value of one of those that it fits: {}", NameChoices(fitting)));
+    std::vector<const CConstraint*> offered;
+    for (const auto& choice : property.GetConstraints()->GetConstraints())
+        offered.push_back(choice.get());
+    return NotTaken(property, text, fmt::format("one of {}", NameChoices(offered)));
 }
 
 boost::shared_ptr<CCatalogItem> FindEntry(const CPropertyEx& property, const CCatalog& catalog, std::string_view text) {
@@ -116,12 +145,16 @@ Status SetPicked(CPropertyEx& property, std::string_view text) {
 
 Status SetPropertyText(CPropertyEx& property, std::string_view text) {
     if (property.IsReadOnly() != 0)
-        return BadArguments(fmt::format("{}: the field is read-only", property.GetTag()));
+        return BadArguments(fmt::format("{}: the field is read-only", NameField(property)));
     switch (property.GetEditorType()) {
     case enmPropertyEditorType::Edit: {
         const auto number = ParseNumber(text, property.GetValue().GetKind());
         if (!number)
             return NotTaken(property, text, "a number");
+        if (const CFieldDefinition* const field = property.GetDefinition();
+            field != nullptr && Judge(field->m_range, number->AsDouble()) == enmJudgement::Impossible)
+            return BadArguments(fmt::format("{}: {}", NameField(property),
+                                            ExplainJudgement(field->m_range, number->AsDouble(), field->m_unit)));
         property.SetValue(*number);
         property.SetHiddenValue(*number);
         return Done{};
@@ -147,6 +180,22 @@ Status SetPropertyText(CPropertyEx& property, std::string_view text) {
         return SetPicked(property, text);
     }
     return NotTaken(property, text, "a field that can be edited");
+}
+
+std::string NameField(const CPropertyEx& property) {
+    const std::string_view alias = property.GetAlias();
+    return alias.empty() ? property.GetTag() : fmt::format("{} ({})", property.GetTag(), alias);
+}
+
+std::optional<std::string> WarnOfUnusual(const CPropertyEx& property) {
+    const CFieldDefinition* const field = property.GetDefinition();
+    const CDataBox& value = property.GetValue();
+    if (field == nullptr || property.GetEditorType() != enmPropertyEditorType::Edit || !value.IsNotNull() ||
+        SameValue(value, property.GetDefaultValue()) ||
+        Judge(field->m_range, value.AsDouble()) != enmJudgement::Unusual)
+        return std::nullopt;
+    return fmt::format("{}, {}: {}", NameField(property), property.GetName(),
+                       ExplainJudgement(field->m_range, value.AsDouble(), field->m_unit));
 }
 
 boost::shared_ptr<CConstraint> FindChoice(const CPropertyEx& property, const CDataBox& hiddenValue) {

@@ -3,6 +3,7 @@
 #include "host/network_core/PropertyEx.h"
 
 #include "host/gis_core/ModuleConfiguration.h"
+#include "host/network_core/FormDefinitions.h"
 #include "host/network_core/PropertiesEx.h"
 
 #include <boost/make_shared.hpp>
@@ -42,6 +43,14 @@ std::string CPropertyEx::GetName() const {
 
 std::string CPropertyEx::GetDescription() const {
     return Utility::Msg(m_labelMessage != 0 ? m_labelMessage : m_descriptionMessage);
+}
+
+std::string_view CPropertyEx::GetAlias() const {
+    return m_definition == nullptr ? std::string_view() : m_definition->m_alias;
+}
+
+std::string_view CPropertyEx::GetUnit() const {
+    return m_definition == nullptr ? std::string_view() : m_definition->m_unit;
 }
 
 const CDataBox& CPropertyEx::GetEffectiveValue() const {

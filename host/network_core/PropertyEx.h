@@ -13,6 +13,7 @@
 namespace OLMGis::Topology {
 
 class CCategory;
+struct CFieldDefinition;
 
 /// How a property is edited.
 enum class enmPropertyEditorType : int {
@@ -78,6 +79,18 @@ public:
     std::string GetName() const;
     std::string GetDescription() const;
 
+    /// Alias, unit and range of the field; null where nothing is known of it. Not owned: it lives as long as the
+    /// program.
+    const CFieldDefinition* GetDefinition() const { return m_definition; }
+    void SetDefinition(const CFieldDefinition* definition) { m_definition = definition; }
+
+    /// The English name of the tag and the unit of the value; empty without a definition.
+    std::string_view GetAlias() const;
+    std::string_view GetUnit() const;
+
+    /// Whether a text names this field: its tag or its alias.
+    bool IsNamed(std::string_view name) const { return name == m_tag || (!name.empty() && name == GetAlias()); }
+
     /// Whether a person chooses among constraints: a combo box that has at least one.
     bool HasChoices() const { return m_constraints && m_constraints->GetMaxConstraintOrd() > 0; }
 
@@ -99,6 +112,7 @@ private:
     Data::CDataBox m_defaultValue;
     Data::CDataBox m_defaultHiddenValue;
     boost::shared_ptr<CConstraints> m_constraints;
+    const CFieldDefinition* m_definition = nullptr;
     enmPropertyEditorType m_editorType = enmPropertyEditorType::Edit;
     int m_ord = 0;
     int m_nameMessage = 0;

@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "host/sewage_core/IFlowCalculator.h"
 
+#include "host/network_core/FormDefinitions.h"
 #include "host/network_core/FormEditor.h"
 
 namespace OLMGis::Sewage {
@@ -10,6 +11,7 @@ int IFlowCalculator::InputParameters(const CSectionList& /*sections*/, CFlowCalc
                                      CReport* /*report*/) {
     if (params == nullptr || !params->m_properties)
         return 0;
+    Topology::CFormDefinitions::Instance().Apply(m_key, *params->m_properties);
     params->m_properties->ApplyDependencies();
     return Topology::FormEditor().EditForm(GetCalculatorName(), *params->m_properties,
                                            [this, params](Topology::CPropertyEx& changed) {

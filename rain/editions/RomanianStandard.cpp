@@ -26,7 +26,8 @@ void CRomanianStandard::Read(CFormReading& reading) {
     // An invalid text means the default coefficients, not those of an earlier run.
     m_coefficients = {};
     const std::string text = reading.m_form.GetStrProperty(Tag, "", 1);
-    if (m_coefficients.ParseValue(text) == 0 && !text.empty())
+    const bool isUntouched = text.empty() || text == "0"; // the field begins with the number 0
+    if (m_coefficients.ParseValue(text) == 0 && !isUntouched)
         reading.NoteUnread(Tag);
 }
 

@@ -2,12 +2,15 @@
 // Copyright (C) the Drenova authors
 #include "host/network_core/CatalogManager.h"
 #include "host/network_core/CustomDialogRegistry.h"
+#include "host/network_core/FormDefinitions.h"
 #include "host/network_core/PropertiesEx.h"
 #include "host/network_core/PropertyEditing.h"
 #include "tests/support/TestProject.h"
 
 #include <boost/make_shared.hpp>
 #include <gtest/gtest.h>
+
+#include <optional>
 
 using namespace OLMGis;
 using namespace OLMGis::Topology;
@@ -149,6 +152,71 @@ TEST(Form, RefusesWhatItsEditorsWouldNotTake) {
         EXPECT_FALSE(form.Type(tag, text)) << tag << "=" << text;
     EXPECT_EQ(form.properties.Serialize(), before);
     EXPECT_TRUE(form.Type("FREQUENCY", "0.5")) << "where no choices are offered any number is taken";
+}
+
+/// Curves of 0.005, 0.01, 2 and 5 events, shown with few decimals: what is typed means the stored number first.
+TEST(Form, FindsChoicesByHiddenValueBeforeText) {
+    struct CCase {
+        const char* m_typed;
+        std::optional<double> m_chosen; ///< nothing: refused
+        const char* m_message = "";
+    };
+    const CCase cases[] = {
+        {"0.01", 0.01}, // 0.005 shows as 0.01 too, and is first
+        {"1e-2", 0.01},
+        {"0.005", 0.005},
+        {"2.00", 2.0},
+        {"often", 5.0},
+        {"rare", std::nullopt, "0.005 (0.01)"}, // no choice
+        {"twice", std::nullopt, "one of those that it fits: 7 (twice), 8 (twice)"},
+    };
+    for (const CCase& test : cases) {
+        CForm form;
+        const auto frequency = form.properties.GetPropertyExByTag("FREQUENCY");
+        auto constraints = boost::make_shared<CConstraints>();
+        const std::pair<const char*, double> choices[] = {{"0.01", 0.005}, {"0.01", 0.01}, {"2", 2.0},
+                                                          {"often", 5.0},  {"twice", 7.0}, {"twice", 8.0}};
+        for (const auto& [text, hidden] : choices) {
+            auto choice = boost::make_shared<CConstraint>();
+            choice->SetValue(text);
+            choice->SetHiddenValue(hidden);
+            constraints->AddConstraint(choice);
+        }
+        frequency->SetConstraints(constraints);
+        const auto entered = SetPropertyText(*frequency, test.m_typed);
+        ASSERT_EQ(static_cast<bool>(entered), test.m_chosen.has_value()) << test.m_typed;
+        if (test.m_chosen)
+            EXPECT_EQ(frequency->GetHiddenValue().AsDouble(), *test.m_chosen) << test.m_typed;
+        else
+            EXPECT_NE(entered.GetError().message.find(test.m_message), std::string::npos) << entered.GetError().message;
+    }
+}
+
+/// A number is judged by the range of its field; the default is never unusual.
+TEST(Form, JudgesNumbersByTheRangeOfTheField) {
+    CFieldDefinition consumption{"CONSUMPTION", "l/(inh·d)", {}};
+    consumption.m_range.m_min = 0.0;
+    consumption.m_range.m_usualMin = 50.0;
+    consumption.m_range.m_usualMax = 500.0;
+    struct CCase {
+        const char* m_typed;
+        bool m_isTaken;
+        bool m_isUnusual;
+    };
+    for (const CCase& test : {CCase{"150", true, false},
+                              {"0.15", true, true},
+                              {"0", true, true},
+                              {"-1", false, false},
+                              {"501", true, true},
+                              {"1", true, false}}) {
+        CForm form;
+        const auto field = form.properties.GetPropertyExByTag("COEFF");
+        field->SetDefinition(&consumption);
+        EXPECT_TRUE(field->IsNamed("CONSUMPTION") && field->IsNamed("COEFF"));
+        const auto entered = SetPropertyText(*field, test.m_typed);
+        EXPECT_EQ(static_cast<bool>(entered), test.m_isTaken) << test.m_typed;
+        EXPECT_EQ(WarnOfUnusual(*field).has_value(), test.m_isUnusual) << test.m_typed << ", the default is 1";
+    }
 }
 
 TEST(Form, PicksCatalogueGroupsByNameOrGuid) {
