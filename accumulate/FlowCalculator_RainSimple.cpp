@@ -127,3 +127,13 @@ std::string CFlowCalculator_RainSimple::GetCalculatorGroupName() {
 std::string CFlowCalculator_RainSimple::GetParametersDataId() {
     return Flow::Keys::RainParameters;
 }
+
+std::vector<std::string> CFlowCalculator_RainSimple::GetReadKeys() const {
+    using namespace Flow::Keys;
+    return {RetardationCoefficient, ReductionCoefficient, RainFrequency,       RainDuration,
+            CatchmentKinds,         CatchmentArea,        CatchmentCoefficient};
+}
+
+std::vector<std::string> CFlowCalculator_RainSimple::GetWrittenKeys(bool /*inAnyEdition*/) const {
+    return {Flow::Keys::Intensity, Flow::Keys::Rain, Flow::Keys::RainParameters};
+}

@@ -2,11 +2,13 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/sewage_core/ICalculatorInputs.h"
 #include "host/sewage_core/IFlowCalculator.h"
 
 #include <boost/shared_ptr.hpp>
 
 #include <string>
+#include <vector>
 
 /// Derives the rain flow of each section (FLOW_RAIN, m³/s) from one design intensity (l/(s·ha)) and the section's own
 /// corrected catchment area (ha); nothing is accumulated.
@@ -14,7 +16,8 @@
 /// The intensity is reduced in one of two ways: by the coefficients FLOW_COEFRET and FLOW_COEFRED of the section, or by
 /// Reinhold's time coefficient of its rain frequency FLOW_ATV_N (1/year) and rain duration FLOW_ATV_T (min). Each of
 /// the four that is absent counts as 1.
-class CFlowCalculator_RainSimple final : public OLMGis::Sewage::IFlowCalculator {
+class CFlowCalculator_RainSimple final : public OLMGis::Sewage::IFlowCalculator,
+                                         public OLMGis::Sewage::ICalculatorInputs {
 public:
     CFlowCalculator_RainSimple();
 
@@ -32,6 +35,9 @@ public:
     std::string GetCalculatorIcon() override { return "IDI_CALC_RAIN"; }
     std::string GetCalculatorGroupIcon() override { return "IDI_CALC_RAIN"; }
     std::string GetParametersDataId() override;
+
+    std::vector<std::string> GetReadKeys() const override;
+    std::vector<std::string> GetWrittenKeys(bool inAnyEdition) const override;
 
 private:
     boost::shared_ptr<OLMGis::Sewage::CFlowCalculatorParameters> m_parameters;

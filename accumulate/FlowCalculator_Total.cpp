@@ -143,3 +143,21 @@ std::string CFlowCalculator_Total::GetCalculatorGroupName() {
 std::string CFlowCalculator_Total::GetParametersDataId() {
     return Flow::Keys::TotalParameters;
 }
+
+std::vector<std::string> CFlowCalculator_Total::GetReadKeys() const {
+    std::vector<std::string> keys;
+    for (const Component& component : Components)
+        keys.emplace_back(component.key);
+    return keys;
+}
+
+std::vector<std::string> CFlowCalculator_Total::GetWrittenKeys(bool /*inAnyEdition*/) const {
+    return {Flow::Keys::Total, Flow::Keys::TotalParameters};
+}
+
+std::vector<std::string> CFlowCalculator_Total::GetNeededResults(const CPropertiesEx& form) const {
+    std::vector<std::string> keys;
+    for (const CDataDefinition* flow : FlowsSwitchedOn(form))
+        keys.push_back(flow->m_id);
+    return keys;
+}

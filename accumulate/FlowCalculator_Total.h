@@ -2,15 +2,17 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/sewage_core/ICalculatorInputs.h"
 #include "host/sewage_core/IFlowCalculator.h"
 
 #include <boost/shared_ptr.hpp>
 
 #include <string>
+#include <vector>
 
 /// Adds up the flows of a section that are switched on and stores them as its total (FLOW_TOTAL, m³/s): the last step
 /// of a design, on what the other calculators left. Each section by itself.
-class CFlowCalculator_Total final : public OLMGis::Sewage::IFlowCalculator {
+class CFlowCalculator_Total final : public OLMGis::Sewage::IFlowCalculator, public OLMGis::Sewage::ICalculatorInputs {
 public:
     using CFlowCalculatorParameters = OLMGis::Sewage::CFlowCalculatorParameters;
 
@@ -35,6 +37,10 @@ public:
     std::string GetCalculatorIcon() override { return "IDI_CALC_SUM"; }
     std::string GetCalculatorGroupIcon() override { return "IDI_CALC_SUM"; }
     std::string GetParametersDataId() override;
+
+    std::vector<std::string> GetReadKeys() const override;
+    std::vector<std::string> GetWrittenKeys(bool inAnyEdition) const override;
+    std::vector<std::string> GetNeededResults(const OLMGis::Topology::CPropertiesEx& form) const override;
 
 private:
     boost::shared_ptr<CFlowCalculatorParameters> m_parameters;

@@ -6,6 +6,7 @@
 #include "flow/FlowOutputs.h"
 #include "flow/FlowValue.h"
 #include "flow/FormFields.h"
+#include "flow/InputLacks.h"
 #include "flow/MainOutlets.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/HostServices.h"
@@ -41,7 +42,7 @@ constexpr int Category = 2150;
 
 } // namespace Messages
 
-constexpr const char* MainOutletKey = "MAIN_SECT_OUT";
+constexpr const char* MainOutletKey = Flow::Keys::MainOutlet;
 
 /// A switch of the form and the flow of a section that it brings in.
 struct Component {
@@ -242,4 +243,30 @@ std::string CFlowCalculator_Transit::GetCalculatorGroupName() {
 
 std::string CFlowCalculator_Transit::GetParametersDataId() {
     return Flow::Keys::TransitParameters;
+}
+
+std::vector<std::string> CFlowCalculator_Transit::GetReadKeys() const {
+    std::vector<std::string> keys{MainOutletKey};
+    for (const Component& component : Components)
+        keys.emplace_back(component.key);
+    return keys;
+}
+
+std::vector<std::string> CFlowCalculator_Transit::GetWrittenKeys(bool /*inAnyEdition*/) const {
+    return {Flow::Keys::SectionTotal, Flow::Keys::Transit, Flow::Keys::TransitParameters};
+}
+
+std::vector<std::string> CFlowCalculator_Transit::GetNeededResults(const OLMGis::Topology::CPropertiesEx& form) const {
+    std::vector<std::string> keys;
+    for (const Component& component : Components)
+        if (form.GetIntProperty(component.tag, 0, 1) != 0)
+            keys.emplace_back(component.key);
+    return keys;
+}
+
+std::vector<OLMGis::Sewage::CLack> CFlowCalculator_Transit::FindLacks(const CSectionList& sections,
+                                                                      CFlowCalculatorParameters& /*params*/) const {
+    std::vector<OLMGis::Sewage::CLack> lacks;
+    Flow::InputLacks::AddMainOutlets(sections, lacks);
+    return lacks;
 }

@@ -4,6 +4,7 @@
 
 #include "accumulate/TransitFlows.h"
 #include "accumulate/TransitWalk.h"
+#include "host/sewage_core/ICalculatorInputs.h"
 #include "host/sewage_core/IFlowCalculator.h"
 
 #include <boost/shared_ptr.hpp>
@@ -11,6 +12,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 /// Accumulates flows down the network. Each section gets the sum of its own flows, as far as they are switched on
 /// (FLOW_SECT_TOTAL, m³/s), and what arrives at its start from above (FLOW_TRANSIT, m³/s). Flow never splits: where
@@ -18,7 +20,7 @@
 /// reached.
 ///
 /// Of all calculators only this one and the rain calculator keep figures of a run: those of the last finished one.
-class CFlowCalculator_Transit : public OLMGis::Sewage::IFlowCalculator {
+class CFlowCalculator_Transit : public OLMGis::Sewage::IFlowCalculator, public OLMGis::Sewage::ICalculatorInputs {
 public:
     using CSection = OLMGis::Topology::CSection;
     using CEntity = OLMGis::Topology::CEntity;
@@ -72,6 +74,12 @@ public:
 
     /// The sum (m³/s) of the flows that the parameters switch on; 0 for a null.
     static double GetOwnFlow(const boost::shared_ptr<CSection>& section, const CFlowCalculatorParameters* params);
+
+    std::vector<std::string> GetReadKeys() const override;
+    std::vector<std::string> GetWrittenKeys(bool inAnyEdition) const override;
+    std::vector<std::string> GetNeededResults(const OLMGis::Topology::CPropertiesEx& form) const override;
+    std::vector<OLMGis::Sewage::CLack> FindLacks(const OLMGis::Sewage::CSectionList& sections,
+                                                 OLMGis::Sewage::CFlowCalculatorParameters& params) const override;
 
 private:
     static TransitSectionFlow BuildSectionFlow(const boost::shared_ptr<CSection>& section,

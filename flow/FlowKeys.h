@@ -50,6 +50,14 @@ inline constexpr const char* InletTime = "FLOW_INTIME";               ///< min
 inline constexpr const char* RetentionBulgarian = "FLOW_BLG_RET";     ///< -
 inline constexpr const char* Slope = "SECTION_SLOPE";                 ///< 1/1000
 inline constexpr const char* PipeRoughness = "PIPE_ROUGHNESS";        ///< mm
+inline constexpr const char* Length = "length";                       ///< plan length, m; else that of the geometry
+
+// Of nodes and catchments.
+inline constexpr const char* MainOutlet = "MAIN_SECT_OUT"; ///< text, GUID of a section
+inline constexpr const char* CatchmentKinds = "kinds";
+inline constexpr const char* CatchmentArea = "area";               ///< ha
+inline constexpr const char* CatchmentCoefficient = "coefficient"; ///< runoff, -
+inline constexpr const char* CatchmentDensity = "density";         ///< inhabitants/ha
 
 // The parameters that made a section's values: the form as one text.
 inline constexpr const char* RainParameters = "FLOW_RAIN_S";

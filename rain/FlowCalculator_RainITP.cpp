@@ -16,6 +16,7 @@
 #include "host/network_core/Selector.h"
 #include "host/workspace_core/WsManager.h"
 #include "rain/RainITPForm.h"
+#include "rain/RainLacks.h"
 #include "rain/explain/RainTrace.h"
 #include "rain/run/IterationTable.h"
 #include "rain/run/ResultStore.h"
@@ -356,4 +357,19 @@ const CVariationData* CFlowCalculator_RainITP::FindVariationData(const CSectionP
 
 const Rain::CVariationSearch* CFlowCalculator_RainITP::GetSearch() const {
     return m_run && m_run->m_search ? &*m_run->m_search : nullptr;
+}
+
+std::vector<std::string> CFlowCalculator_RainITP::GetReadKeys() const {
+    return Rain::GetReadKeys();
+}
+
+std::vector<std::string> CFlowCalculator_RainITP::GetWrittenKeys(bool /*inAnyEdition*/) const {
+    return {Flow::Keys::Intensity,          Flow::Keys::ConcentrationTime, Flow::Keys::UpstreamFlowTime,
+            Flow::Keys::SectionFlowTime,    Flow::Keys::RainCurves,        Flow::Keys::CorrectedArea,
+            Flow::Keys::CorrectedAreaTotal, Flow::Keys::PipeReference};
+}
+
+std::vector<OLMGis::Sewage::CLack> CFlowCalculator_RainITP::FindLacks(const CSectionList& sections,
+                                                                      CFlowCalculatorParameters& params) const {
+    return Rain::FindLacks(sections, params);
 }

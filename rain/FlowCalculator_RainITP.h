@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/sewage_core/ICalculatorInputs.h"
 #include "host/sewage_core/IFlowCalculator.h"
 #include "rain/RainITPParameters.h"
 #include "rain/run/SectionDataIDF.h"
@@ -10,6 +11,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 class CVariationData;
 
@@ -23,7 +25,7 @@ class CVariationSearch;
 ///
 /// The face of the calculation for a host: it reads the form, asks and alerts, and stores. What is calculated in
 /// between is in the rooms run and variations.
-class CFlowCalculator_RainITP final : public OLMGis::Sewage::IFlowCalculator {
+class CFlowCalculator_RainITP final : public OLMGis::Sewage::IFlowCalculator, public OLMGis::Sewage::ICalculatorInputs {
 public:
     using CSectionList = OLMGis::Sewage::CSectionList;
     using CSectionPtr = boost::shared_ptr<OLMGis::Topology::CSection>;
@@ -64,6 +66,11 @@ public:
     /// After a walk: stores on the sections the first record of each (write), and appends to IDFOut.txt (report);
     /// iteration 1 begins that file anew.
     void WriteResults(int write, int report, int iteration);
+
+    std::vector<std::string> GetReadKeys() const override;
+    std::vector<std::string> GetWrittenKeys(bool inAnyEdition) const override;
+    std::vector<OLMGis::Sewage::CLack> FindLacks(const OLMGis::Sewage::CSectionList& sections,
+                                                 OLMGis::Sewage::CFlowCalculatorParameters& params) const override;
 
 private:
     struct CRun;

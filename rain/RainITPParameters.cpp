@@ -34,6 +34,7 @@ int CRainITPParameters::ReadParameters(CFlowCalculatorParameters* parameters, in
     const int isComplete = Read(reading, interactive, forecast);
     m_errors = std::move(reading.m_errors);
     m_unread = std::move(reading.m_unread);
+    m_wrongTags = std::move(reading.m_wrongTags);
     return isComplete != 0 && m_errors.empty() ? 1 : 0;
 }
 
@@ -87,14 +88,14 @@ void CRainITPParameters::ReadPipeGroup(Rain::CFormReading& reading) {
     if (!guids.empty())
         m_pipeGroup = CCatalogManager::Instance()->GetItemByGuid(CCatalogManager::PipeCatalog, guids.front());
     if (!m_pipeGroup) {
-        reading.m_errors.push_back(Msg(PipeGroupLabel));
+        reading.NoteError("PIPE_GROUP", Msg(PipeGroupLabel));
         return;
     }
     auto* const pipes = CPipeManager::Instance();
     if (const auto smallest = pipes->GetPipeByInnerDiameter(m_pipeGroup->GetName(), 0.0, 1))
         m_defaultRoughness = pipes->GetPipeRoughness(smallest);
     if (m_pipeGroup->GetSubItems().empty())
-        reading.m_errors.push_back(Msg(PipeGroupLabel));
+        reading.NoteError("PIPE_GROUP", Msg(PipeGroupLabel));
     else
         m_pipeTypeId = pipes->GetPipeTypeID(m_pipeGroup->GetSubItems().front());
 }

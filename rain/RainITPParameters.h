@@ -30,8 +30,9 @@ public:
     /// The curves of the file; null when the rain is from another source.
     const CIDFCurves* FindCurves() const;
 
-    std::vector<std::string> m_errors; ///< names of properties that are missing or out of range
-    std::vector<std::string> m_unread; ///< names of properties with invalid texts, for which the defaults apply
+    std::vector<std::string> m_errors;    ///< names of properties that are missing or out of range
+    std::vector<std::string> m_unread;    ///< names of properties with invalid texts, for which the defaults apply
+    std::vector<std::string> m_wrongTags; ///< tags of the properties of m_errors
 
 private:
     int Read(Rain::CFormReading& reading, int interactive, const std::string& forecast);

@@ -6,6 +6,7 @@
 #include "flow/FlowOutputs.h"
 #include "flow/FlowValue.h"
 #include "flow/FormFields.h"
+#include "flow/InputLacks.h"
 #include "host/formulas/Units.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/ModuleConfiguration.h"
@@ -243,4 +244,29 @@ std::string CFlowCalculator_Additional::GetCalculatorGroupName() {
 
 std::string CFlowCalculator_Additional::GetParametersDataId() {
     return Keys::AdditionalParameters;
+}
+
+std::vector<std::string> CFlowCalculator_Additional::GetReadKeys() const {
+    return {Keys::CatchmentKinds, Keys::CatchmentArea, Keys::CatchmentDensity,
+            Keys::WasteHome,      Keys::WasteIndustry, Keys::Length};
+}
+
+std::vector<std::string> CFlowCalculator_Additional::GetWrittenKeys(bool /*inAnyEdition*/) const {
+    return {Keys::Foreign, Keys::Point, Keys::Additional, Keys::User, Keys::AdditionalParameters};
+}
+
+std::vector<std::string> CFlowCalculator_Additional::GetNeededResults(const CPropertiesEx& form) const {
+    const Waste::AdditionalInput in(form);
+    if (in.hasInfiltration == 0 || in.infiltrationMethod != Waste::ByWasteFlows)
+        return {};
+    return {Keys::WasteHome, Keys::WasteIndustry};
+}
+
+std::vector<OLMGis::Sewage::CLack> CFlowCalculator_Additional::FindLacks(const CSectionList& sections,
+                                                                         CFlowCalculatorParameters& params) const {
+    const Waste::AdditionalInput in(*params.m_properties);
+    std::vector<OLMGis::Sewage::CLack> lacks;
+    if ((in.hasInfiltration != 0 && in.infiltrationMethod == Waste::ByInhabitants) || in.hasAdditional != 0)
+        Flow::InputLacks::AddDensities(sections, lacks);
+    return lacks;
 }

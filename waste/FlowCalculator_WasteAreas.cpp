@@ -7,6 +7,7 @@
 #include "flow/FlowOutputs.h"
 #include "flow/FlowValue.h"
 #include "flow/FormFields.h"
+#include "flow/InputLacks.h"
 #include "host/formulas/Units.h"
 #include "host/gis_core/CoreProgressBar.h"
 #include "host/gis_core/DataRW.h"
@@ -240,4 +241,26 @@ std::string CFlowCalculator_WasteAreas::GetCalculatorGroupName() {
 
 std::string CFlowCalculator_WasteAreas::GetParametersDataId() {
     return Flow::Keys::WasteAreasParameters;
+}
+
+std::vector<std::string> CFlowCalculator_WasteAreas::GetReadKeys() const {
+    return {Flow::Keys::CatchmentKinds, Flow::Keys::CatchmentArea, Flow::Keys::CatchmentDensity};
+}
+
+std::vector<std::string> CFlowCalculator_WasteAreas::GetWrittenKeys(bool inAnyEdition) const {
+    const bool isBulgarian = Flow::Edition::Is(Flow::Edition::Bulgarian);
+    std::vector<std::string> keys{Flow::Keys::WasteIndustry, Flow::Keys::WasteAreasParameters};
+    if (inAnyEdition || !isBulgarian)
+        keys.emplace_back(Flow::Keys::WasteHome);
+    if (inAnyEdition || isBulgarian)
+        keys.insert(keys.end(), {Flow::Keys::PeakFactorBulgarian, Flow::Keys::WasteHomeBulgarian});
+    return keys;
+}
+
+std::vector<OLMGis::Sewage::CLack> CFlowCalculator_WasteAreas::FindLacks(const CSectionList& sections,
+                                                                         CFlowCalculatorParameters& params) const {
+    std::vector<OLMGis::Sewage::CLack> lacks;
+    if (Input(*params.m_properties, Flow::Edition::Is(Flow::Edition::Bulgarian)).hasHome)
+        Flow::InputLacks::AddDensities(sections, lacks);
+    return lacks;
 }

@@ -2,12 +2,14 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/sewage_core/ICalculatorInputs.h"
 #include "host/sewage_core/IDensityUser.h"
 #include "host/sewage_core/IFlowCalculator.h"
 
 #include <boost/shared_ptr.hpp>
 
 #include <string>
+#include <vector>
 
 /// Calculates domestic and industrial flow from the catchments of sections, each with a switch of its own.
 ///
@@ -15,7 +17,9 @@
 /// Bulgarian edition: the flow of everything upstream with a peak factor that falls as the flow grows
 /// (FLOW_WASTE_HOME_BG, m³/s, and FLOW_BLG_WASTE_HOME_KOMAX, -). Industrial: the section's own industrial area times a
 /// specific flow (FLOW_WASTE_IND, m³/s), in the Bulgarian edition with a peak factor as well.
-class CFlowCalculator_WasteAreas final : public OLMGis::Sewage::IFlowCalculator, public OLMGis::Sewage::IDensityUser {
+class CFlowCalculator_WasteAreas final : public OLMGis::Sewage::IFlowCalculator,
+                                         public OLMGis::Sewage::IDensityUser,
+                                         public OLMGis::Sewage::ICalculatorInputs {
 public:
     /// The edition in force decides which results the calculator lists.
     CFlowCalculator_WasteAreas();
@@ -38,6 +42,11 @@ public:
     std::string GetParametersDataId() override;
 
     bool UsesDensities() const override { return true; }
+
+    std::vector<std::string> GetReadKeys() const override;
+    std::vector<std::string> GetWrittenKeys(bool inAnyEdition) const override;
+    std::vector<OLMGis::Sewage::CLack> FindLacks(const OLMGis::Sewage::CSectionList& sections,
+                                                 OLMGis::Sewage::CFlowCalculatorParameters& params) const override;
 
 private:
     boost::shared_ptr<OLMGis::Sewage::CFlowCalculatorParameters> m_parameters;

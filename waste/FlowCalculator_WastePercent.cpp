@@ -229,3 +229,11 @@ std::string CFlowCalculator_WastePercent::GetCalculatorGroupName() {
 std::string CFlowCalculator_WastePercent::GetParametersDataId() {
     return Keys::WastePercentParameters;
 }
+
+std::vector<std::string> CFlowCalculator_WastePercent::GetReadKeys() const {
+    return {Keys::DensityCoefficient, Keys::Length};
+}
+
+std::vector<std::string> CFlowCalculator_WastePercent::GetWrittenKeys(bool /*inAnyEdition*/) const {
+    return {Keys::SpecificFlow, Keys::WastePercent, Keys::WastePercentParameters};
+}

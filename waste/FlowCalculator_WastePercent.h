@@ -2,11 +2,13 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/sewage_core/ICalculatorInputs.h"
 #include "host/sewage_core/IFlowCalculator.h"
 
 #include <boost/shared_ptr.hpp>
 
 #include <string>
+#include <vector>
 
 /// Distributes the dry-weather flow of a settlement over sections in proportion to their length.
 ///
@@ -14,7 +16,8 @@
 /// and divides it by the weighted length of all given sections. Each section gets the specific flow (SPECIFIC_FLOW,
 /// m³/s per m) and its share (FLOW_WASTE_PER, m³/s). Has a preview: with write 0 it fills the report and stores no
 /// flow.
-class CFlowCalculator_WastePercent final : public OLMGis::Sewage::IFlowCalculator {
+class CFlowCalculator_WastePercent final : public OLMGis::Sewage::IFlowCalculator,
+                                           public OLMGis::Sewage::ICalculatorInputs {
 public:
     CFlowCalculator_WastePercent();
 
@@ -32,6 +35,9 @@ public:
     std::string GetCalculatorIcon() override { return "IDI_CALC_PERCENT"; }
     std::string GetCalculatorGroupIcon() override { return "IDI_CALC_PERCENT"; }
     std::string GetParametersDataId() override;
+
+    std::vector<std::string> GetReadKeys() const override;
+    std::vector<std::string> GetWrittenKeys(bool inAnyEdition) const override;
 
 private:
     boost::shared_ptr<OLMGis::Sewage::CFlowCalculatorParameters> m_parameters;

@@ -19,24 +19,25 @@ constexpr int DensitiesMissing = 70071;
 
 } // namespace
 
-std::optional<std::string> WarnOfMissingDensities(const CTopologyStorage& topology) {
-    constexpr std::size_t mostNamed = 10;
-    const auto* const kinds = Data::FindDefinition("kinds");
-    const auto* const area = Data::FindDefinition("area");
-    const auto* const density = Data::FindDefinition("density");
+bool LacksDensity(const CCatchment& catchment) {
+    static const auto* const kinds = Data::FindDefinition("kinds");
+    static const auto* const area = Data::FindDefinition("area");
+    static const auto* const density = Data::FindDefinition("density");
     Data::CDataBox box;
-    const auto read = [&](const Data::CDataDefinition* key, const CCatchment& catchment) {
+    const auto read = [&](const Data::CDataDefinition* key) {
         return Data::CDataRW::Read(key, &catchment, box, 0, nullptr) != 0;
     };
-    const auto lacksDensity = [&](const CCatchment& catchment) {
-        return read(kinds, catchment) && (box.AsInt() & Topology::CatchmentHousehold) != 0 && read(area, catchment) &&
-               box.AsDouble() > 0.0 && !read(density, catchment);
-    };
+    return read(kinds) && (box.AsInt() & Topology::CatchmentHousehold) != 0 && read(area) && box.AsDouble() > 0.0 &&
+           !read(density);
+}
+
+std::optional<std::string> WarnOfMissingDensities(const CTopologyStorage& topology) {
+    constexpr std::size_t mostNamed = 10;
     std::string names;
     std::size_t count = 0;
     for (const auto& section : topology.GetSections()) {
         const CCatchment* catchment = topology.GetFirstCatchment(*section);
-        while (catchment != nullptr && !lacksDensity(*catchment))
+        while (catchment != nullptr && !LacksDensity(*catchment))
             catchment = CTopologyStorage::GetNextCatchment(*catchment);
         if (catchment != nullptr && ++count <= mostNamed)
             names += fmt::format("{}{}", count > 1 ? ", " : "", section->GetName());

@@ -2,12 +2,16 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "host/network_core/Catchment.h"
 #include "host/network_core/TopologyStorage.h"
 
 #include <optional>
 #include <string>
 
 namespace OLMGis::Sewage {
+
+/// Whether a catchment is a household one with an area above 0 and no population density.
+bool LacksDensity(const Topology::CCatchment& catchment);
 
 /// A warning that names the sections (the first ten, and how many there are) with a household catchment that has an
 /// area above 0 and no population density: calculations that use densities give meaningless flows there. Empty when

@@ -28,6 +28,14 @@ std::optional<double> Read(const CDataDefinition* definition, const boost::share
 
 } // namespace
 
+std::vector<std::string> GetHydraulicsReadKeys() {
+    return {"FLOW_TOTAL", "FLOW_RAIN_IDF", "PIPE_REF", "PIPE_ROUGHNESS", "SECTION_SLOPE"};
+}
+
+std::vector<std::string> GetHydraulicsWrittenKeys() {
+    return {"HYD_FILLING", "HYD_VELOCITY", "HYD_CAPACITY"};
+}
+
 CSectionHydraulicsReader::CSectionHydraulicsReader(double viscosity, const CDataDefinition* flow)
     : m_flows(flow == nullptr ? std::vector{FindDefinition("FLOW_TOTAL"), FindDefinition("FLOW_RAIN_IDF")}
                               : std::vector{flow}),

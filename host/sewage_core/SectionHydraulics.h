@@ -8,6 +8,7 @@
 
 #include <boost/shared_ptr.hpp>
 
+#include <string>
 #include <vector>
 
 namespace OLMGis::Sewage {
@@ -35,6 +36,10 @@ struct CSectionHydraulics {
     double m_depth = 0.0;                             ///< m
     bool m_isOverfull = false;
 };
+
+/// The keys of attributes of sections that the hydraulics read and store.
+std::vector<std::string> GetHydraulicsReadKeys();
+std::vector<std::string> GetHydraulicsWrittenKeys();
 
 /// The hydraulics of sections as designed: the flow is a given attribute, or FLOW_TOTAL, without it FLOW_RAIN_IDF, the
 /// design flow of a storm-water network without calculated totals; the slope is SECTION_SLOPE; the roughness is

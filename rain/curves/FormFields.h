@@ -7,6 +7,7 @@
 #include <boost/shared_ptr.hpp>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace Rain {
@@ -44,9 +45,14 @@ struct CFormReading {
     const OLMGis::Topology::CPropertiesEx& m_form;
     std::vector<std::string> m_errors{}; ///< names of properties that are missing or out of range, in order of reading
     std::vector<std::string> m_unread{}; ///< names of properties with invalid texts, for which the defaults apply
+    std::vector<std::string> m_wrongTags{}; ///< tags of the properties of m_errors
 
     std::string NameOf(const char* tag) const;
-    void NoteError(const char* tag) { m_errors.push_back(NameOf(tag)); }
+    void NoteError(const char* tag) { NoteError(tag, NameOf(tag)); }
+    void NoteError(const char* tag, std::string name) {
+        m_errors.push_back(std::move(name));
+        m_wrongTags.emplace_back(tag);
+    }
     void NoteUnread(const char* tag) { m_unread.push_back(NameOf(tag)); }
 };
 

@@ -6,6 +6,7 @@
 #include "host/network_core/Connectivity.h"
 #include "host/network_core/TopologyStorage.h"
 #include "rain/run/RunSettings.h"
+#include "rain/run/RunStop.h"
 
 #include <boost/shared_ptr.hpp>
 
@@ -29,6 +30,20 @@ struct CSectionInput {
     double m_length = 0.0;              ///< plan length, m
     boost::shared_ptr<OLMGis::Topology::CCatalogItem> m_existingPipe; ///< may be null
 };
+
+/// Calls found(problem) for each reason why a section with this input can't be calculated, in a fixed order: where a
+/// single one is shown, it is the last.
+template <class Found>
+void ForEachProblem(const CSectionInput& input, const CRunSettings& settings, Found&& found) {
+    if (!input.m_slope)
+        found(enmInputProblem::NoSlope);
+    else if (*input.m_slope <= 0.0)
+        found(enmInputProblem::SlopeNotAboveZero);
+    if (!input.m_inletTime)
+        found(enmInputProblem::NoInletTime);
+    if (!input.m_timeFactor && settings.FindTimeFactor() != nullptr)
+        found(enmInputProblem::NoTimeFactor);
+}
 
 /// The sections of a run and how the network around them joins. Sections and nodes are named by their rows. Valid until
 /// the network changes.

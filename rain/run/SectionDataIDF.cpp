@@ -33,14 +33,7 @@ CSectionDataIDF::CSectionDataIDF(std::uint32_t section, const Rain::CSectionInpu
     if (HasRelevantPipe())
         if (const auto group = GroupAbove(*m_existingPipe))
             m_pipeGroupName = group->GetName();
-    if (!input.m_slope)
-        m_problem = enmInputProblem::NoSlope;
-    else if (m_slope <= 0.0)
-        m_problem = enmInputProblem::SlopeNotAboveZero;
-    if (!input.m_inletTime)
-        m_problem = enmInputProblem::NoInletTime;
-    if (!input.m_timeFactor && settings.FindTimeFactor() != nullptr)
-        m_problem = enmInputProblem::NoTimeFactor;
+    Rain::ForEachProblem(input, settings, [this](enmInputProblem problem) { m_problem = problem; });
 }
 
 double CSectionDataIDF::GetConcentrationTime() const {
