@@ -2,10 +2,7 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
-#include "host/network_core/PropertiesEx.h"
 #include "reports/Listing.h"
-
-#include <string>
 
 namespace Reports {
 
@@ -14,8 +11,5 @@ CListing MakeCalculatorListing();
 
 /// The checks of the loaded module in the order of registration, with the tags of their forms.
 CTable MakeCheckTable();
-
-/// A form in its present state: categories, tags, values, defaults, choices. Copies what it shows. title: first line.
-CListing MakeFormListing(std::string title, const OLMGis::Topology::CPropertiesEx& form);
 
 } // namespace Reports

@@ -40,7 +40,9 @@ std::optional<enmFormat> FindFormat(std::string_view name) {
 void Print(std::ostream& stream, const CListing& listing, enmFormat format) {
     using OLMGis::System::CProjectSettings;
     static const CTable none;
-    const CTable& table = listing.m_blocks.empty() ? none : listing.m_blocks.front().m_table;
+    const CTable& table = listing.m_table            ? *listing.m_table
+                          : listing.m_blocks.empty() ? none
+                                                     : listing.m_blocks.front().m_table;
     switch (format) {
     case enmFormat::Text:
         return PrintBlocks(stream, listing);

@@ -20,10 +20,11 @@ struct CBlock {
     bool m_isIndented = false; ///< the table
 };
 
-/// What a program shows at once: blocks for people; the table of the first block for CSV, GeoJSON and JSON, or in JSON
-/// a document where the data is nested.
+/// What a program shows at once: blocks for people; for CSV, GeoJSON and JSON one table, by default that of the first
+/// block, or in JSON a document where the data is nested.
 struct CListing {
     std::vector<CBlock> m_blocks;
+    std::optional<CTable> m_table{}; ///< for programs; nothing for the table of the first block
     std::function<void(std::ostream& stream)> m_printDocument{}; ///< JSON; empty for the first table
 
     CListing() = default;

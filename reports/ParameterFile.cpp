@@ -50,11 +50,18 @@ std::string_view ReasonOf(const json::exception& error) {
     return head == std::string_view::npos ? text : text.substr(head + 2);
 }
 
+/// JSON has no comments: members whose names begin so are for the reader of the file.
+bool IsRemark(std::string_view name) {
+    return name.starts_with('_');
+}
+
 Result<std::vector<CFormValue>> ReadEntry(const json& entry, const std::string& origin, const std::string& folder) {
     if (!entry.is_object())
         return BadInput(fmt::format("{}: found {}, expected an object of tags and values", origin, entry.dump()));
     std::vector<CFormValue> values;
     for (const auto& [tag, value] : entry.items()) {
+        if (IsRemark(tag))
+            continue;
         const std::optional<std::string> text = ToText(value);
         if (!text)
             return BadInput(fmt::format("{}: {}: found {}, expected a number or a text", origin, tag, value.dump()));
@@ -135,6 +142,8 @@ Result<CParameterFile> CParameterFile::Parse(std::string_view text, const std::s
     const CKeyKind checkKind{checks, "check", fmt::format("one of {}", fmt::join(checks, ", ")), "checks: "};
     CParameterFile parameters;
     for (const auto& [key, entry] : file->items()) {
+        if (IsRemark(key))
+            continue;
         if (key != ChecksKey) {
             if (const Status status = Enter(parameters.m_values, key, entry, calculatorKind, origin); !status)
                 return status.GetError();
@@ -144,7 +153,9 @@ Result<CParameterFile> CParameterFile::Parse(std::string_view text, const std::s
             return BadInput(fmt::format("{}: {}: found {}, expected an object of checks and their values", path, key,
                                         entry.dump()));
         for (const auto& [check, values] : entry.items())
-            if (const Status status = Enter(parameters.m_checks, check, values, checkKind, origin); !status)
+            if (IsRemark(check))
+                continue;
+            else if (const Status status = Enter(parameters.m_checks, check, values, checkKind, origin); !status)
                 return status.GetError();
     }
     return parameters;

@@ -18,10 +18,13 @@ struct CFormValue {
     std::string m_text;
     std::string m_origin; ///< file and entry for messages about a value of a parameter file; else empty
     std::string m_folder; ///< of the parameter file, where relative paths begin; else empty
+
+    /// From an earlier run: what the form lacks by now, or refuses while it is out of force, is left out.
+    bool m_isRemembered = false;
 };
 
 /// A parameter file: one JSON object with, by key of the calculator, one object of tags and values; and under "checks"
-/// the same by key of the check.
+/// the same by key of the check. A tag may be its alias. Members whose names begin with "_" are remarks: not read.
 class CParameterFile {
 public:
     /// path: for messages, and where relative paths begin. calculators, checks: all known keys. Refused when the stream

@@ -24,7 +24,17 @@ CListing MakeOutcomeListing(IFlowCalculator& calculator, const CCalculationOutco
         table.AddRow({result.m_definition->m_id, result.m_count, show(result.m_minimum), show(result.m_maximum),
                       show(result.m_sum), result.m_definition->m_unit});
     }
+    CTable numbers({TextColumn("key", "key"), NumberColumn("stored", "stored"), NumberColumn("least", "least"),
+                    NumberColumn("greatest", "greatest"), NumberColumn("sum", "sum"), TextColumn("unit", "unit")});
+    for (const CStoredResult& result : outcome.m_results) {
+        const auto number = [&result](double value) {
+            return result.m_finiteCount == 0 ? CDataBox() : CDataBox(value);
+        };
+        numbers.AddRow({result.m_definition->m_id, result.m_count, number(result.m_minimum), number(result.m_maximum),
+                        number(result.m_sum), result.m_definition->m_unit});
+    }
     CListing listing;
+    listing.m_table = std::move(numbers);
     listing.m_blocks.push_back(
         {fmt::format("{}  {}: {}", calculator.GetKey(), OnOneLine(calculator.GetCalculatorName()),
                      Count(static_cast<std::size_t>(outcome.m_sectionCount), "section")),

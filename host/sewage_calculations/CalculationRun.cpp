@@ -10,8 +10,10 @@
 #include "host/gis_core/Utility.h"
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/sewage_calculations/OutdatedResults.h"
+#include "host/sewage_calculations/Readiness.h"
 #include "host/sewage_core/FlowCalculatorManager.h"
 #include "host/sewage_core/IDensityUser.h"
+#include "host/sewage_core/LastForms.h"
 #include "host/sewage_core/MissingDensities.h"
 #include "host/workspace_core/WsManager.h"
 
@@ -186,6 +188,8 @@ Result<CCalculationOutcome> RunCalculation(const CCalculationRequest& request) {
     if (isCancelled || !outcome.m_alerts.empty()) {
         outcome.m_end = isCancelled ? enmRunEnd::Cancelled : enmRunEnd::Alerted;
         journal.Undo(store);
+        if (!isCancelled)
+            outcome.m_lacks = FindLacks(*calculator, *parameters, sections);
         return outcome;
     }
     outcome.m_hasChanges = !journal.IsEmpty();
@@ -196,6 +200,8 @@ Result<CCalculationOutcome> RunCalculation(const CCalculationRequest& request) {
         if (outcome.HasStored())
             origin->Keep(request.m_key, journal);
     }
+    if (outcome.HasStored())
+        CLastForms::Instance()->Set(request.m_key, TakeLastForm(*parameters->m_properties));
     return outcome;
 }
 

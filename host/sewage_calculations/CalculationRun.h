@@ -4,7 +4,7 @@
 
 #include "host/gis_core/Result.h"
 #include "host/sewage_calculations/OutdatedResults.h"
-#include "host/sewage_core/IFlowCalculator.h"
+#include "host/sewage_core/ICalculatorInputs.h"
 
 #include <functional>
 #include <string>
@@ -50,6 +50,7 @@ struct CCalculationOutcome {
     bool m_hasChanges = false;            ///< whether anything was stored, parameter texts included
     std::vector<CStoredResult> m_results; ///< keys that got values, without parameter texts, in the order of storing
     std::vector<std::string> m_alerts;    ///< texts shown during the run
+    std::vector<CLack> m_lacks;           ///< of a run that stopped with an alert: all that its calculator lacks
 
     /// Results of other calculators that the run read although they were outdated before it.
     std::vector<COutdatedResult> m_outdated{};
@@ -59,7 +60,8 @@ struct CCalculationOutcome {
 
 /// One whole run on the active project: finds the calculator, makes its form, lets the form editor in force edit it,
 /// warns of missing densities where the calculator uses them, shows a preview where there is one, and calculates. A run
-/// that stops with an alert or is cancelled leaves the attributes as they were. BadArguments for an unknown key. Cost
+/// that stops with an alert or is cancelled leaves the attributes as they were. The form of one that stored results is
+/// kept as the calculator's last one (CLastForms). BadArguments for an unknown key. Cost
 /// apart from the calculation: linear in the values that it stored.
 Utility::Result<CCalculationOutcome> RunCalculation(const CCalculationRequest& request);
 

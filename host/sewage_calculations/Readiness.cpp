@@ -6,9 +6,14 @@
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/Utility.h"
 #include "host/network_core/TopologyMultiStorage.h"
+#include "host/sewage_calculations/OutdatedResults.h"
 #include "host/sewage_core/FlowCalculatorManager.h"
 
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
 #include <algorithm>
+#include <optional>
 #include <set>
 
 namespace OLMGis::Sewage {
@@ -22,6 +27,7 @@ namespace {
 
 constexpr int ExpectedResult = 70380;
 constexpr int ExpectedEntry = 70381;
+constexpr int ExpectedRenewal = 70382;
 
 const CSectionList& GetAllSections() {
     return CTopologyMultiStorage::Instance()->GetActiveTopology()->GetSections();
@@ -40,15 +46,32 @@ std::string FindMaker(const std::string& key) {
     return {};
 }
 
-/// Whether a result has to be made anew before another run adds it up: no section has it. The place to ask, too,
-/// whether what it was made of has changed since.
-bool MustBeMade(const std::string& key) {
+/// Whether no section has a value.
+bool IsMissing(const std::string& key) {
     const CDataDefinition* const definition = Data::FindDefinition(key);
     const CSectionList& sections = GetAllSections();
     Data::CDataBox box;
     return std::none_of(sections.begin(), sections.end(), [&](const auto& section) {
         return Data::CDataRW::Read(definition, section, box, 0, nullptr) != 0;
     });
+}
+
+/// What is wrong with a result that another run adds up; nothing for one that is there and fits its inputs.
+std::optional<CLack> JudgeResult(const std::string& key, const std::string& maker,
+                                 const std::vector<COutdatedResult>& outdated) {
+    CLack lack{key};
+    if (IsMissing(key)) {
+        lack.m_expected = maker.empty() ? Msg(ExpectedEntry) : CUtility::Format(Msg(ExpectedResult), maker);
+        return lack;
+    }
+    for (const COutdatedResult& result : outdated)
+        if (result.m_result->m_id == key) {
+            lack.m_found = Data::CDataBox("outdated");
+            lack.m_expected = CUtility::Format(Msg(ExpectedRenewal), result.m_calculator,
+                                               fmt::format("{}", fmt::join(result.m_changed, ", ")));
+            return lack;
+        }
+    return std::nullopt;
 }
 
 } // namespace
@@ -63,6 +86,7 @@ std::vector<CLack> FindLacks(const IFlowCalculator& calculator, CFlowCalculatorP
 std::vector<CMissingInput> FindMissingInputs(const std::vector<CPlannedRun>& plan) {
     std::vector<CMissingInput> missing;
     std::set<std::string> made;
+    const std::vector<COutdatedResult> outdated = FindOutdatedResults();
     for (const CPlannedRun& run : plan) {
         const std::string& calculator = run.m_calculator->GetKey();
         for (CLack& lack : FindLacks(*run.m_calculator, *run.m_parameters, GetAllSections()))
@@ -71,11 +95,10 @@ std::vector<CMissingInput> FindMissingInputs(const std::vector<CPlannedRun>& pla
             inputs != nullptr && run.m_parameters->m_properties)
             for (const std::string& key : inputs->GetNeededResults(*run.m_parameters->m_properties)) {
                 std::string maker = FindMaker(key);
-                if (made.count(maker) != 0 || !MustBeMade(key))
+                if (made.count(maker) != 0)
                     continue;
-                CLack lack{key};
-                lack.m_expected = maker.empty() ? Msg(ExpectedEntry) : CUtility::Format(Msg(ExpectedResult), maker);
-                missing.push_back({calculator, std::move(lack), std::move(maker)});
+                if (auto lack = JudgeResult(key, maker, outdated))
+                    missing.push_back({calculator, std::move(*lack), std::move(maker)});
             }
         made.insert(calculator);
     }

@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "apps/cli/input/ArgumentFormEditor.h"
 
+#include "host/network_core/FormDefinitions.h"
 #include "host/network_core/PropertiesEx.h"
 #include "reports/ParameterFile.h"
 
@@ -124,6 +125,26 @@ TEST(ArgumentFormEditor, DistinguishesArgumentsFromFiles) {
         EXPECT_EQ(editor.GetError()->kind, test.m_kind);
         EXPECT_THAT(editor.GetError()->message, HasSubstr(test.m_message));
     }
+}
+
+/// A field is named by tag or alias. What an earlier run left gives way to what the form has become: tags that it lacks
+/// and values that it refuses while they have no effect.
+TEST(ArgumentFormEditor, TakesAliasesAndValuesOfAnEarlierRun) {
+    static const OLMGis::Topology::CFieldDefinition limit{"GREATEST", "m", {}};
+    CCurveForm form;
+    form.m_form.GetPropertyExByTag("LIMIT")->SetDefinition(&limit);
+    CArgumentFormEditor editor({{"GONE", "1", "last run", "", true},
+                                {"MODE", "1", "last run", "", true},
+                                {"LIMIT", "4", "last run", "", true},
+                                {"GREATEST", "5", "", ""}});
+    EXPECT_EQ(form.Type(editor), 1);
+    EXPECT_EQ(form.m_form.GetDblProperty("LIMIT", 0, 1), 5.0);
+    CCurveForm other;
+    CArgumentFormEditor refused({{"LIMIT", "much", "last run", "", true}});
+    EXPECT_EQ(other.Type(refused), 1) << "the limit is out of force";
+    CArgumentFormEditor unknown({{"GREATER", "5", "", ""}});
+    EXPECT_EQ(form.Type(unknown), 0);
+    EXPECT_THAT(unknown.GetError()->message, HasSubstr("did you mean GREATEST?"));
 }
 
 /// Values of a file are entered like arguments, and its relative paths begin in its folder.

@@ -360,7 +360,6 @@ TEST_F(RainProject, RefusesOptionsOfOtherCalculators) {
         const char* message;
     } refusals[] = {
         {{"run", m_project, "01_WASTE_PERCENT", "--explain", "trunk"}, "--explain: found the calculator"},
-        {{"run", m_project, "01_WASTE_PERCENT", "--format", "csv"}, "--format: found the calculator"},
         {{"run", m_project, "01_WASTE_PERCENT", "--idf-table"}, "--idf-table: found the calculator"},
         {{"run", m_project, "001_RAIN_ITP", "--explain", "trunks"}, "--explain: found \"trunks\""},
         {{"run", m_project, "001_RAIN_ITP", "--explain", "twin"}, "2 sections are named"},

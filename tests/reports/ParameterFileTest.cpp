@@ -43,3 +43,14 @@ TEST(ParameterFile, RefusesOtherFiles) {
         EXPECT_THAT(file.GetError().message, HasSubstr(message));
     }
 }
+
+/// JSON has no comments: members that begin with "_" are remarks, wherever they are.
+TEST(ParameterFile, LeavesOutRemarks) {
+    const auto file = CParameterFile::Parse(
+        R"({"_about": [1], "001_X": {"_A": {"unit": "m"}, "A": 2}, "checks": {"_": 0, "X": {"_B": null, "B": 3}}})",
+        "p.json", {"001_X"}, {"X"});
+    ASSERT_TRUE(file) << file.GetError().message;
+    ASSERT_EQ(file->FindValues("001_X")->size(), 1U);
+    EXPECT_EQ(file->FindValues("001_X")->front().m_tag, "A");
+    ASSERT_EQ(file->FindCheckValues("X")->size(), 1U);
+}

@@ -3,6 +3,7 @@
 #include "apps/cli/input/ArgumentFormEditor.h"
 
 #include "host/network_core/PropertyEditing.h"
+#include "host/workspace_core/WsManager.h"
 #include "reports/ShownText.h"
 
 #include <fmt/format.h>
@@ -17,19 +18,30 @@ using OLMGis::Topology::CPropertyEx;
 using OLMGis::Topology::enmPropertyEditorType;
 using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::BadInput;
+using OLMGis::Workspace::CLogLine;
+using OLMGis::Workspace::CWsManager;
 
-CArgumentFormEditor::CArgumentFormEditor(std::vector<CFormValue> values) {
-    for (CFormValue& value : values) {
-        const auto same = std::find_if(m_values.begin(), m_values.end(),
+/// Aliases become tags. Of several values of a field the last one stays.
+void CArgumentFormEditor::Resolve(const CPropertiesEx& form) {
+    const auto properties = form.GetAllProperties();
+    std::vector<CFormValue> values;
+    for (CFormValue& value : m_values) {
+        const auto named = std::find_if(properties.begin(), properties.end(),
+                                        [&value](const auto& property) { return property->IsNamed(value.m_tag); });
+        if (named != properties.end())
+            value.m_tag = (*named)->GetTag();
+        const auto same = std::find_if(values.begin(), values.end(),
                                        [&value](const CFormValue& former) { return former.m_tag == value.m_tag; });
-        if (same == m_values.end())
-            m_values.push_back(std::move(value));
+        if (same == values.end())
+            values.push_back(std::move(value));
         else
             *same = std::move(value);
     }
+    m_values = std::move(values);
 }
 
 int CArgumentFormEditor::EditForm(std::string_view /*title*/, CPropertiesEx& form, const COnChanged& onChanged) {
+    Resolve(form);
     while (!m_values.empty())
         if (!EnterNext(form, onChanged))
             return 0;
@@ -57,8 +69,16 @@ bool CArgumentFormEditor::EnterNext(CPropertiesEx& form, const COnChanged& onCha
             return true;
         }
         tags.push_back(property->GetTag());
+        if (!property->GetAlias().empty())
+            tags.emplace_back(property->GetAlias());
     }
-    const CFormValue& value = m_values.front();
+    const auto unknown =
+        std::find_if(m_values.begin(), m_values.end(), [](const CFormValue& value) { return !value.m_isRemembered; });
+    if (unknown == m_values.end()) {
+        m_values.clear();
+        return true;
+    }
+    const CFormValue& value = *unknown;
     Fail(value,
          fmt::format("found the tag {}, expected one of the form{}", value.m_tag, Reports::Suggest(value.m_tag, tags)));
     return false;
@@ -68,12 +88,16 @@ bool CArgumentFormEditor::Enter(CPropertyEx& property, const CFormValue& value) 
     std::string text = value.m_text;
     if (property.GetEditorType() == enmPropertyEditorType::FilePath && !value.m_folder.empty() && !text.empty())
         text = (std::filesystem::path(value.m_folder) / text).string();
-    if (!property.IsInForce())
+    if (!property.IsInForce() && !value.m_isRemembered)
         m_outOfForce.push_back(value.m_tag);
     const auto entered = OLMGis::Topology::SetPropertyText(property, text);
-    if (!entered)
-        Fail(value, entered.GetError().message);
-    return static_cast<bool>(entered);
+    if (entered && !value.m_isRemembered)
+        if (const auto warning = OLMGis::Topology::WarnOfUnusual(property))
+            CWsManager::Instance()->LogMessage(CLogLine::NothingStored, *warning);
+    if (entered || (value.m_isRemembered && !property.IsInForce()))
+        return true;
+    Fail(value, entered.GetError().message);
+    return false;
 }
 
 void CArgumentFormEditor::Fail(const CFormValue& value, std::string message) {

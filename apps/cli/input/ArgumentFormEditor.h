@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Cli {
@@ -16,10 +17,11 @@ namespace Cli {
 using Reports::CFormValue;
 
 /// Enters values into a form as a person would: in the order of the form, whatever the order of the values, because the
-/// value of an earlier field may decide what a later one offers. Of several values of a tag the last one counts.
+/// value of an earlier field may decide what a later one offers. A value names its field by tag or alias; of several
+/// values of a field the last one counts. A number that is possible but unusual goes to the log.
 class CArgumentFormEditor final : public OLMGis::Topology::IFormEditor {
 public:
-    explicit CArgumentFormEditor(std::vector<CFormValue> values);
+    explicit CArgumentFormEditor(std::vector<CFormValue> values) : m_values(std::move(values)) {}
 
     /// 0, with the error kept, when a value has no field or the field refuses it; else 1.
     int EditForm(std::string_view title, OLMGis::Topology::CPropertiesEx& form, const COnChanged& onChanged) override;
@@ -31,6 +33,7 @@ public:
     const std::vector<std::string>& GetOutOfForce() const { return m_outOfForce; }
 
 private:
+    void Resolve(const OLMGis::Topology::CPropertiesEx& form);
     bool EnterNext(OLMGis::Topology::CPropertiesEx& form, const COnChanged& onChanged);
     bool Enter(OLMGis::Topology::CPropertyEx& property, const CFormValue& value);
     void Fail(const CFormValue& value, std::string message);

@@ -5,7 +5,10 @@
 #include "apps/cli/input/Assignments.h"
 #include "apps/cli/input/Checks.h"
 #include "apps/cli/input/InputFile.h"
+#include "host/network_core/TopologyMultiStorage.h"
 #include "host/sewage_core/FlowCalculatorManager.h"
+#include "host/sewage_core/LastForms.h"
+#include "reports/ReadyListing.h"
 #include "reports/ShownText.h"
 
 #include <fmt/format.h>
@@ -54,11 +57,42 @@ Result<Reports::CParameterFile> ReadParameterFile(const std::string& path) {
     return Reports::CParameterFile::Read(file->GetStream(), file->GetName(), GetCalculatorKeys(), GetCheckKeys());
 }
 
-Status CheckEnd(const CCalculationOutcome& outcome, const CArgumentFormEditor& editor) {
+std::vector<CFormValue> GetLastValues(std::string_view calculator, const std::string& project) {
+    std::vector<CFormValue> values;
+    if (const auto* const form = OLMGis::Sewage::CLastForms::Instance()->Find(calculator))
+        for (const auto& value : *form)
+            if (value.m_value.IsNotNull())
+                values.push_back({value.m_tag,
+                                  value.m_value.AsText(),
+                                  fmt::format("{}: last run of {}", project, calculator),
+                                  {},
+                                  true});
+    return values;
+}
+
+Result<OLMGis::Sewage::CPlannedRun> PlanRun(const boost::shared_ptr<IFlowCalculator>& calculator,
+                                            std::vector<CFormValue> values, CTerminal& terminal) {
+    using OLMGis::Topology::CTopologyMultiStorage;
+    CArgumentFormEditor editor(std::move(values));
+    const OLMGis::Topology::CFormEditorScope scope(editor);
+    const auto parameters = calculator->CreateParameters();
+    calculator->InputParameters(CTopologyMultiStorage::Instance()->GetActiveTopology()->GetSections(), parameters.get(),
+                                0, nullptr);
+    if (editor.GetError())
+        return *editor.GetError();
+    for (const std::string& tag : editor.GetOutOfForce())
+        terminal.Note(fmt::format("{}: {} has no effect with the other values of the form", calculator->GetKey(), tag));
+    return OLMGis::Sewage::CPlannedRun{calculator, parameters};
+}
+
+Status CheckEnd(const CCalculationOutcome& outcome, const CArgumentFormEditor& editor, const CRunNames& names,
+                CTerminal& terminal) {
     switch (outcome.m_end) {
     case enmRunEnd::GivenUp:
         return editor.GetError().value_or(BadArguments("the form was not confirmed"));
     case enmRunEnd::Alerted:
+        for (const std::string& line : Reports::SummariseLacks(outcome.m_lacks, names.m_project, names.m_calculator))
+            terminal.Alert(line);
         return Error{enmErrorKind::Stopped, "the calculation stopped; nothing was stored"};
     case enmRunEnd::Cancelled:
         return Error{enmErrorKind::Cancelled, "interrupted; the project is unchanged"};

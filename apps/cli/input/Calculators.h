@@ -3,8 +3,10 @@
 #pragma once
 
 #include "apps/cli/input/ArgumentFormEditor.h"
+#include "apps/cli/shell/Terminal.h"
 #include "host/gis_core/Result.h"
 #include "host/sewage_calculations/CalculationRun.h"
+#include "host/sewage_calculations/Readiness.h"
 #include "host/sewage_core/IFlowCalculator.h"
 #include "reports/ParameterFile.h"
 
@@ -28,7 +30,25 @@ OLMGis::Utility::Result<std::vector<CFormValue>> ReadFormArguments(const std::ve
 /// Reads a parameter file, whose calculators and checks must be registered; "-" for standard input.
 OLMGis::Utility::Result<Reports::CParameterFile> ReadParameterFile(const std::string& path);
 
-/// Why a run ended early; Done for one that ended well, whatever it stored.
-OLMGis::Utility::Status CheckEnd(const OLMGis::Sewage::CCalculationOutcome& outcome, const CArgumentFormEditor& editor);
+/// The values with which a calculator last stored results in the active project; none without such a run. project: its
+/// path, for messages.
+std::vector<CFormValue> GetLastValues(std::string_view calculator, const std::string& project);
+
+/// A calculator with a new form into which values were entered. The error is that of a value that the form refuses.
+/// Notes go to the terminal.
+OLMGis::Utility::Result<OLMGis::Sewage::CPlannedRun>
+PlanRun(const boost::shared_ptr<OLMGis::Sewage::IFlowCalculator>& calculator, std::vector<CFormValue> values,
+        CTerminal& terminal);
+
+/// A run as it was asked for: what messages about it name.
+struct CRunNames {
+    std::string m_project; ///< path
+    std::string m_calculator;
+};
+
+/// Why a run ended early; Done for one that ended well, whatever it stored. After an alert the terminal shows what the
+/// run lacks.
+OLMGis::Utility::Status CheckEnd(const OLMGis::Sewage::CCalculationOutcome& outcome, const CArgumentFormEditor& editor,
+                                 const CRunNames& names, CTerminal& terminal);
 
 } // namespace Cli

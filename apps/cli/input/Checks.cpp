@@ -3,6 +3,7 @@
 #include "apps/cli/input/Checks.h"
 
 #include "host/gis_core/Utility.h"
+#include "host/network_core/FormDefinitions.h"
 #include "reports/ShownText.h"
 
 #include <fmt/format.h>
@@ -72,6 +73,7 @@ Result<CCheckRequest> MakeCheckRequest(std::string_view key, std::vector<CFormVa
         return UnknownCheck(key);
     CCheckRequest request{item, item->CreateProperties()};
     CPropertiesEx& form = *request.m_properties;
+    OLMGis::Topology::CFormDefinitions::Instance().Apply(key, form);
     CArgumentFormEditor editor(std::move(values));
     if (editor.EditForm(item->GetItemName(), form, [&form](CPropertyEx&) { form.ApplyDependencies(); }) == 0) {
         const Error& error = *editor.GetError();

@@ -8,6 +8,7 @@
 #include "apps/cli/verbs/Verbs.h"
 #include "host/gis_core/RunTrace.h"
 #include "host/sewage_calculations/CalculationRun.h"
+#include "host/sewage_core/LastForms.h"
 #include "reports/FindingListing.h"
 #include "reports/HydraulicsListing.h"
 #include "reports/OutdatedListing.h"
@@ -18,12 +19,14 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <optional>
 
 namespace Cli {
 
 using OLMGis::Sewage::CCalculationOutcome;
+using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::BadInput;
 using OLMGis::Utility::Error;
 using OLMGis::Utility::Result;
@@ -36,7 +39,7 @@ namespace {
 
 struct COptions {
     std::string m_project;
-    std::string m_parameterFile;
+    std::string m_parameterFile; ///< empty for the last runs
     std::string m_output;
     bool m_isStrict = false;
 };
@@ -44,8 +47,8 @@ struct COptions {
 constexpr double WaterViscosity = 1e-6; ///< m²/s, the default of "hydraulics"
 
 /// Runs one calculator with the values of the parameter file and prints what it stored.
-Result<CCalculationOutcome> RunOne(const std::string& key, const std::vector<CFormValue>& values, CTerminal& terminal,
-                                   std::ostream& results) {
+Result<CCalculationOutcome> RunOne(const std::string& key, const std::vector<CFormValue>& values,
+                                   const std::string& project, CTerminal& terminal, std::ostream& results) {
     const auto calculator = FindCalculator(key);
     if (!calculator)
         return calculator.GetError();
@@ -60,7 +63,7 @@ Result<CCalculationOutcome> RunOne(const std::string& key, const std::vector<CFo
     terminal.Show(Reports::GetRainRemarks(trace));
     if (!outcome)
         return outcome.GetError();
-    if (const Status ended = CheckEnd(outcome.Value(), editor); !ended)
+    if (const Status ended = CheckEnd(outcome.Value(), editor, {project, key}, terminal); !ended)
         return Error{ended.GetError().kind, fmt::format("{}: {}", key, ended.GetError().message)};
     terminal.Show(Reports::MakeOutdatedRemarks(outcome->m_outdated));
     terminal.Show(Reports::MakeRunWarnings(key, outcome.Value()));
@@ -74,6 +77,12 @@ Result<CCalculationOutcome> RunOne(const std::string& key, const std::vector<CFo
     }
     return outcome;
 }
+
+/// What a design runs: calculators by key, with their values, and checks.
+struct CDesignPlan {
+    std::map<std::string, std::vector<CFormValue>> m_calculators;
+    std::vector<CCheckRequest> m_checks;
+};
 
 /// All checks in ascending order of key, with the values of the file for those that it names.
 Result<std::vector<CCheckRequest>> PlanChecks(const CParameterFile& file) {
@@ -104,20 +113,47 @@ void PrintSummary(std::ostream& results, const Reports::CNetworkHydraulics& hydr
 
 /// What the calculators of a design did together.
 struct CRunSummary {
-    int m_count = 0;
     bool m_hasStored = false;
     bool m_hasChanges = false;
     bool m_hasReadOutdated = false;
     bool m_isStoppedByRain = false; ///< no rain result: what follows would use the result of an earlier run
 };
 
-Result<CRunSummary> RunCalculators(const CParameterFile& file, CTerminal& terminal, std::ostream& results) {
-    CRunSummary summary;
+/// The calculators of the parameter file, without one those of the last runs.
+Result<CDesignPlan> MakePlan(const COptions& options) {
+    CDesignPlan plan;
+    CParameterFile file;
+    if (!options.m_parameterFile.empty()) {
+        auto read = ReadParameterFile(options.m_parameterFile);
+        if (!read)
+            return read.GetError();
+        file = std::move(read.Value());
+    }
     for (const std::string& key : GetCalculatorKeys()) {
-        const auto* values = file.FindValues(key);
-        if (values == nullptr)
-            continue;
-        const auto outcome = RunOne(key, *values, terminal, results);
+        if (const auto* const values = file.FindValues(key))
+            plan.m_calculators.emplace(key, *values);
+        else if (options.m_parameterFile.empty() && OLMGis::Sewage::CLastForms::Instance()->Find(key) != nullptr)
+            plan.m_calculators.emplace(key, GetLastValues(key, options.m_project));
+    }
+    if (plan.m_calculators.empty())
+        return options.m_parameterFile.empty()
+                   ? BadArguments(
+                         fmt::format("found no --params, and in {} no run that stored results, expected one of "
+                                     "them: which calculators to run",
+                                     options.m_project))
+                   : BadInput(fmt::format("{}: found no calculator, expected one or more", options.m_parameterFile));
+    auto checks = PlanChecks(file);
+    if (!checks)
+        return checks.GetError();
+    plan.m_checks = std::move(checks.Value());
+    return plan;
+}
+
+Result<CRunSummary> RunCalculators(const CDesignPlan& plan, const std::string& project, CTerminal& terminal,
+                                   std::ostream& results) {
+    CRunSummary summary;
+    for (const auto& [key, values] : plan.m_calculators) {
+        const auto outcome = RunOne(key, values, project, terminal, results);
         if (!outcome)
             return outcome.GetError();
         if (key == RainCalculator && outcome->m_result == 0) {
@@ -128,7 +164,6 @@ Result<CRunSummary> RunCalculators(const CParameterFile& file, CTerminal& termin
         summary.m_hasReadOutdated = summary.m_hasReadOutdated || !outcome->m_outdated.empty();
         summary.m_hasStored = summary.m_hasStored || outcome->HasStored();
         summary.m_hasChanges = summary.m_hasChanges || outcome->m_hasChanges;
-        ++summary.m_count;
     }
     return summary;
 }
@@ -140,25 +175,20 @@ CVerbResult RunDesign(const COptions& options, CTerminal& terminal, std::ostream
         return project.GetError();
     if (const Status loaded = project.Value()->LoadModule(); !loaded)
         return loaded.GetError();
-    const auto file = ReadParameterFile(options.m_parameterFile);
-    if (!file)
-        return file.GetError();
-    const auto checks = PlanChecks(file.Value());
-    if (!checks)
-        return checks.GetError();
+    const auto plan = MakePlan(options);
+    if (!plan)
+        return plan.GetError();
     CTerminalDirectionEditor directions(terminal);
     const OLMGis::Sewage::CDirectionEditorScope directionScope(directions);
-    const auto runs = RunCalculators(file.Value(), terminal, results);
+    const auto runs = RunCalculators(plan.Value(), options.m_project, terminal, results);
     if (!runs)
         return runs.GetError();
     if (runs->m_isStoppedByRain || (options.m_isStrict && runs->m_hasReadOutdated))
         return enmExitCode::NothingStored;
-    if (runs->m_count == 0)
-        return BadInput(fmt::format("{}: found no calculator, expected one or more", options.m_parameterFile));
     const Reports::CNetworkHydraulics hydraulics = Reports::CalculateNetworkHydraulics(WaterViscosity);
     terminal.Show(Reports::MakeOutdatedRemarks(hydraulics.m_outdated));
     terminal.Show(hydraulics.m_remarks);
-    if (const Status checked = RunChecks(checks.Value(), terminal); !checked)
+    if (const Status checked = RunChecks(plan->m_checks, terminal); !checked)
         return checked.GetError();
     PrintSummary(results, hydraulics);
     if (runs->m_hasChanges || hydraulics.m_hasStored) {
@@ -173,12 +203,13 @@ CVerbResult RunDesign(const COptions& options, CTerminal& terminal, std::ostream
 
 CVerb MakeDesign() {
     const auto options = std::make_shared<COptions>();
-    return CVerb("design", "PROJECT --params FILE.json [options]", "Run every calculator that a parameter file names")
+    return CVerb("design", "PROJECT [options]", "Run the calculators of a parameter file, or run the last ones again")
         .Project(options->m_project)
-        .RequiredOption("--params", options->m_parameterFile, "FILE.json", "Calculators and their values")
+        .Option("--params", options->m_parameterFile, "FILE.json",
+                "Calculators and their values; default: each calculator\nwith the values of its last run")
         .Flag("--strict", options->m_isStrict, StrictHelp)
         .SaveAs(options->m_output)
-        .Examples({"drenova design town.gpkg --params design.json -o designed.gpkg"})
+        .Examples({"drenova design town.gpkg --params design.json -o designed.gpkg", "drenova design town.gpkg"})
         .Notes("Calculators run in ascending order of key, then the hydraulics of all pipes are calculated and all\n"
                "checks run with the limits of the file. If one stops, the project is unchanged.")
         .Runs([options](CTerminal& terminal, std::ostream& results) { return RunDesign(*options, terminal, results); });

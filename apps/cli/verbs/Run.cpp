@@ -42,24 +42,32 @@ struct COptions {
     std::string m_calculator;
     std::vector<std::string> m_values; ///< TAG=VALUE; they win over the parameter file
     std::string m_parameterFile;       ///< empty for none
+    bool m_isLast = false;             ///< begins with the values of the last run
     std::vector<std::string> m_names;  ///< sections by name or GUID; none for all
     bool m_isPreview = false;
     bool m_isStrict = false;
     std::string m_output;
-    CFormatOption m_format{.m_format = ""}; ///< of the sections of a rain run; empty: not given, a table
-    std::string m_explain;                  ///< section to explain in place of listing all; empty for none
-    bool m_wantsIdfTable = false;           ///< IDFOut.txt as well
+    CFormatOption m_format;
+    std::string m_explain;        ///< section to explain in place of listing all; empty for none
+    bool m_wantsIdfTable = false; ///< IDFOut.txt as well
+
+    Reports::enmFormat GetFormat() const { return m_format.Get(); }
 };
 
-/// The values of the parameter file, then the arguments: the later ones win.
+/// The values of the last run, of the parameter file, and the arguments: the later ones win.
 Result<std::vector<CFormValue>> GatherValues(const COptions& options, CTerminal& terminal) {
     std::vector<CFormValue> values;
+    if (options.m_isLast)
+        values = GetLastValues(options.m_calculator, options.m_project);
+    if (options.m_isLast && values.empty())
+        return BadArguments(fmt::format("--last: {} has no earlier run of {} that stored results", options.m_project,
+                                        options.m_calculator));
     if (!options.m_parameterFile.empty()) {
         const auto file = ReadParameterFile(options.m_parameterFile);
         if (!file)
             return file.GetError();
         if (const auto* found = file->FindValues(options.m_calculator))
-            values = *found;
+            values.insert(values.end(), found->begin(), found->end());
         else
             terminal.Note(fmt::format("{} has no values for {}: the defaults of the form are used",
                                       options.m_parameterFile, options.m_calculator));
@@ -94,10 +102,8 @@ public:
 
     /// Checks that the options fit the calculator, and opens the trace. BadArguments where they do not.
     Status Begin() {
-        for (const auto& [isGiven, option] :
-             {std::pair{!m_options.m_format.m_format.empty(), "--format"},
-              std::pair{m_options.m_format.m_isJson, "--json"}, std::pair{!m_options.m_explain.empty(), "--explain"},
-              std::pair{m_options.m_wantsIdfTable, "--idf-table"}})
+        for (const auto& [isGiven, option] : {std::pair{!m_options.m_explain.empty(), "--explain"},
+                                              std::pair{m_options.m_wantsIdfTable, "--idf-table"}})
             if (isGiven && !m_isRain)
                 return BadArguments(fmt::format("{}: found the calculator {}, expected {}", option,
                                                 m_options.m_calculator, RainCalculator));
@@ -205,7 +211,8 @@ CVerbResult RunCalculator(const COptions& options, CTerminal& terminal, std::ost
     if (!outcome)
         return outcome.GetError();
     rain.End(terminal, outcome->HasStored());
-    if (const Status ended = CheckEnd(outcome.Value(), editor); !ended)
+    if (const Status ended = CheckEnd(outcome.Value(), editor, {options.m_project, options.m_calculator}, terminal);
+        !ended)
         return ended.GetError();
     terminal.Show(Reports::MakeOutdatedRemarks(outcome->m_outdated));
     if (options.m_isStrict && !outcome->m_outdated.empty())
@@ -219,16 +226,16 @@ CVerbResult RunCalculator(const COptions& options, CTerminal& terminal, std::ost
     // A run without results still stores the parameters with the sections.
     if (!hasResults && !outcome->m_hasChanges) {
         terminal.Print("nothing was stored");
-        if (wantsList)
-            rain.Print(results, terminal);
+        if (wantsList && !rain.Print(results, terminal))
+            Print(results, Reports::MakeOutcomeListing(*calculator.Value(), outcome.Value()), options.GetFormat());
         return enmExitCode::NothingStored;
     }
     if (const Status saved = project.Value()->Save(options.m_output); !saved)
         return saved.GetError();
     if (options.m_isPreview)
-        Print(results, Reports::CListing(Reports::MakePreviewTable(report)), Reports::enmFormat::Text);
+        Print(results, Reports::CListing(Reports::MakePreviewTable(report)), options.GetFormat());
     else if ((hasResults || wantsList) && !rain.Print(results, terminal))
-        Print(results, Reports::MakeOutcomeListing(*calculator.Value(), outcome.Value()), Reports::enmFormat::Text);
+        Print(results, Reports::MakeOutcomeListing(*calculator.Value(), outcome.Value()), options.GetFormat());
     results.flush();
     terminal.Print(fmt::format("{}: {}", project.Value()->GetTarget(options.m_output),
                                options.m_isPreview || !hasResults ? "parameters saved, no flow stored" : "saved"));
@@ -245,19 +252,23 @@ CVerb MakeRun() {
         .Argument("CALCULATOR", options->m_calculator, "Key of the calculator")
         .OptionalArguments("TAG=VALUE", options->m_values, "Values of the form, in any order; \"form\" lists the tags")
         .Option("--params", options->m_parameterFile, "FILE.json", "Parameter file; TAG=VALUE wins over it")
+        .Flag("--last", options->m_isLast,
+              "Begin with the values of the calculator's last run that\nstored results; file and TAG=VALUE win")
         .Names(options->m_names)
         .Flag("--preview", options->m_isPreview, "Print the report and store no flow")
         .Option("--explain", options->m_explain, "SECTION",
                 "001_RAIN_ITP: print the calculation of this section,\npass by pass, in place of all sections")
         .Formats(options->m_format, {"table", "csv", "json"},
-                 "001_RAIN_ITP: format of the sections; default: table,\nwith rounded numbers")
+                 "Of the results: the sections of 001_RAIN_ITP, else one row\nfor each key; default: table, with "
+                 "rounded numbers")
         .Flag("--idf-table", options->m_wantsIdfTable, "001_RAIN_ITP: also write IDFOut.txt")
         .Flag("--strict", options->m_isStrict, StrictHelp)
         .Questions()
         .SaveAs(options->m_output)
         .Examples({"drenova run town.gpkg 01_WASTE_PERCENT BROJ_STANOVNIKA=12000 PERIOD=25",
                    "drenova run town.gpkg 001_RAIN_ITP FILE_PATH=curves.txt FREQUENCY=2 \\",
-                   "    \"PIPE_GROUP=Concrete EN 1916 class 135\" --explain MAIN-07"})
+                   "    \"PIPE_GROUP=Concrete EN 1916 class 135\" --explain MAIN-07",
+                   "drenova run town.gpkg 001_RAIN_ITP --last PIPE_FILL=70"})
         .Notes("variations.txt and IDFOut.txt are written to the folder DRENOVA_HOME; the run prints their paths.\n"
                "Exit code: 0 when values were stored, 1 when none were, 5 when the calculation stopped with an alert.")
         .NotesFrom(ListCalculatorsForHelp)

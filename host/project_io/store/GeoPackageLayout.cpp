@@ -110,6 +110,16 @@ const std::vector<CTable>& GetTables() {
     return tables;
 }
 
+const CTable& GetLastFormsTable() {
+    static const CTable table = {LastFormsTable,
+                                 "Values of the input forms of the last runs that stored results",
+                                 {{"id", KeyType, ""},
+                                  {"calculator", "TEXT NOT NULL", "Key of the calculator"},
+                                  {"form", "TEXT", "Tags and values (JSON); paths relative to this file"},
+                                  {"files", "TEXT", "Tags whose values are paths, separated by blanks"}}};
+    return table;
+}
+
 bool IsSharedText(const CDataDefinition& definition) {
     return definition.m_type == enmDataType::Text && definition.m_id.ends_with("_S");
 }

@@ -30,6 +30,7 @@ inline constexpr std::string_view CatalogTable = "drenova_catalog";   ///< group
 inline constexpr std::string_view ShapesTable = "drenova_catalog_shapes";        ///< points of table shapes
 inline constexpr std::string_view ResultOriginsTable = "drenova_result_origins"; ///< what results were made of
 inline constexpr std::string_view FindingsTable = "findings";                    ///< layer of what checks found
+inline constexpr std::string_view LastFormsTable = "last_forms"; ///< values of each calculator's last run
 
 inline constexpr std::string_view SchemaVersionName = "schema_version"; ///< names in MetaTable
 inline constexpr std::string_view SaveCounterName = "save_counter";
@@ -90,6 +91,10 @@ struct CTable {
     bool m_isOptional = false; ///< files of earlier versions lack it, and are read without it
 };
 const std::vector<CTable>& GetTables();
+
+/// The table of last forms. Optional, as the layer of findings.
+const CTable& GetLastFormsTable();
+enum enmLastFormColumn : int { LastFormId, LastFormCalculator, LastFormValues, LastFormFiles, LastFormColumnCount };
 
 /// Whether a text attribute is kept in TextsTable, with the row there in its column: true for serialised parameters,
 /// because a million sections may have the same long text.

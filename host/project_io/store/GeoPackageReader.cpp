@@ -10,6 +10,7 @@
 #include "host/project_io/base/OperationProgress.h"
 #include "host/project_io/store/CatalogStore.h"
 #include "host/project_io/store/FindingsLayer.h"
+#include "host/project_io/store/LastFormsTable.h"
 #include "host/project_io/store/LayerReader.h"
 #include "host/project_io/store/ResultOriginStore.h"
 
@@ -87,6 +88,7 @@ CProjectMeta ReadGeoPackage(const CSqliteDatabase& database, CWarnings& warnings
     ReadFindings(database, tables, warnings);
     if (tables.Has(Layout::ResultOriginsTable))
         ReadResultOrigins(database);
+    ReadLastForms(database, tables, warnings);
     progress.Show();
     return meta;
 }

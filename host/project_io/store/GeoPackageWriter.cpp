@@ -10,6 +10,7 @@
 #include "host/project_io/base/OperationProgress.h"
 #include "host/project_io/store/CatalogStore.h"
 #include "host/project_io/store/FindingsLayer.h"
+#include "host/project_io/store/LastFormsTable.h"
 #include "host/project_io/store/LayerWriter.h"
 #include "host/project_io/store/ProjectTables.h"
 #include "host/project_io/store/ResultOriginStore.h"
@@ -125,6 +126,10 @@ public:
             DescribeLayer(CLayerWriter(m_database, layer.m_kind, m_srsId, texts, m_progress).Write());
         if (const auto findings = WriteFindings(m_database, m_srsId, m_progress))
             DescribeLayer(*findings);
+        if (HasLastForms()) {
+            WriteOwnTable(Layout::GetLastFormsTable());
+            WriteLastForms(m_database);
+        }
         WriteSharedTexts(m_database, texts, System::CProjectContext::Active().GetAttributes().GetTexts());
     }
 

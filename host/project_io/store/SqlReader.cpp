@@ -46,7 +46,7 @@ bool IsKnownTable(std::string_view name) {
     const auto isNamed = [name](const auto& entry) { return entry.m_table == name; };
     // R-trees and the tables of GeoPackage itself are created by each save.
     return name.starts_with("gpkg_") || name.starts_with("rtree_") || name.starts_with("sqlite_") ||
-           name == Layout::FindingsTable ||
+           name == Layout::FindingsTable || name == Layout::LastFormsTable ||
            std::any_of(Layout::GetLayers().begin(), Layout::GetLayers().end(), isNamed) ||
            std::any_of(Layout::GetTables().begin(), Layout::GetTables().end(), isNamed);
 }

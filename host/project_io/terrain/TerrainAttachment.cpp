@@ -9,13 +9,13 @@
 #include "host/network_core/TerrainSurfaces.h"
 #include "host/project_io/base/CoordinateSystem.h"
 #include "host/project_io/base/DiskFile.h"
+#include "host/project_io/base/StoredPath.h"
 #include "host/project_io/terrain/TerrainFile.h"
 #include "host/workspace_core/WsManager.h"
 
 #include <fmt/format.h>
 
 #include <cerrno>
-#include <iterator>
 #include <memory>
 #include <system_error>
 #include <utility>
@@ -111,16 +111,6 @@ std::shared_ptr<Topology::ITerrainSurface> OpenSurface(int terrainType, const st
     const Topology::CGridFrame frame = file.Value()->GetFrame();
     return std::make_shared<Topology::CGridSurface>(
         frame, std::make_unique<CLoggedCells>(std::move(file.Value()), terrainType, name));
-}
-
-/// A path as stored in the settings of a project in that folder.
-std::string StoredPath(const path& raster, const path& folder) {
-    if (!raster.is_absolute())
-        return raster.string();
-    const auto inRaster = std::next(raster.begin()); // after the root, which does not count as a common folder
-    const auto inFolder = std::next(folder.begin());
-    const bool sharesFolder = inRaster != raster.end() && inFolder != folder.end() && *inRaster == *inFolder;
-    return (sharesFolder || folder == folder.root_path() ? raster.lexically_relative(folder) : raster).string();
 }
 
 } // namespace
