@@ -138,6 +138,11 @@ TEST_F(ReadyTown, NamesTheRunThatMakesAMissingResult) {
     EXPECT_THAT(rows[1].at("expected").get<std::string>(), HasSubstr("03_FC_TRANSIT"));
     ASSERT_EQ(Drenova({"run", m_project, "03_FC_TRANSIT", "FC_WASTE_PER=1"}).m_code, 0);
     EXPECT_EQ(Ready({m_project, "04_FC_TOTAL", "--params", parameters}).size(), 1U);
+    ASSERT_EQ(Drenova({"set", m_project, "FLOW_WASTE_PER=0.001", "--all"}).m_code, 0);
+    EXPECT_THAT(Show(Ready({m_project, "04_FC_TOTAL", "--params", parameters})),
+                ElementsAre("04_FC_TOTAL FLOW_RAIN_IDF sections - null",
+                            "04_FC_TOTAL FLOW_TRANSIT sections - \"outdated\"",
+                            "04_FC_TOTAL FLOW_SECT_TOTAL sections - \"outdated\""));
     EXPECT_THAT(Show(Ready({m_project, "04_FC_TOTAL", "--params",
                             m_folder.Write("uneven.json", R"({"04_FC_TOTAL": {"FLOW_UNEVEN": 1}})")})),
                 ElementsAre("04_FC_TOTAL FLOW_WASTE_UNEVEN sections - null"))
