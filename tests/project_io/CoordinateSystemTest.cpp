@@ -36,6 +36,27 @@ TEST(CoordinateSystem, KnownNumbersGiveTheirDefinition) {
     EXPECT_EQ(ParseCrs("EPSG:3765")->m_name, "HTRS96 / Croatia TM");
 }
 
+TEST(CoordinateSystem, SystemsInOtherUnitsNameTheSameOneInMetres) {
+    const struct {
+        const char* m_text;
+        double m_metresPerUnit;
+        const char* m_setting; ///< after a conversion to m
+    } cases[] = {
+        {"EPSG:3765", 1.0, "EPSG:3765"},
+        {"EPSG:2263", 1200.0 / 3937.0, "EPSG:32118"}, // New York Long Island, US survey feet
+        {"EPSG:2222", 0.3048, "EPSG:26948"},          // Arizona East, international feet
+        {"EPSG:32040", 1200.0 / 3937.0, ""},          // NAD27: the register has it in feet only
+    };
+    for (const auto& c : cases) {
+        const auto system = ParseCrs(c.m_text);
+        ASSERT_TRUE(system) << c.m_text;
+        EXPECT_NEAR(system->m_metresPerUnit, c.m_metresPerUnit, 1e-12) << c.m_text;
+        EXPECT_EQ(system->IsInOtherUnit(), c.m_metresPerUnit != 1.0);
+        EXPECT_EQ(SettingAfterConversion(system.Value()), c.m_setting);
+    }
+    EXPECT_FALSE(ParseCrs("EPSG:4326")->IsInOtherUnit()) << "degrees have no factor";
+}
+
 TEST(CoordinateSystem, OtherTextsAreRefused) {
     struct CCase {
         const char* m_text;

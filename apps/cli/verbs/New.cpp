@@ -4,6 +4,7 @@
 #include "apps/cli/input/Project.h"
 #include "apps/cli/verbs/Verbs.h"
 #include "host/gis_core/ProjectSettings.h"
+#include "host/project_io/base/CoordinateSystem.h"
 
 #include <fmt/format.h>
 
@@ -26,6 +27,21 @@ struct COptions {
     bool m_replaces = false; ///< an existing file
 };
 
+/// Coordinates of a project are in m: in place of a system in feet the same one in m.
+void TakeCrsInMetres(CTerminal& terminal) {
+    CProjectSettings& settings = *CProjectSettings::Instance();
+    const auto system = OLMGis::ProjectIo::ParseCrs(settings.Get(CProjectSettings::Crs));
+    if (!system || !system->IsInOtherUnit())
+        return;
+    const std::string inMetres = SettingAfterConversion(system.Value());
+    terminal.Warn(fmt::format("{} ({}) is in the unit {}, coordinates of a project are in m: {}", system->ToText(),
+                              system->m_name, system->m_unit,
+                              inMetres.empty() ? "the project has plain plane coordinates, because the register has "
+                                                 "no such system in m"
+                                               : "the project is in " + inMetres));
+    settings.Set(CProjectSettings::Crs, inMetres);
+}
+
 CVerbResult MakeProject(const COptions& options, CTerminal& terminal) {
     const auto project = CProject::MakeEmpty(terminal);
     if (!project)
@@ -42,6 +58,7 @@ CVerbResult MakeProject(const COptions& options, CTerminal& terminal) {
             return changed.GetError();
     if (const auto isFree = CheckNewFile(options.m_project, options.m_replaces); !isFree)
         return isFree.GetError();
+    TakeCrsInMetres(terminal);
     if (const std::string warning = GetCrsWarning(); !warning.empty())
         terminal.Warn(warning);
     if (const auto saved = project.Value()->Save(options.m_project); !saved)

@@ -5,8 +5,12 @@
 #include "apps/cli/input/KnownSettings.h"
 #include "apps/cli/input/Project.h"
 #include "apps/cli/verbs/Verbs.h"
+#include "host/gis_core/DataConfiguration.h"
+#include "host/gis_core/DataRW.h"
 #include "host/gis_core/ProjectSettings.h"
 #include "host/network_core/TerrainSurfaces.h"
+#include "host/network_core/TopologyMultiStorage.h"
+#include "host/project_io/base/CoordinateSystem.h"
 #include "host/project_io/terrain/TerrainAttachment.h"
 #include "reports/ShownText.h"
 
@@ -64,6 +68,26 @@ OLMGis::Utility::Status CheckTerrains(const std::vector<CAssignment>& changes, c
     return Done{};
 }
 
+/// What becomes of lengths: those without a stored value come from coordinates, which a new system does not change.
+void ReportLengths(CTerminal& terminal) {
+    const auto& sections = OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology()->GetSections();
+    const auto* const length = OLMGis::Data::FindDefinition("length");
+    std::size_t stored = 0;
+    OLMGis::Data::CDataBox box;
+    for (const auto& section : sections)
+        stored += OLMGis::Data::CDataRW::Read(length, section.get(), box, 0, nullptr) != 0 ? 1U : 0U;
+    const std::string counts =
+        fmt::format("{} of {} have a stored length, which stays; the others take it from the coordinates", stored,
+                    Reports::Count(sections.size(), "section"));
+    const auto crs = OLMGis::ProjectIo::ParseCrs(CProjectSettings::Instance()->Get(CProjectSettings::Crs));
+    if (crs && crs->IsInOtherUnit())
+        terminal.Warn(fmt::format("{} is in the unit {}: the coordinates are converted to m (factor {}) when the "
+                                  "project is opened next. {}",
+                                  crs->ToText(), crs->m_unit, crs->m_metresPerUnit, counts));
+    else
+        terminal.Note(fmt::format("crs: the coordinates stay as they are. {}", counts));
+}
+
 CVerbResult ShowOrChange(const COptions& options, CTerminal& terminal, std::ostream& results) {
     const auto assignments = SplitAssignments(options.m_assignments, "KEY=VALUE");
     if (!assignments)
@@ -82,6 +106,9 @@ CVerbResult ShowOrChange(const COptions& options, CTerminal& terminal, std::ostr
             return done.GetError();
     if (const auto good = CheckTerrains(assignments.Value(), options.m_project, terminal); !good)
         return good.GetError();
+    if (std::any_of(assignments->begin(), assignments->end(),
+                    [](const CAssignment& change) { return change.m_key == CProjectSettings::Crs; }))
+        ReportLengths(terminal);
     if (const std::string warning = GetCrsWarning(); !warning.empty())
         terminal.Warn(warning);
     if (const auto saved = project.Value()->Save(options.m_output); !saved)

@@ -47,6 +47,20 @@ void CompareCoordinateSystem(const CSqliteDatabase& database, const CFileTables&
     }
 }
 
+/// Coordinates are m in memory: for a project in another unit the factor to m, and its setting becomes that of the same
+/// system in m. 1 for all others.
+double ConvertToMetres(CWarnings& warnings) {
+    const std::string setting = System::CProjectSettings::Instance()->Get(System::CProjectSettings::Crs);
+    if (setting.empty())
+        return 1.0;
+    const auto system = ParseCrs(setting);
+    if (!system || !system->IsInOtherUnit())
+        return 1.0;
+    warnings.Add(DescribeConversion(system.Value()));
+    System::CProjectSettings::Instance()->Set(System::CProjectSettings::Crs, SettingAfterConversion(system.Value()));
+    return system->m_metresPerUnit;
+}
+
 void CheckOwnTables(const CFileTables& tables) {
     for (const Layout::CTable& table : Layout::GetTables())
         if (!table.m_isOptional || tables.Has(table.m_table))
@@ -71,13 +85,14 @@ CProjectMeta ReadGeoPackage(const CSqliteDatabase& database, CWarnings& warnings
     tables.WarnOfUnknown(warnings);
     ReadSettings(database);
     CompareCoordinateSystem(database, tables, warnings);
+    const double metresPerUnit = ConvertToMetres(warnings);
     ReadCatalogs(database);
 
     Data::CAttributeStore& store = System::CProjectContext::Active().GetAttributes();
     const CLayerReader::CTextIds texts = ReadSharedTexts(database, store.GetTexts());
-    CLayerReader nodes(database, tables, enmEntityKind::Node, texts, warnings);
-    CLayerReader sections(database, tables, enmEntityKind::Section, texts, warnings);
-    CLayerReader catchments(database, tables, enmEntityKind::Catchment, texts, warnings);
+    CLayerReader nodes(database, tables, enmEntityKind::Node, texts, metresPerUnit, warnings);
+    CLayerReader sections(database, tables, enmEntityKind::Section, texts, metresPerUnit, warnings);
+    CLayerReader catchments(database, tables, enmEntityKind::Catchment, texts, metresPerUnit, warnings);
     Topology::CTopologyMultiStorage::Instance()->GetActiveTopology()->Reserve(
         nodes.GetRowCount(), sections.GetRowCount(), catchments.GetRowCount());
     const std::size_t rows = nodes.GetRowCount() + sections.GetRowCount() + catchments.GetRowCount();

@@ -35,9 +35,9 @@ constexpr std::size_t MostRows = std::numeric_limits<std::int32_t>::max();
 } // namespace
 
 CLayerReader::CLayerReader(const CSqliteDatabase& database, const CFileTables& tables, enmEntityKind kind,
-                           const CTextIds& texts, CWarnings& warnings)
-    : m_database(database), m_layer(Layout::GetLayer(kind)), m_texts(texts), m_warnings(warnings),
-      m_topology(*Topology::CTopologyMultiStorage::Instance()->GetActiveTopology()),
+                           const CTextIds& texts, double metresPerUnit, CWarnings& warnings)
+    : m_database(database), m_layer(Layout::GetLayer(kind)), m_texts(texts), m_metresPerUnit(metresPerUnit),
+      m_warnings(warnings), m_topology(*Topology::CTopologyMultiStorage::Instance()->GetActiveTopology()),
       m_columns(NamesOf(m_layer.m_columns)) {
     SortColumns(tables.GetColumns(m_layer.m_table, m_layer.m_columns), warnings);
     LookAtOrder();
@@ -117,6 +117,15 @@ std::uint32_t CLayerReader::Entered(const Utility::Result<boost::shared_ptr<Enti
     return entity.Value()->GetRow();
 }
 
+void CLayerReader::ToMetres(std::span<CPoint> points) const {
+    if (m_metresPerUnit == 1.0)
+        return;
+    for (CPoint& point : points) {
+        point.m_x *= m_metresPerUnit;
+        point.m_y *= m_metresPerUnit;
+    }
+}
+
 void CLayerReader::ReadIdentity(bool needsName) {
     m_name = m_reader->GetText(Layout::Name);
     if (needsName && m_reader->IsNull(Layout::Name)) {
@@ -133,12 +142,14 @@ std::uint32_t CLayerReader::EnterNode() {
     ReadIdentity(true);
     CPoint point;
     Expect(DecodePoint(m_reader->GetBlob(Layout::Geometry), point));
+    ToMetres({&point, 1});
     return Entered(m_topology.AddNode(m_guid, m_name, point));
 }
 
 std::uint32_t CLayerReader::EnterSection() {
     ReadIdentity(false);
     Expect(DecodeLine(m_reader->GetBlob(Layout::Geometry), m_line));
+    ToMetres(m_line);
     CNode* const start = FindNode(Layout::FromNode, Layout::FromGuid);
     CNode* const end = FindNode(Layout::ToNode, Layout::ToGuid);
     return Entered(m_topology.AddSection(m_guid, m_name, start, end, m_line));
@@ -148,6 +159,8 @@ std::uint32_t CLayerReader::EnterCatchment() {
     ReadIdentity(false);
     CRings rings;
     Expect(DecodePolygon(m_reader->GetBlob(Layout::Geometry), rings));
+    for (auto& ring : rings)
+        ToMetres(ring);
     CSection* const section = FindSection();
     return Entered(m_topology.AddCatchment(m_guid, m_name, section, std::move(rings)));
 }

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -26,8 +27,9 @@ class CLayerReader {
 public:
     using CTextIds = std::unordered_map<std::int64_t, std::uint32_t>; ///< ids in the pool by row of the shared texts
 
+    /// metresPerUnit: factor from the coordinates of the file to m.
     CLayerReader(const CSqliteDatabase& database, const CFileTables& tables, Data::enmEntityKind kind,
-                 const CTextIds& texts, CWarnings& warnings);
+                 const CTextIds& texts, double metresPerUnit, CWarnings& warnings);
 
     /// Rows in the layer.
     std::size_t GetRowCount() const { return m_rowCount; }
@@ -55,6 +57,7 @@ private:
     void ReadAttributes(std::uint32_t row);
     std::optional<Data::CStoredValue> ReadAttribute(int column, const CAttribute& attribute);
     void Expect(const Utility::Status& status) const;
+    void ToMetres(std::span<Topology::CPoint> points) const;
 
     template <class Entity>
     std::uint32_t Entered(const Utility::Result<boost::shared_ptr<Entity>>& entity) const;
@@ -62,6 +65,7 @@ private:
     const CSqliteDatabase& m_database;
     const Layout::CLayer& m_layer;
     const CTextIds& m_texts;
+    double m_metresPerUnit;
     CWarnings& m_warnings;
     Topology::CTopologyStorage& m_topology;
     std::vector<std::string> m_columns; ///< fixed ones, then those of the attributes
