@@ -6,6 +6,7 @@
 namespace OLMGis::Formulas {
 
 inline constexpr double MillimetresPerMetre = 1000.0;
+inline constexpr double SquareMetresPerHectare = 10000.0;
 inline constexpr double LitresPerCubicMetre = 1000.0;
 inline constexpr double PerMille = 1000.0; ///< 1/1000 in a ratio of 1
 inline constexpr double Percent = 100.0;   ///< % in a ratio of 1

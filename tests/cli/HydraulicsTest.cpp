@@ -33,8 +33,9 @@ std::string Chain(const std::vector<std::string>& sections) {
                                            {"geometry", {{"type", "Point"}, {"coordinates", {100 * i, 0}}}}}
                                           .dump();
     for (std::size_t i = 0; i < sections.size(); ++i)
-        text += R"(,{"type": "Feature", "geometry": null, "properties": {"layer": "section", "from": "N)" +
-                std::to_string(i) + R"(", "to": "N)" + std::to_string(i + 1) + "\", " + sections[i] + "}}";
+        text +=
+            R"(,{"type": "Feature", "geometry": null, "properties": {"layer": "section", "length": 100, "from": "N)" +
+            std::to_string(i) + R"(", "to": "N)" + std::to_string(i + 1) + "\", " + sections[i] + "}}";
     return text + "]}";
 }
 
@@ -138,9 +139,9 @@ TEST(PipeCalculator, AnswersAndRefusals) {
         {"circle 0 --slope 1 --roughness 1", "DIMENSIONS"},
         {"pentagon 300 --slope 1 --roughness 1", "expected one of circle, egg, box"},
         {"circle 300 --slope steep --roughness 1", "--slope: found \"steep\""},
-        {"circle 300 --slope 1 --roughness -1", "--roughness: found \"-1\", expected a number, 0 or more"},
+        {"circle 300 --slope 1 --roughness -1", "--roughness: found \"-1\", expected a number: 0 to 1000000 mm"},
         {"circle 300 --slope 1", "--roughness is required"},
-        {"circle 300 --slope 1 --roughness 1 --fill 101", "--fill: found 101"},
+        {"circle 300 --slope 1 --roughness 1 --fill 101", "--fill: found \"101\""},
         {"circle 300 --slope 1 --roughness 1 --fill 10 --flow 1", "excludes"},
         {"circle 300 --slope 1 --roughness 0 --viscosity 0", "one of them above 0"},
     };

@@ -32,13 +32,13 @@ TEST(ValueRange, JudgesWhatPeopleEnter) {
         {"area", -5, Impossible, "found -5, expected 0 to 1000000 ha"},
         {"area", 0, Fine, ""},
         {"area", Infinity, Impossible, "found Infinity, expected 0 to 1000000 ha"},
-        {"PIPE_ROUGHNESS", -1, Impossible, "found -1, expected 0 to 10000 mm"},
+        {"PIPE_ROUGHNESS", -1, Impossible, "found -1, expected 0 to 1000000 mm"},
         {"PIPE_ROUGHNESS", 0.00075, Unusual, "found 0.00075, usual are 0.01 to 10 mm"}, // 0.75 mm in m
         {"PIPE_ROUGHNESS", 0.0015, Unusual, "found 0.0015, usual are 0.01 to 10 mm"},   // 1.5 mm in m
         {"PIPE_ROUGHNESS", 0.1, Fine, ""},
         {"PIPE_ROUGHNESS", 1.5, Fine, ""},
         {"PIPE_ROUGHNESS", -1000000, Fine, ""}, // calculations read it as absent
-        {"PIPE_ROUGHNESS", -1000001, Impossible, "found -1000001, expected 0 to 10000 mm"},
+        {"PIPE_ROUGHNESS", -1000001, Impossible, "found -1000001, expected 0 to 1000000 mm"},
         {"FLOW_INTIME", -5, Impossible, "found -5, expected 0 to 10000 min"},
         {"FLOW_INTIME", 0, Fine, ""},
         {"FLOW_INTIME", NaN, Impossible, "found NaN, expected 0 to 10000 min"},

@@ -82,7 +82,7 @@ TEST(CsvLoad, EntitiesGoByNameOrGuidAndEmptyCellsMakeNull) {
     Data::CDataBox box;
     Data::CDataRW::Read("LEVEL_LINE_POSITION", ActiveTopology().GetSectionByGuid("t-2"), box, 0, nullptr);
     EXPECT_EQ(box, Data::CDataBox(4));
-    ASSERT_TRUE(Load("name,TERRAIN_1\nA,NaN\nB,Infinity\nnode-C, -3 \n", enmEntityKind::Node));
+    ASSERT_TRUE(Load("name,TERRAIN_1\nA,1e2\nB,0\nnode-C, -3 \n", enmEntityKind::Node));
     Data::CDataRW::Read("TERRAIN_1", net.Node('C'), box, 0, nullptr);
     EXPECT_EQ(box, Data::CDataBox(-3.0));
 }
@@ -142,8 +142,18 @@ TEST(CsvLoad, FaultsNameLineAndColumnAndStoreNothing) {
         {section, "name,FLOW_USER\nBC,1\nAB,\"1,5\"\n", "line 3: FLOW_USER: found \"1,5\", expected a number"},
         {section, "name,FLOW_USER\nAB,inf\n", "line 2: FLOW_USER: found \"inf\""},
         {section, "name,LEVEL_LINE_POSITION\nAB,1.5\n", "line 2: LEVEL_LINE_POSITION: found \"1.5\""},
-        {section, "name,LEVEL_LINE_POSITION\nAB,7\n", "line 2: LEVEL_LINE_POSITION: found 7"},
-        {section, "name,length\nAB,-7\n", "line 2: length: found -7"},
+        {section, "name,LEVEL_LINE_POSITION\nAB,7\n",
+         "found 1 impossible value. Correct the table; nothing was loaded:\n  line 2: section AB: LEVEL_LINE_POSITION "
+         "7"},
+        {section, "name,length\nAB,-7\n",
+         "found 1 impossible value. Correct the table; nothing was loaded:\n  line 2: section AB: length -7, expected "
+         "0 to 1000000 m"},
+        {section, "name,FLOW_INTIME,PIPE_ROUGHNESS\nAB,Infinity,NaN\nBC,-5,-1\n",
+         "found 4 impossible values. Correct the table; nothing was loaded:\n"
+         "  line 2: section AB: FLOW_INTIME Infinity, expected 0 to 10000 min\n"
+         "  line 2: section AB: PIPE_ROUGHNESS NaN, expected 0 to 1000000 mm\n"
+         "  line 3: section BC: FLOW_INTIME -5, expected 0 to 10000 min\n"
+         "  line 3: section BC: PIPE_ROUGHNESS -1, expected 0 to 1000000 mm"},
         {node, "name,TERRAIN_1\nA,1\nZ,2\n", "line 3, column name: found \"Z\""},
         {node, "name,guid,TERRAIN_1\nA,node-B,2\n", "line 2, column name: found \"A\""},
         {catchment, "name,area\nAB,1\n", "line 2, column name: found \"AB\", which has 2 catchments"},
@@ -152,7 +162,9 @@ TEST(CsvLoad, FaultsNameLineAndColumnAndStoreNothing) {
         {catchment, "section,kinds,area\nAB,industrial,\n", "line 2, column area: found no value"},
         {catchment, "section,area\nt-1,1\n", "line 2, column kinds: found no value"},
         {catchment, "section,kinds,area\nAB,rain,1\nAB,rain,2\n", "line 3: found an entity that is on line 2 already"},
-        {catchment, "section,kinds,area\nAB,rain,-1\n", "line 2: area: found -1"},
+        {catchment, "section,kinds,area\nAB,rain,-1\n",
+         "found 1 impossible value. Correct the table; nothing was loaded:\n  line 2: catchment of section AB: area "
+         "-1"},
         {catchment, "section,guid,area\nBC,catchment-0,1\n", "line 2, column section: found \"BC\", expected \"AB\""},
         {catchment, "guid,area\ncatchment-9,1\n", "line 2, column guid: found \"catchment-9\""},
         {catchment, "section,guid,kinds,area\nAB,x,4,1\nBC,X,4,1\n", "line 3, column guid: found \"X\" on an earlier"},

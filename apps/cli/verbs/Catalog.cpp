@@ -43,12 +43,16 @@ CVerbResult Import(const COptions& options, CProject& project, CTerminal& termin
     if (!input)
         return input.GetError();
     const std::size_t before = Reports::GetCatalogGroups({}).size();
+    std::vector<std::string> warnings;
     const auto entered = OLMGis::ProjectIo::ImportCatalogCsv(input->GetStream(), input->GetName(),
                                                              options.m_kind.empty()     ? enmCatalogTable::Detect
                                                              : options.m_kind == "pipe" ? enmCatalogTable::Pipe
-                                                                                        : enmCatalogTable::Manhole);
+                                                                                        : enmCatalogTable::Manhole,
+                                                             OLMGis::ProjectIo::enmCatalogValues::Usual, &warnings);
     if (!entered)
         return entered.GetError();
+    for (const std::string& warning : warnings)
+        terminal.Warn(warning);
     const std::size_t made = Reports::GetCatalogGroups({}).size() - before;
     if (const auto saved = project.Save(options.m_output); !saved)
         return saved.GetError();

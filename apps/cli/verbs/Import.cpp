@@ -12,6 +12,8 @@
 
 #include <filesystem>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace Cli {
 
@@ -50,9 +52,14 @@ Status ImportCatalog(const std::string& path, CTerminal& terminal) {
     auto table = CInputFile::Open(path);
     if (!table)
         return table.GetError();
-    const auto entered = OLMGis::ProjectIo::ImportCatalogCsv(table->GetStream(), table->GetName());
+    std::vector<std::string> warnings;
+    const auto entered = OLMGis::ProjectIo::ImportCatalogCsv(table->GetStream(), table->GetName(),
+                                                             OLMGis::ProjectIo::enmCatalogTable::Detect,
+                                                             OLMGis::ProjectIo::enmCatalogValues::Usual, &warnings);
     if (!entered)
         return entered.GetError();
+    for (const std::string& warning : warnings)
+        terminal.Warn(warning);
     terminal.Detail(
         fmt::format("{}: {} added to the catalogue", path, Count(static_cast<std::size_t>(entered.Value()), "item")));
     return Done{};

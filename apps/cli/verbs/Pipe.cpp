@@ -4,6 +4,7 @@
 #include "host/formulas/SectionGeometry.h"
 #include "host/formulas/Units.h"
 #include "host/gis_core/Utility.h"
+#include "host/gis_core/ValueRange.h"
 #include "reports/PipeCalculation.h"
 #include "reports/ShownText.h"
 
@@ -17,6 +18,11 @@
 
 namespace Cli {
 
+using OLMGis::Data::CValueRange;
+using OLMGis::Data::enmJudgement;
+using OLMGis::Data::ExplainJudgement;
+using OLMGis::Data::Judge;
+using OLMGis::Data::PossibleValues;
 using OLMGis::Formulas::CShapeKind;
 using OLMGis::Formulas::enmShapeDimensions;
 using OLMGis::Formulas::FindShapeKind;
@@ -45,23 +51,77 @@ struct COptions {
     CFormatOption m_format;
 };
 
-constexpr double LargestSize = 1e6;
+CValueRange Range(double least, double greatest, double leastUsual, double greatestUsual) {
+    CValueRange range;
+    range.m_min = least;
+    range.m_max = greatest;
+    range.m_usualMin = leastUsual;
+    range.m_usualMax = greatestUsual;
+    return range;
+}
+
+/// A number of the command line.
+struct CQuantity {
+    const char* m_option;
+    const char* m_unit;
+    CValueRange m_range;
+};
+
+CQuantity Size() {
+    CQuantity size{"DIMENSIONS", "mm", Range(0.0, 1e6, 20.0, 20000.0)};
+    size.m_range.m_isMinExcluded = true;
+    return size;
+}
+
+/// A slope of 0 or below has an answer too, and a note of its own.
+CQuantity Slope() {
+    CQuantity slope{"--slope", "1/1000", {}};
+    slope.m_range.m_usualMax = 1000.0;
+    return slope;
+}
+
+CQuantity Roughness() {
+    CQuantity roughness{"--roughness", "mm", Range(0.0, 1e6, 0.01, 10.0)};
+    roughness.m_range.m_marks = {0.0}; // smooth walls
+    return roughness;
+}
+
+CQuantity Viscosity() {
+    CQuantity viscosity{"--viscosity", "m²/s", Range(0.0, 1.0, 1e-7, 1e-4)};
+    viscosity.m_range.m_marks = {0.0}; // walls alone brake
+    return viscosity;
+}
+
+CQuantity Flow() {
+    return {"--flow", "m³/s", Range(0.0, 1e6, 0.0, 20.0)};
+}
+
+CQuantity Filling() {
+    return {"--fill", "%", Range(0.0, 100.0, 0.0, 100.0)};
+}
 
 std::vector<std::string> Shapes() {
     const auto keys = KeysOfSizedShapes();
     return {keys.begin(), keys.end()};
 }
 
-Status ReadNumber(std::string_view option, std::string_view text, double least, double& value) {
+void WarnOfUnusual(const CQuantity& quantity, double value, std::vector<std::string>& warnings) {
+    if (Judge(quantity.m_range, value) == enmJudgement::Unusual)
+        warnings.push_back(
+            fmt::format("{}: {}", quantity.m_option, ExplainJudgement(quantity.m_range, value, quantity.m_unit)));
+}
+
+Status ReadNumber(const CQuantity& quantity, std::string_view text, double& value, std::vector<std::string>& warnings) {
     const auto number = CUtility::ParseDouble(text);
-    if (!number || *number < least)
-        return BadArguments(fmt::format("{}: found \"{}\", expected a number{}", option, OnOneLine(text),
-                                        least == 0.0 ? ", 0 or more" : ""));
+    if (!number || Judge(quantity.m_range, *number) == enmJudgement::Impossible)
+        return BadArguments(fmt::format("{}: found \"{}\", expected a number: {}", quantity.m_option, OnOneLine(text),
+                                        PossibleValues(quantity.m_range, quantity.m_unit)));
     value = *number;
+    WarnOfUnusual(quantity, value, warnings);
     return Done{};
 }
 
-Status ReadShape(const COptions& options, CPipeQuestion& question) {
+Status ReadShape(const COptions& options, CPipeQuestion& question, std::vector<std::string>& warnings) {
     const std::string_view text = options.m_dimensions;
     const std::size_t cross = text.find('x');
     const auto width = CUtility::ParseDouble(text.substr(0, cross));
@@ -73,8 +133,9 @@ Status ReadShape(const COptions& options, CPipeQuestion& question) {
         height = CUtility::ParseDouble(text.substr(cross + 1));
     else if (hasRatio && width)
         height = kind.m_heightRatio * *width;
-    const bool isSize =
-        width && height && *width > 0.0 && *height > 0.0 && *width <= LargestSize && *height <= LargestSize;
+    const CQuantity size = Size();
+    const bool isSize = width && height && Judge(size.m_range, *width) != enmJudgement::Impossible &&
+                        Judge(size.m_range, *height) != enmJudgement::Impossible;
     const bool fits = isCircle ? width == height : hasRatio ? width <= height : cross != std::string_view::npos;
     if (!isSize || !fits)
         return BadArguments(
@@ -82,6 +143,9 @@ Status ReadShape(const COptions& options, CPipeQuestion& question) {
                         isCircle   ? "the inside diameter in mm, as 300"
                         : hasRatio ? "inside width and height in mm, as 800x1200, the height not below the width"
                                    : "inside width and height in mm, as 1500x900"));
+    WarnOfUnusual(size, *width, warnings);
+    if (*height != *width)
+        WarnOfUnusual(size, *height, warnings);
     question.m_shapeName = options.m_shape;
     question.m_width = *width;
     question.m_height = *height;
@@ -91,35 +155,31 @@ Status ReadShape(const COptions& options, CPipeQuestion& question) {
     return Done{};
 }
 
-Result<CPipeQuestion> ReadQuestion(const COptions& options) {
+Result<CPipeQuestion> ReadQuestion(const COptions& options, std::vector<std::string>& warnings) {
     CPipeQuestion question;
-    if (const Status read = ReadShape(options, question); !read)
+    if (const Status read = ReadShape(options, question, warnings); !read)
         return read.GetError();
-    constexpr double AnyNumber = -1e300; // a slope of 0 or below has an answer too
     double flow = 0.0;
     double fill = 0.0;
     auto& conditions = question.m_conditions;
     const struct {
-        const char* m_option;
+        CQuantity m_quantity;
         const std::string& m_text;
-        double m_least;
         double& m_value;
         bool m_isGiven;
-    } numbers[] = {{"--slope", options.m_slope, AnyNumber, question.m_slope, true},
-                   {"--roughness", options.m_roughness, 0.0, question.m_roughness, true},
-                   {"--viscosity", options.m_viscosity, 0.0, conditions.m_viscosity, true},
-                   {"--flow", options.m_flow, 0.0, flow, !options.m_flow.empty()},
-                   {"--fill", options.m_fill, 0.0, fill, !options.m_fill.empty()}};
+    } numbers[] = {{Slope(), options.m_slope, question.m_slope, true},
+                   {Roughness(), options.m_roughness, question.m_roughness, true},
+                   {Viscosity(), options.m_viscosity, conditions.m_viscosity, true},
+                   {Flow(), options.m_flow, flow, !options.m_flow.empty()},
+                   {Filling(), options.m_fill, fill, !options.m_fill.empty()}};
     for (const auto& number : numbers)
         if (number.m_isGiven)
-            if (const Status read = ReadNumber(number.m_option, number.m_text, number.m_least, number.m_value); !read)
+            if (const Status read = ReadNumber(number.m_quantity, number.m_text, number.m_value, warnings); !read)
                 return read.GetError();
     conditions.m_slope = question.m_slope / PerMille;
     conditions.m_roughness = question.m_roughness / MillimetresPerMetre;
     if (!(conditions.m_roughness > 0.0 || conditions.m_viscosity > 0.0))
         return BadArguments("--viscosity: found 0 with a roughness of 0, expected one of them above 0");
-    if (fill > 100.0)
-        return BadArguments(fmt::format("--fill: found {}, expected 0 to 100, % of the inside height", options.m_fill));
     if (!options.m_flow.empty())
         question.m_flow = flow;
     if (!options.m_fill.empty())
@@ -128,11 +188,14 @@ Result<CPipeQuestion> ReadQuestion(const COptions& options) {
 }
 
 CVerbResult CalculatePipe(const COptions& options, CTerminal& terminal, std::ostream& results) {
-    const auto question = ReadQuestion(options);
+    std::vector<std::string> warnings;
+    const auto question = ReadQuestion(options, warnings);
     if (!question)
         return question.GetError();
     Print(results, Reports::MakePipeListing(question.Value()), options.m_format.Get());
     results.flush();
+    for (const std::string& warning : warnings)
+        terminal.Warn(warning);
     if (!(question->m_conditions.m_slope > 0.0))
         terminal.Note("with a slope of 0 or below nothing flows");
     return enmExitCode::Done;

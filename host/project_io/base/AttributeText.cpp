@@ -32,21 +32,14 @@ constexpr std::array KindNames = {CKindName{"rain", Topology::CatchmentRain},
                                   CKindName{"industrial", Topology::CatchmentIndustrial}};
 constexpr int AllKinds = Topology::CatchmentRain | Topology::CatchmentHousehold | Topology::CatchmentIndustrial;
 
-/// Range of an attribute that calculations take unchanged, ends included.
-struct CRange {
+/// Codes are explained by more than their range.
+struct CMeaning {
     std::string_view m_id;
-    double m_least;
-    double m_greatest;
     std::string_view m_expected;
 };
-constexpr double Greatest = std::numeric_limits<double>::max();
-constexpr std::array Ranges = {
-    CRange{"length", 0.0, Greatest, "a length of 0 or more (m)"},
-    CRange{"area", 0.0, Greatest, "an area of 0 or more (ha)"},
-    CRange{"coefficient", 0.0, Greatest, "a runoff coefficient of 0 or more"},
-    CRange{"density", 0.0, Greatest, "a density of 0 or more (inhabitants/ha)"},
-    CRange{"kinds", 0.0, AllKinds, "a sum of 1 (rain), 2 (household) and 4 (industrial)"},
-    CRange{"LEVEL_LINE_POSITION", 0.0, 4.0, "0 inside bottom, 1 axis, 2 inside top, 3 outside bottom or 4 outside top"},
+constexpr std::array Meanings = {
+    CMeaning{"kinds", "a sum of 1 (rain), 2 (household) and 4 (industrial)"},
+    CMeaning{"LEVEL_LINE_POSITION", "0 inside bottom, 1 axis, 2 inside top, 3 outside bottom or 4 outside top"},
 };
 
 Utility::Error NotA(const CDataDefinition& definition, std::string_view text, std::string_view expected) {
@@ -104,10 +97,14 @@ std::string TextOfAttribute(const CDataBox& box) {
     return box.AsText();
 }
 
-Result<CDataBox> AttributeOfText(const CDataDefinition& definition, std::string_view text) {
+Result<CDataBox> ParseAttribute(const CDataDefinition& definition, std::string_view text) {
     if (text.empty() || (definition.m_type != enmDataType::Text && CUtility::Trim(text).empty()))
         return CDataBox();
-    auto box = Parse(definition, text);
+    return Parse(definition, text);
+}
+
+Result<CDataBox> AttributeOfText(const CDataDefinition& definition, std::string_view text) {
+    auto box = ParseAttribute(definition, text);
     if (box)
         if (const Status sensible = CheckAttribute(definition, box.Value()); !sensible)
             return sensible.GetError();
@@ -115,15 +112,15 @@ Result<CDataBox> AttributeOfText(const CDataDefinition& definition, std::string_
 }
 
 Status CheckAttribute(const CDataDefinition& definition, const CDataBox& box) {
-    if (!box.IsNotNull() || definition.m_type == enmDataType::Text)
+    if (!box.IsNotNull() || definition.m_type == enmDataType::Text ||
+        Data::Judge(definition.m_range, box.AsDouble()) != Data::enmJudgement::Impossible)
         return Utility::Done();
-    for (const CRange& range : Ranges) {
-        const double value = definition.m_id == range.m_id ? box.AsDouble() : range.m_least;
-        if (!(value >= range.m_least && value <= range.m_greatest))
+    for (const CMeaning& meaning : Meanings)
+        if (definition.m_id == meaning.m_id)
             return BadInput(
-                fmt::format("{}: found {}, expected {}", definition.m_id, TextOfAttribute(box), range.m_expected));
-    }
-    return Utility::Done();
+                fmt::format("{}: found {}, expected {}", definition.m_id, TextOfAttribute(box), meaning.m_expected));
+    return BadInput(fmt::format("{}: {}", definition.m_id,
+                                Data::ExplainJudgement(definition.m_range, box.AsDouble(), definition.m_unit)));
 }
 
 std::optional<int> KindOfName(std::string_view name) {

@@ -31,8 +31,10 @@ std::string TextOfAttribute(const Data::CDataBox& box);
 /// attribute and for a value that CheckAttribute refuses.
 Utility::Result<Data::CDataBox> AttributeOfText(const Data::CDataDefinition& definition, std::string_view text);
 
-/// BadInput for a value that makes no sense as input. Lengths, areas, coefficients and densities must be finite and not
-/// negative, kinds a sum of 1, 2 and 4, positions of the level line 0 to 4. A null is accepted.
+/// The same without CheckAttribute, for readers that list all impossible values.
+Utility::Result<Data::CDataBox> ParseAttribute(const Data::CDataDefinition& definition, std::string_view text);
+
+/// BadInput for a value that is impossible by the range of its definition, see Data::Judge. A null is accepted.
 Utility::Status CheckAttribute(const Data::CDataDefinition& definition, const Data::CDataBox& box);
 
 /// Kinds of a catchment as a sum of bits (see Topology::enmCatchmentKind), from their names joined by "+", "|", ","

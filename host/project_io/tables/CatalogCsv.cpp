@@ -6,6 +6,7 @@
 #include "host/network_core/CatalogManager.h"
 #include "host/project_io/base/AttributeText.h"
 #include "host/project_io/base/Failure.h"
+#include "host/project_io/base/ValueFaults.h"
 #include "host/project_io/tables/CatalogCsvRows.h"
 #include "host/project_io/tables/CsvReader.h"
 #include "host/project_io/tables/CsvWriter.h"
@@ -13,6 +14,8 @@
 #include <fmt/format.h>
 
 #include <array>
+#include <map>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -21,6 +24,7 @@ namespace OLMGis::ProjectIo {
 using Topology::CCatalog;
 using Topology::CCatalogItem;
 using Topology::CCatalogManager;
+using Utility::CUtility;
 using Utility::Done;
 using Utility::Result;
 using Utility::Status;
@@ -50,6 +54,7 @@ public:
 
     Status ReadAll();
     Result<int> Enter();
+    void ReportUnusual(std::vector<std::string>& warnings) const;
 
 private:
     Status Take(CCatalogCsvRow row);
@@ -59,7 +64,13 @@ private:
     enmCatalogKind m_kind;
     enmCatalogValues m_values;
     CCsvReader& m_reader;
+    struct CUnusualColumn {
+        CUnusualValues m_values;
+        std::string m_usual;
+    };
+
     std::vector<CCatalogCsvRow> m_rows;
+    std::map<std::string_view, CUnusualColumn> m_unusual;      ///< by column
     std::unordered_map<std::string, std::string> m_groupGuids; ///< of new groups, by name
     std::unordered_map<std::string, std::size_t, Utility::GuidHash, Utility::GuidEqual> m_lineOfGuid;
     std::unordered_map<std::string, std::size_t> m_lineOfName; ///< by group and name
@@ -75,9 +86,19 @@ Status CCatalogImport::ReadAll() {
         Result<CCatalogCsvRow> row = ReadCatalogRow(m_reader, m_kind, m_values);
         if (!row)
             return row.GetError();
+        for (const CCatalogCsvRow::CUnusual& unusual : row->m_unusual) {
+            CUnusualColumn& column = m_unusual[unusual.m_column];
+            column.m_usual = unusual.m_usual;
+            column.m_values.Add(row->m_name, CUtility::ToText(unusual.m_value));
+        }
         if (Status status = Take(std::move(row.Value())); !status)
             return status;
     }
+}
+
+void CCatalogImport::ReportUnusual(std::vector<std::string>& warnings) const {
+    for (const auto& [column, unusual] : m_unusual)
+        unusual.m_values.Report(column, "usual are " + unusual.m_usual, warnings);
 }
 
 Status CCatalogImport::CheckGuid(const std::string& guid, const std::string& what) {
@@ -153,7 +174,8 @@ bool HasOwnGroupGuids(const CCatalog& catalog, enmCatalogKind kind) {
     return false;
 }
 
-Result<int> Import(std::istream& stream, const std::string& name, enmCatalogTable table, enmCatalogValues values) {
+Result<int> Import(std::istream& stream, const std::string& name, enmCatalogTable table, enmCatalogValues values,
+                   std::vector<std::string>* warnings) {
     CCsvReader reader(stream, name);
     if (const Status head = reader.ReadHead(); !head)
         return head.GetError();
@@ -165,14 +187,17 @@ Result<int> Import(std::istream& stream, const std::string& name, enmCatalogTabl
     CCatalogImport import(CatalogOf(kind), kind, values, reader);
     if (const Status status = import.ReadAll(); !status)
         return status.GetError();
-    return import.Enter();
+    auto entered = import.Enter();
+    if (entered && warnings != nullptr)
+        import.ReportUnusual(*warnings);
+    return entered;
 }
 
 } // namespace
 
 Result<int> ImportCatalogCsv(std::istream& stream, const std::string& name, enmCatalogTable table,
-                             enmCatalogValues values) {
-    return CatchFailures<int>(name, [&] { return Import(stream, name, table, values); });
+                             enmCatalogValues values, std::vector<std::string>* warnings) {
+    return CatchFailures<int>(name, [&] { return Import(stream, name, table, values, warnings); });
 }
 
 Status ExportCatalogCsv(std::ostream& stream, enmCatalogKind kind) {

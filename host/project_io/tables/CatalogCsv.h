@@ -7,6 +7,7 @@
 #include <istream>
 #include <ostream>
 #include <string>
+#include <vector>
 
 namespace OLMGis::ProjectIo {
 
@@ -27,10 +28,11 @@ enum class enmCatalogValues { Usual, Any };
 ///
 /// All or nothing. A row that is equal to an item of the catalogue is skipped, so that a table may be imported twice;
 /// any other row for a group that existed before is an error, because a group comes from one table. BadInput names line
-/// and column. Linear.
+/// and column. warnings (may be null) gets one sentence for each column with possible but unusual values. Linear.
 Utility::Result<int> ImportCatalogCsv(std::istream& stream, const std::string& name,
                                       enmCatalogTable table = enmCatalogTable::Detect,
-                                      enmCatalogValues values = enmCatalogValues::Usual);
+                                      enmCatalogValues values = enmCatalogValues::Usual,
+                                      std::vector<std::string>* warnings = nullptr);
 
 /// Writes a catalogue of the active project as the table that ImportCatalogCsv reads back; the columns points and
 /// group_guid only where they are needed. Refused when writing fails.

@@ -3,6 +3,7 @@
 #include "host/project_io/tables/CatalogCsvRows.h"
 
 #include "host/gis_core/Utility.h"
+#include "host/gis_core/ValueRange.h"
 #include "host/network_core/CatalogGuids.h"
 #include "host/network_core/CatalogManager.h"
 #include "host/project_io/base/AttributeText.h"
@@ -12,9 +13,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace OLMGis::ProjectIo {
@@ -42,18 +43,35 @@ constexpr std::array<std::string_view, 6> NeededManholeColumns = {"group", "name
 constexpr std::string_view PointsColumn = "points";
 constexpr std::string_view GroupGuidColumn = "group_guid";
 
-/// Values outside these ranges are mostly wrong units: pipes are in mm, manholes in m. Wide enough for river beds.
-struct CRange {
+/// A number of a table. Values outside the possible range are mostly in the wrong unit: pipes are in mm, manholes in m.
+/// Wide enough for river beds.
+struct CQuantity {
+    std::string_view m_column;
     double m_least;
     double m_greatest;
+    double m_leastUsual;
+    double m_greatestUsual;
+
+    std::string_view GetUnit() const { return m_column.ends_with("_mm") ? "mm" : "m"; }
+
+    Data::CValueRange GetRange() const {
+        Data::CValueRange range;
+        range.m_min = m_least;
+        range.m_max = m_greatest;
+        range.m_usualMin = m_leastUsual;
+        range.m_usualMax = m_greatestUsual;
+        return range;
+    }
 };
-constexpr CRange InnerSize = {1.0, 1e6};        // mm
-constexpr CRange Wall = {0.0, 5000.0};          // mm
-constexpr CRange Roughness = {0.0, 1e6};        // mm
-constexpr CRange MinDiameter = {0.0, 1e6};      // mm
-constexpr CRange ManholeDiameter = {0.1, 50.0}; // m
-constexpr CRange ManholeHeight = {0.0, 100.0};  // m
-constexpr CRange AnyNumber = {0.0, std::numeric_limits<double>::max()};
+constexpr CQuantity InnerWidth = {"inner_width_mm", 1.0, 1e6, 20.0, 20000.0};
+constexpr CQuantity InnerHeight = {"inner_height_mm", 1.0, 1e6, 20.0, 20000.0};
+constexpr CQuantity Wall = {"wall_mm", 0.0, 5000.0, 0.0, 600.0};
+constexpr CQuantity Roughness = {"roughness_mm", 0.0, 1e6, 0.01, 10.0};
+constexpr CQuantity MinDiameter = {"min_diameter_mm", 0.0, 1e6, 0.0, 20000.0};
+constexpr CQuantity ManholeDiameter = {"inner_diameter_m", 0.1, 50.0, 0.3, 10.0};
+constexpr CQuantity H1 = {"h1_m", 0.0, 100.0, 0.0, 3.0};
+constexpr CQuantity H2 = {"h2_m", 0.0, 100.0, 0.0, 10.0};
+constexpr CQuantity ManholeHeight = {"height_m", 0.0, 100.0, 0.0, 30.0};
 constexpr double RatioTolerance = 0.01; // of height to width: nominal sizes are rounded
 constexpr std::size_t MostShapePoints = 10000;
 
@@ -84,18 +102,26 @@ public:
     }
 
     /// fallback: value of an empty or missing cell; without one a number is required.
-    double Number(std::string_view column, const CRange& usual, std::optional<double> fallback = std::nullopt) {
-        const CRange& range = m_takesAny ? AnyNumber : usual;
-        const std::string_view text = Field(column);
+    double Number(const CQuantity& quantity, std::optional<double> fallback = std::nullopt) {
+        Data::CValueRange range = quantity.GetRange();
+        if (m_takesAny) {
+            range = Data::CValueRange();
+            range.m_min = 0.0;
+        }
+        const std::string_view text = Field(quantity.m_column);
         if (CUtility::Trim(text).empty() && fallback)
             return *fallback;
         const auto number = CUtility::ParseDouble(text);
-        if (number && *number >= range.m_least && *number <= range.m_greatest)
-            return *number;
-        Fail(column,
-             fmt::format("found {}, expected a number from {} to {}", Quote(text), range.m_least, range.m_greatest));
-        return 0.0;
+        const auto judgement = number ? Data::Judge(range, *number) : Data::enmJudgement::Impossible;
+        if (judgement == Data::enmJudgement::Impossible)
+            Fail(quantity.m_column, fmt::format("found {}, expected a number: {}", Quote(text),
+                                                Data::PossibleValues(range, quantity.GetUnit())));
+        if (judgement == Data::enmJudgement::Unusual)
+            m_unusual.push_back({quantity.m_column, *number, Data::UsualValues(range, quantity.GetUnit())});
+        return number.value_or(0.0);
     }
+
+    std::vector<CCatalogCsvRow::CUnusual> TakeUnusual() { return std::move(m_unusual); }
 
     void Fail(std::string_view column, std::string_view text) {
         if (m_status)
@@ -108,6 +134,7 @@ private:
     const CCsvReader& m_reader;
     bool m_takesAny;
     Status m_status = Done();
+    std::vector<CCatalogCsvRow::CUnusual> m_unusual;
 };
 
 /// "0:100 50:120": heights and widths, mm.
@@ -138,10 +165,9 @@ void ReadShape(CRowReader& row, CPipeData& pipe) {
         return;
     }
     pipe.m_shape = kind->m_shape;
-    pipe.m_innerWidth = row.Number("inner_width_mm", InnerSize);
+    pipe.m_innerWidth = row.Number(InnerWidth);
     const bool isCircle = kind->m_dimensions == Formulas::enmShapeDimensions::Diameter;
-    pipe.m_innerHeight =
-        row.Number("inner_height_mm", InnerSize, isCircle ? std::optional<double>(pipe.m_innerWidth) : std::nullopt);
+    pipe.m_innerHeight = row.Number(InnerHeight, isCircle ? std::optional<double>(pipe.m_innerWidth) : std::nullopt);
     if (!row.TakesAny() && isCircle && pipe.m_innerHeight != pipe.m_innerWidth)
         row.Fail("inner_height_mm", fmt::format("found {} for a circle of width {}, expected both inner sizes equal",
                                                 pipe.m_innerHeight, pipe.m_innerWidth));
@@ -169,19 +195,19 @@ void ReadShape(CRowReader& row, CPipeData& pipe) {
 CPipeData ReadPipe(CRowReader& row) {
     CPipeData pipe;
     ReadShape(row, pipe);
-    pipe.m_wall = row.Number("wall_mm", Wall, 0.0);
-    pipe.m_roughness = row.Number("roughness_mm", Roughness);
+    pipe.m_wall = row.Number(Wall, 0.0);
+    pipe.m_roughness = row.Number(Roughness);
     pipe.m_type = row.Field("type");
-    pipe.m_minDiameter = row.Number("min_diameter_mm", MinDiameter, 0.0);
+    pipe.m_minDiameter = row.Number(MinDiameter, 0.0);
     return pipe;
 }
 
 CManholeData ReadManhole(CRowReader& row) {
     CManholeData manhole;
-    manhole.m_innerDiameter = row.Number("inner_diameter_m", ManholeDiameter);
-    manhole.m_h1 = row.Number("h1_m", ManholeHeight);
-    manhole.m_h2 = row.Number("h2_m", ManholeHeight);
-    manhole.m_height = row.Number("height_m", ManholeHeight);
+    manhole.m_innerDiameter = row.Number(ManholeDiameter);
+    manhole.m_h1 = row.Number(H1);
+    manhole.m_h2 = row.Number(H2);
+    manhole.m_height = row.Number(ManholeHeight);
     return manhole;
 }
 
@@ -233,6 +259,7 @@ Result<CCatalogCsvRow> ReadCatalogRow(const CCsvReader& reader, enmCatalogKind k
         row.m_pipe = ReadPipe(cells);
     else
         row.m_manhole = ReadManhole(cells);
+    row.m_unusual = cells.TakeUnusual();
     if (!cells.GetStatus())
         return cells.GetStatus().GetError();
     return row;

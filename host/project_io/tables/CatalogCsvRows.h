@@ -10,6 +10,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace OLMGis::ProjectIo {
 
@@ -21,6 +22,14 @@ struct CCatalogCsvRow {
     std::string m_guid;
     Topology::CPipeData m_pipe; ///< in a table of pipes
     Topology::CManholeData m_manhole;
+
+    /// A number that is possible but unusual.
+    struct CUnusual {
+        std::string_view m_column; ///< of the catalogue's own columns
+        double m_value;
+        std::string m_usual; ///< the usual values
+    };
+    std::vector<CUnusual> m_unusual;
 };
 
 /// GUIDs for tables without them; the same for the same names.

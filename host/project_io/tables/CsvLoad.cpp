@@ -6,7 +6,9 @@
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/project_io/base/AttributeText.h"
 #include "host/project_io/base/Failure.h"
+#include "host/project_io/base/ProjectValues.h"
 #include "host/project_io/base/StagedAttributes.h"
+#include "host/project_io/base/ValueFaults.h"
 #include "host/project_io/tables/CatalogReferences.h"
 #include "host/project_io/tables/CsvReader.h"
 #include "host/project_io/tables/CsvTargets.h"
@@ -32,6 +34,12 @@ const CDataDefinition* Definition(std::string_view id) {
     return Data::CDataConfiguration::Instance()->GetDataDefinitionByID(id);
 }
 
+/// For messages.
+std::string_view NameOf(const CCsvTarget& target) {
+    return target.m_entity == nullptr ? target.m_section->GetName()
+                                      : NameForMessages(static_cast<const Topology::CEntity&>(*target.m_entity));
+}
+
 /// A column with values of an attribute.
 struct CValueColumn {
     std::size_t m_place;
@@ -44,11 +52,14 @@ public:
         : m_topology(topology), m_kind(kind), m_reader(reader), m_targets(topology, kind, reader) {}
 
     Status ReadHead();
-    Status ReadRows();
+
+    /// Reads all rows. BadInput for the first that makes no sense, else for all impossible values together.
+    Status ReadRows(const std::string& fileName);
     Result<int> Store();
 
 private:
     Status ReadRow();
+    void JudgeRow(std::uint32_t record);
     Status CompleteNewCatchment(std::uint32_t record);
     int StoreNew(const Topology::CCatchment& catchment, std::uint32_t record);
     int Write(const Data::CAttributeOwner& entity, const CDataDefinition& definition, std::uint32_t record);
@@ -60,6 +71,7 @@ private:
     std::vector<CValueColumn> m_columns;
     std::vector<CCsvTarget> m_records; ///< one per row
     CStagedAttributes m_values;        ///< by record
+    CValueFaults m_faults;
 };
 
 Status CTableLoad::ReadHead() {
@@ -79,13 +91,13 @@ Status CTableLoad::ReadHead() {
     return m_targets.CheckHead();
 }
 
-Status CTableLoad::ReadRows() {
+Status CTableLoad::ReadRows(const std::string& fileName) {
     for (;;) {
         const Result<bool> next = m_reader.Next();
         if (!next)
             return next.GetError();
         if (!next.Value())
-            return Done();
+            return m_faults.ToStatus(fileName, "Correct the table; nothing was loaded");
         if (Status status = ReadRow(); !status)
             return status;
     }
@@ -95,7 +107,7 @@ Status CTableLoad::ReadRow() {
     const auto record = static_cast<std::uint32_t>(m_records.size());
     std::optional<int> kinds;
     for (const CValueColumn& column : m_columns) {
-        Result<CDataBox> value = AttributeOfText(*column.m_definition, m_reader.GetField(column.m_place));
+        Result<CDataBox> value = ParseAttribute(*column.m_definition, m_reader.GetField(column.m_place));
         if (value && IsCatalogReference(*column.m_definition))
             value = ResolveCatalogReference(*column.m_definition, std::move(value.Value()));
         if (!value)
@@ -108,7 +120,21 @@ Status CTableLoad::ReadRow() {
     if (!target)
         return target.GetError();
     m_records.push_back(std::move(target.Value()));
+    JudgeRow(record);
     return m_records.back().m_entity == nullptr ? CompleteNewCatchment(record) : Status(Done());
+}
+
+void CTableLoad::JudgeRow(std::uint32_t record) {
+    CDataBox box;
+    for (const CValueColumn& column : m_columns) {
+        const CDataDefinition& key = *column.m_definition;
+        if (key.m_type == Data::enmDataType::Text || !m_values.Read(key, record, box) ||
+            Data::Judge(key.m_range, box.AsDouble()) != Data::enmJudgement::Impossible)
+            continue;
+        m_faults.Add(m_faults.IsListed() ? fmt::format("line {}: {}", m_reader.GetLine(),
+                                                       PlaceOfValue(key, NameOf(m_records[record]), box.AsDouble()))
+                                         : std::string());
+    }
 }
 
 Status CTableLoad::CompleteNewCatchment(std::uint32_t record) {
@@ -161,7 +187,7 @@ Result<int> Load(std::istream& stream, const std::string& name, enmEntityKind ki
     CTableLoad load(*Topology::CTopologyMultiStorage::Instance()->GetActiveTopology(), kind, reader);
     if (const Status head = load.ReadHead(); !head)
         return head.GetError();
-    if (const Status rows = load.ReadRows(); !rows)
+    if (const Status rows = load.ReadRows(name); !rows)
         return rows.GetError();
     return load.Store();
 }
