@@ -19,9 +19,9 @@ constexpr const char* Twins = R"({"type": "FeatureCollection", "features": [
 {"type": "Feature", "properties": {"layer": "node", "name": "B"}, "geometry": {"type": "Point", "coordinates": [10, 0]}},
 {"type": "Feature", "properties": {"layer": "node", "name": "C"}, "geometry": {"type": "Point", "coordinates": [20, 0]}},
 {"type": "Feature", "properties": {"layer": "node", "name": "D, E"}, "geometry": {"type": "Point", "coordinates": [20, 9]}},
-{"type": "Feature", "properties": {"layer": "section", "name": "one", "from": "A", "to": "B"}, "geometry": null},
-{"type": "Feature", "properties": {"layer": "section", "name": "twin", "guid": "T1", "from": "B", "to": "C"}, "geometry": null},
-{"type": "Feature", "properties": {"layer": "section", "name": "twin", "guid": "T2", "from": "B", "to": "D, E"}, "geometry": null},
+{"type": "Feature", "properties": {"layer": "section", "name": "one", "from": "A", "to": "B", "length": 10}, "geometry": null},
+{"type": "Feature", "properties": {"layer": "section", "name": "twin", "guid": "T1", "from": "B", "to": "C", "length": 10}, "geometry": null},
+{"type": "Feature", "properties": {"layer": "section", "name": "twin", "guid": "T2", "from": "B", "to": "D, E", "length": 13.45362404707371}, "geometry": null},
 {"type": "Feature", "properties": {"layer": "catchment", "section": "one", "kinds": ["rain", "household"], "area": 2}, "geometry": null}
 ]})";
 

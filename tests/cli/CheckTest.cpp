@@ -23,8 +23,8 @@ constexpr const char* Faulty = R"({"type":"FeatureCollection","crs":{"type":"nam
 {"type":"Feature","properties":{"layer":"node","name":"B"},"geometry":{"type":"Point","coordinates":[50,0]}},
 {"type":"Feature","properties":{"layer":"node","name":"C"},"geometry":{"type":"Point","coordinates":[90,0]}},
 {"type":"Feature","properties":{"layer":"node","name":"D"},"geometry":{"type":"Point","coordinates":[60,30]}},
-{"type":"Feature","properties":{"layer":"section","name":"AB","guid":"ab","from":"A","to":"B","SECTION_SLOPE":2,"LEVEL_LINE_1":7},"geometry":null},
-{"type":"Feature","properties":{"layer":"section","name":"BC","guid":"bc","from":"B","to":"C","SECTION_SLOPE":-1.5,"LEVEL_LINE_0":7.75},"geometry":null},
+{"type":"Feature","properties":{"layer":"section","name":"AB","guid":"ab","from":"A","to":"B","length":50,"SECTION_SLOPE":2,"LEVEL_LINE_1":7},"geometry":null},
+{"type":"Feature","properties":{"layer":"section","name":"BC","guid":"bc","from":"B","to":"C","length":40,"SECTION_SLOPE":-1.5,"LEVEL_LINE_0":7.75},"geometry":null},
 {"type":"Feature","properties":{"layer":"section","name":"BD","guid":"bd","from":"B","to":"D","SECTION_SLOPE":40},
  "geometry":{"type":"LineString","coordinates":[[50,0],[60,0],[60,30]]}}
 ]})";

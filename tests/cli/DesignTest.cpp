@@ -20,9 +20,9 @@ constexpr const char* Fork = R"({"type":"FeatureCollection","features":[
 {"type":"Feature","properties":{"layer":"node","name":"B"},"geometry":{"type":"Point","coordinates":[50,0]}},
 {"type":"Feature","properties":{"layer":"node","name":"C"},"geometry":{"type":"Point","coordinates":[90,0]}},
 {"type":"Feature","properties":{"layer":"node","name":"D"},"geometry":{"type":"Point","coordinates":[50,40]}},
-{"type":"Feature","properties":{"layer":"section","name":"AB","from":"A","to":"B"},"geometry":null},
-{"type":"Feature","properties":{"layer":"section","name":"BC","from":"B","to":"C","LEVEL_LINE_0":9.5},"geometry":null},
-{"type":"Feature","properties":{"layer":"section","name":"BD","from":"B","to":"D","LEVEL_LINE_0":9.2},"geometry":null},
+{"type":"Feature","properties":{"layer":"section","name":"AB","from":"A","to":"B","length":50},"geometry":null},
+{"type":"Feature","properties":{"layer":"section","name":"BC","from":"B","to":"C","length":40,"LEVEL_LINE_0":9.5},"geometry":null},
+{"type":"Feature","properties":{"layer":"section","name":"BD","from":"B","to":"D","length":40,"LEVEL_LINE_0":9.2},"geometry":null},
 {"type":"Feature","properties":{"layer":"catchment","section":"AB","kinds":["household"],"area":1,"density":50},"geometry":null},
 {"type":"Feature","properties":{"layer":"catchment","section":"BC","kinds":["household"],"area":1},"geometry":null}
 ]})";

@@ -22,9 +22,9 @@ constexpr const char* Network = R"({"type":"FeatureCollection","features":[
 {"type":"Feature","properties":{"layer":"node","name":"B"},"geometry":{"type":"Point","coordinates":[50,0]}},
 {"type":"Feature","properties":{"layer":"node","name":"C"},"geometry":{"type":"Point","coordinates":[100,0]}},
 {"type":"Feature","properties":{"layer":"node","name":"D"},"geometry":{"type":"Point","coordinates":[110,0]}},
-{"type":"Feature","properties":{"layer":"section","name":"AB","from":"A","to":"B","LEVEL_LINE_0":10,"LEVEL_LINE_1":9},"geometry":null},
-{"type":"Feature","properties":{"layer":"section","name":"BC","from":"B","to":"C","LEVEL_LINE_0":9},"geometry":null},
-{"type":"Feature","properties":{"layer":"section","name":"CD","from":"C","to":"D","LEVEL_LINE_0":8,"LEVEL_LINE_1":8.5,"SECTION_SLOPE":4,
+{"type":"Feature","properties":{"layer":"section","name":"AB","from":"A","to":"B","length":50,"LEVEL_LINE_0":10,"LEVEL_LINE_1":9},"geometry":null},
+{"type":"Feature","properties":{"layer":"section","name":"BC","from":"B","to":"C","length":50,"LEVEL_LINE_0":9},"geometry":null},
+{"type":"Feature","properties":{"layer":"section","name":"CD","from":"C","to":"D","length":10,"LEVEL_LINE_0":8,"LEVEL_LINE_1":8.5,"SECTION_SLOPE":4,
  "SECTION_SLOPE_CAL":3},"geometry":null}]})";
 
 constexpr const char* Grid = "ncols 3\nnrows 2\nxllcorner -50\nyllcorner -50\ncellsize 100\n12 13 14\n12 13 14\n";

@@ -141,7 +141,7 @@ TEST(BuiltInCatalogFiles, ReferencesMayBeNames) {
         {"type": "Feature", "geometry": null, "properties": {"layer": "node", "name": "A"}},
         {"type": "Feature", "geometry": null, "properties": {"layer": "node", "name": "B"}},
         {"type": "Feature", "geometry": null, "properties": {"layer": "section", "name": "S1", "from": "A", "to": "B",
-         "pipe": "Concrete DN 600"}}]})");
+         "length": 10, "pipe": "Concrete DN 600"}}]})");
     const auto imported = ImportExchange(exchange, "town.geojson");
     ASSERT_TRUE(imported) << imported.GetError().message;
     const auto section = ActiveTopology().GetSections().front();

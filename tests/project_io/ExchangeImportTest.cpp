@@ -87,7 +87,6 @@ TEST(ExchangeImport, AttributesGoByKeyAndNonFiniteOnesComeAsTexts) {
     EXPECT_EQ(box.AsDouble(), -std::numeric_limits<double>::infinity());
     Data::CDataRW::Read("FLOW_USER", section, box, 0, nullptr);
     EXPECT_EQ(box.AsDouble(), std::numeric_limits<double>::infinity());
-    EXPECT_EQ(section->GetLength2D(), 50.0) << "from the nodes, 30 and 40 m apart";
 }
 
 TEST(ExchangeImport, EndsWithoutNamesSnapToNodes) {

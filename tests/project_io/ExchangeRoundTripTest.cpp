@@ -51,6 +51,13 @@ private:
         return std::isnan(value) ? 0.5 : value;
     }
     double Positive() { return std::abs(std::isfinite(m_last = Number()) ? m_last : 1.0); }
+    double PossibleNumber(const Data::CValueRange& range) {
+        const double number = Number();
+        if (Data::Judge(range, number) != Data::enmJudgement::Impossible)
+            return number;
+        const double least = range.m_min.value_or(0.0);
+        return least + (range.m_max.value_or(1.0) - least) * static_cast<double>(Below(1000)) / 999.0;
+    }
     std::string Text() {
         static const std::string texts[] = {
             "", "Šaht \"7\"", "back\\slash", "tab\tline\nend\x7F", "{\"TAG\":1.5}", "Хасково"};
@@ -63,11 +70,9 @@ private:
         if (key.m_type == Data::enmDataType::Text)
             box.SetText(Text());
         else if (key.m_type == Data::enmDataType::Int)
-            box.SetInt(static_cast<int>(Below(5)));
-        else if (key.m_unit == "ha" || key.m_id == "length" || key.m_id == "coefficient" || key.m_id == "density")
-            box.SetDouble(Positive());
+            box.SetInt(1 + static_cast<int>(Below(4)));
         else
-            box.SetDouble(Number());
+            box.SetDouble(PossibleNumber(key.m_range));
         EXPECT_EQ(Data::CDataRW::Write(&key, &entity, box, nullptr), 1);
     }
     void SetAttributes(const CEntity& entity) {
@@ -96,9 +101,14 @@ private:
                 point = Point();
             // Some names look like GUIDs of others, some repeat.
             const std::string name = OneIn(3) ? "s" + std::to_string(Below(30)) : Text();
-            const auto section =
-                m_topology.AddSection("s" + std::to_string(i), name, AnyNode(), AnyNode(), line).Value();
+            CNode* const start = AnyNode();
+            CNode* end = AnyNode();
+            while (end == start)
+                end = AnyNode();
+            const auto section = m_topology.AddSection("s" + std::to_string(i), name, start, end, line).Value();
             SetAttributes(*section);
+            if (section->GetGeometry().empty())
+                Data::CDataRW::Write("length", section, 1.0 / 3.0, nullptr);
             if (OneIn(2))
                 Data::CDataRW::Write("PIPE_REF", section, OneIn(2) ? "p-2" : "{P-1}", nullptr);
         }
@@ -106,17 +116,22 @@ private:
     void FillCatchments() {
         for (std::size_t i = 0, count = Below(30); i < count; ++i) {
             const auto& sections = m_topology.GetSections();
-            CRings rings(Below(3));
-            for (auto& ring : rings) {
-                ring = {Point(), Point(), Point()};
-                ring.push_back(ring.front());
+            CRings rings(Below(3)); // none, a triangle, a triangle with a hole
+            const CPoint corner = {static_cast<double>(Below(1'000'000)) / 1024.0, Point().m_y};
+            for (std::size_t ring = 0; ring < rings.size(); ++ring) {
+                const double inset = ring == 0 ? 0.0 : 10.0;
+                const CPoint first = {corner.m_x + inset, corner.m_y + inset};
+                rings[ring] = {first,
+                               {corner.m_x + 100.0 - 3.0 * inset, first.m_y},
+                               {first.m_x, corner.m_y + 100.0 - 3.0 * inset},
+                               first};
             }
             const auto catchment = m_topology
                                        .AddCatchment("c" + std::to_string(i), Text() + "c",
                                                      sections[Below(sections.size())].get(), std::move(rings))
                                        .Value();
             SetAttributes(*catchment);
-            Data::CDataRW::Write("area", catchment, Positive(), nullptr);
+            Data::CDataRW::Write("area", catchment, PossibleNumber(Data::FindDefinition("area")->m_range), nullptr);
         }
     }
     void ChooseOutlets() {
@@ -164,8 +179,9 @@ TEST(ExchangeRoundTrip, ImportOfAnExportIsTheSameProject) {
 
 TEST(ExchangeRoundTrip, NotANumberSurvives) {
     CTestProject project;
-    ImportGood(Collection(NodeFeature("A", "0", "0", R"(,"TERRAIN_1":"NaN")")));
-    EXPECT_THAT(ExportText(), HasSubstr(R"("terrain":{"1":"NaN"})"));
+    ImportGood(Collection(NodeFeature("A", "0", "0") + "," + NodeFeature("B", "0", "9") + "," +
+                          SectionFeature("S", "A", "B", R"(,"FLOW_TOTAL":"NaN")")));
+    EXPECT_THAT(ExportText(), HasSubstr(R"("FLOW_TOTAL":"NaN")"));
 }
 
 TEST(ExchangeRoundTrip, OneFeatureALineInAFixedForm) {
@@ -183,7 +199,7 @@ TEST(ExchangeRoundTrip, OneFeatureALineInAFixedForm) {
         R"({"type":"Feature","properties":{"layer":"section","name":"S","guid":"s1","from":"A","to":"B",)"
         R"("length":0.30000000000000004},"geometry":null},)"
         "\n"
-        R"({"type":"Feature","properties":{"layer":"section","name":"S","guid":"s2","from":"A","to":"B"},)"
+        R"({"type":"Feature","properties":{"layer":"section","name":"S","guid":"s2","from":"A","to":"B","length":8},)"
         R"("geometry":null},)"
         "\n"
         R"({"type":"Feature","properties":{"layer":"catchment","name":"S/1","guid":"c1","section":"s2",)"

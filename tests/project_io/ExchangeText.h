@@ -30,10 +30,12 @@ inline std::string NodeFeature(std::string_view name, std::string_view x, std::s
                    "{\"type\":\"Point\",\"coordinates\":[" + std::string(x) + "," + std::string(y) + "]}");
 }
 
+/// A section without a line, 50 m long where nothing else is given.
 inline std::string SectionFeature(std::string_view name, std::string_view from, std::string_view to,
                                   std::string_view further = "") {
+    const std::string length = further.find("\"length\"") == std::string_view::npos ? ",\"length\":50" : "";
     return Feature("\"layer\":\"section\",\"name\":\"" + std::string(name) + "\",\"from\":\"" + std::string(from) +
-                   "\",\"to\":\"" + std::string(to) + "\"" + std::string(further));
+                   "\",\"to\":\"" + std::string(to) + "\"" + length + std::string(further));
 }
 
 inline OLMGis::Utility::Result<OLMGis::ProjectIo::CImportSummary> ImportText(const std::string& text) {

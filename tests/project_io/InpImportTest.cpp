@@ -106,7 +106,29 @@ TEST(InpImport, EverythingNotTakenOverIsCounted) {
     EXPECT_EQ(net.Noted("lines of TIMESERIES"), 1U);
     EXPECT_EQ(net.Noted("subcatchments without a polygon"), 1U);
     EXPECT_EQ(net.Noted("nodes without a depth"), 2U);
-    EXPECT_EQ(net.Summary().m_notes.size(), 8U) << "and nothing else";
+    EXPECT_EQ(net.Noted("roughness k derived from Manning's n: n 0.01 to 0.013, k 0.309 to 1.49 mm "
+                        "(k = (26 n)^6 in m, sound for n 0.009 to 0.03)"),
+              2U);
+    EXPECT_EQ(net.Summary().m_notes.size(), 9U) << "and nothing else";
+}
+
+TEST(InpImport, RoughnessBeyondTheRangeOfItsFormulaIsCounted) {
+    const CInpTestProject net("[JUNCTIONS]\nA 1\nB 0\n[CONDUITS]\nsmooth A B 10 0.005 0 0\nsound A B 10 0.013 0 0\n"
+                              "rough A B 10 0.02 0 0\nditch A B 10 0.99 0 0\n[XSECTIONS]\nsmooth CIRCULAR 0.3\n"
+                              "sound CIRCULAR 0.3\nrough CIRCULAR 0.15\nditch CIRCULAR 1\n");
+    ASSERT_TRUE(net.IsImported()) << net.Message();
+    EXPECT_EQ(net.Noted("conduits whose Manning's n is outside 0.009 to 0.03: set PIPE_ROUGHNESS of them"), 2U);
+    EXPECT_EQ(net.Noted("conduits whose roughness k is above a tenth of their height, which is unusual: the formula "
+                        "for pipes calculates too little flow in them"),
+              2U);
+    EXPECT_EQ(net.Noted("conduits whose roughness k was limited to 1000000 mm"), 1U);
+    EXPECT_EQ(net.OfSection("ditch", "PIPE_ROUGHNESS").AsDouble(), 1e6);
+}
+
+TEST(InpImport, PolygonsThatCrossThemselvesAreLeftOut) {
+    const CInpTestProject net(std::string(UsNetwork) + "[POLYGONS]\ns1 0 0\ns1 9 9\ns1 9 0\ns1 0 9\n");
+    ASSERT_TRUE(net.IsImported()) << net.Message();
+    EXPECT_EQ(net.Noted("subcatchments whose polygon crosses itself, left without it"), 1U);
 }
 
 TEST(InpImport, OffsetsGiveLevels) {

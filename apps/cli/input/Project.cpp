@@ -7,6 +7,7 @@
 #include "host/gis_core/PerformanceTimer.h"
 #include "host/network_core/CatalogManager.h"
 #include "host/network_core/TopologyMultiStorage.h"
+#include "host/project_io/base/ProjectValues.h"
 #include "host/workspace_core/WsManager.h"
 #include "reports/ShownText.h"
 
@@ -43,7 +44,7 @@ CProject::~CProject() {
     CWsManager::Instance()->SetLogListener({});
 }
 
-Result<std::unique_ptr<CProject>> CProject::Open(const std::string& path, CTerminal& terminal) {
+Result<std::unique_ptr<CProject>> CProject::Open(const std::string& path, CTerminal& terminal, enmValues values) {
     const CPerformanceTimer timer;
     std::unique_ptr<CProject> project(new CProject(terminal));
     auto file = CProjectFile::Open(path);
@@ -57,6 +58,11 @@ Result<std::unique_ptr<CProject>> CProject::Open(const std::string& path, CTermi
     if (const Status applied = CModuleConfiguration::Instance()->ApplySettings(); !applied)
         return applied.GetError();
     const auto& topology = *OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
+    if (values == enmValues::MustBePossible)
+        if (const Status possible = OLMGis::ProjectIo::JudgeProject(topology).m_impossible.ToStatus(
+                path, "drenova info lists all; correct them with drenova set or drenova load");
+            !possible)
+            return possible.GetError();
     terminal.Detail(fmt::format("{}: {} read in {:.2f} s", path,
                                 Reports::Count(topology.GetSections().size(), "section"), timer.GetElapsedSeconds()));
     return project;
@@ -80,10 +86,22 @@ Status CProject::LoadModule() {
     return Done{};
 }
 
+Status CProject::CheckValues() const {
+    const auto& topology = *OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
+    const auto values = OLMGis::ProjectIo::JudgeProject(topology);
+    if (Status possible = values.m_impossible.ToStatus(m_path, "Nothing was stored; correct these, too"); !possible)
+        return possible;
+    for (const std::string& unusual : values.m_unusual)
+        m_terminal.Warn(unusual);
+    return Done{};
+}
+
 Status CProject::Save(const std::string& output) {
     const CPerformanceTimer timer;
     if (Status goesOn = Interrupt::Check(); !goesOn)
         return goesOn;
+    if (Status possible = CheckValues(); !possible)
+        return possible;
     if (Status written = Write(output); !written)
         return written;
     m_terminal.Detail(fmt::format("{}: written in {:.2f} s", m_path, timer.GetElapsedSeconds()));

@@ -15,13 +15,20 @@
 
 namespace Cli {
 
+/// Whether a project with impossible values may be opened.
+enum class enmValues {
+    MustBePossible,
+    Any, ///< by verbs that list or correct them; saving refuses those that are left
+};
+
 /// The project of a verb: a context of its own, active during the lifetime of this object, its settings in force, its
 /// log shown on the terminal. One at a time; it outlives every object of the module that it loaded.
 class CProject {
 public:
-    /// A project from its file. Refused or BadInput when it cannot be read. What opening noticed is printed as
-    /// warnings.
-    static OLMGis::Utility::Result<std::unique_ptr<CProject>> Open(const std::string& path, CTerminal& terminal);
+    /// A project from its file. Refused or BadInput when it cannot be read or has impossible values. What opening
+    /// noticed is printed as warnings.
+    static OLMGis::Utility::Result<std::unique_ptr<CProject>> Open(const std::string& path, CTerminal& terminal,
+                                                                   enmValues values = enmValues::MustBePossible);
 
     /// An empty project without a file, with the settings of a new one.
     static OLMGis::Utility::Result<std::unique_ptr<CProject>> MakeEmpty(CTerminal& terminal);
@@ -34,7 +41,8 @@ public:
     OLMGis::Utility::Status LoadModule();
 
     /// Saves in one transaction: into output, replacing an existing file, or into the file that was opened when output
-    /// is empty. Cancelled, and nothing saved, once Ctrl+C was pressed.
+    /// is empty. Prints a warning for each key with unusual values. Cancelled, and nothing saved, once Ctrl+C was
+    /// pressed; BadInput, and nothing saved, for impossible values.
     OLMGis::Utility::Status Save(const std::string& output);
 
     /// The file that Save(output) writes.
@@ -45,6 +53,7 @@ public:
 
 private:
     explicit CProject(CTerminal& terminal);
+    OLMGis::Utility::Status CheckValues() const;
     OLMGis::Utility::Status Write(const std::string& output);
 
     CTerminal& m_terminal;

@@ -3,12 +3,17 @@
 #include "apps/cli/input/Project.h"
 #include "apps/cli/verbs/Verbs.h"
 #include "host/network_core/TopologyMultiStorage.h"
+#include "host/project_io/base/ProjectValues.h"
 #include "host/project_io/terrain/TerrainAttachment.h"
 #include "host/sewage_core/MissingDensities.h"
 #include "reports/ProjectListing.h"
 #include "reports/ShownText.h"
 
+#include <fmt/format.h>
+
+#include <limits>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace Cli {
@@ -20,19 +25,35 @@ struct COptions {
     CFormatOption m_format;
 };
 
-/// What opening noticed, rasters that cannot be used, and catchments without a density that a calculation needs.
+/// Every impossible value, and the unusual ones of each key.
+void AppendValues(std::vector<std::string>& warnings) {
+    const auto& topology = *OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
+    auto values = OLMGis::ProjectIo::JudgeProject(topology, std::numeric_limits<std::size_t>::max());
+    if (const std::size_t count = values.m_impossible.GetCount(); count > 0)
+        warnings.push_back(fmt::format("{}; other verbs refuse the project until drenova set or drenova load corrects "
+                                       "all of them",
+                                       Reports::Count(count, "impossible value")));
+    for (const std::string& place : values.m_impossible.GetPlaces())
+        warnings.push_back("impossible: " + place);
+    for (std::string& unusual : values.m_unusual)
+        warnings.push_back(std::move(unusual));
+}
+
+/// What opening noticed, rasters that cannot be used, impossible and unusual values, and catchments without a density
+/// that a calculation needs.
 std::vector<std::string> GatherWarnings(const CProject& project, const std::string& path) {
     std::vector<std::string> warnings = project.GetWarnings();
     for (std::string& trouble : OLMGis::ProjectIo::FindTerrainTroubles(path))
         warnings.push_back(std::move(trouble));
     const auto& topology = *OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
+    AppendValues(warnings);
     if (auto missing = OLMGis::Sewage::WarnOfMissingDensities(topology))
         warnings.push_back(std::move(*missing));
     return warnings;
 }
 
 CVerbResult ShowInfo(const COptions& options, CTerminal& terminal, std::ostream& results) {
-    const auto project = CProject::Open(options.m_project, terminal);
+    const auto project = CProject::Open(options.m_project, terminal, enmValues::Any);
     if (!project)
         return project.GetError();
     const std::vector<std::string> warnings = GatherWarnings(*project.Value(), options.m_project);

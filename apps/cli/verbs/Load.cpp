@@ -30,7 +30,7 @@ CVerbResult LoadAttributes(const COptions& options, CTerminal& terminal) {
     auto table = CInputFile::Open(options.m_table);
     if (!table)
         return table.GetError();
-    const auto project = CProject::Open(options.m_project, terminal);
+    const auto project = CProject::Open(options.m_project, terminal, enmValues::Any);
     if (!project)
         return project.GetError();
     const std::size_t before = Reports::GetAllEntities(kind).size();

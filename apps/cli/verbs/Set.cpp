@@ -85,7 +85,7 @@ CVerbResult SetAttributes(const COptions& options, CTerminal& terminal) {
     auto values = ReadNewValues(kind, options.m_assignments);
     if (!values)
         return values.GetError();
-    const auto project = CProject::Open(options.m_project, terminal);
+    const auto project = CProject::Open(options.m_project, terminal, enmValues::Any);
     if (!project)
         return project.GetError();
     const auto entities = ChooseOrAll(kind, options.m_names);

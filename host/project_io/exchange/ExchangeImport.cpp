@@ -7,6 +7,7 @@
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/project_io/base/Failure.h"
 #include "host/project_io/exchange/ExchangeLinker.h"
+#include "host/project_io/exchange/ExchangeMeasures.h"
 #include "host/project_io/exchange/ExchangeReader.h"
 #include "host/sewage_core/MissingDensities.h"
 
@@ -35,7 +36,6 @@ public:
 
 private:
     std::string NameOfCatchment(std::uint32_t catchment);
-    Topology::CRings RingsOf(const CExchangeRecords::CCatchment& catchment) const;
 
     CExchangeRecords& m_records;
     CTopologyStorage& m_topology;
@@ -81,16 +81,6 @@ std::string CExchangeStore::NameOfCatchment(std::uint32_t catchment) {
     return own.empty() ? fmt::format("{}/{}", m_records.m_sectionNames[section].View(), number) : std::string(own);
 }
 
-Topology::CRings CExchangeStore::RingsOf(const CExchangeRecords::CCatchment& catchment) const {
-    Topology::CRings rings;
-    rings.reserve(catchment.m_ringCount);
-    for (std::uint32_t i = 0; i < catchment.m_ringCount; ++i) {
-        const auto points = m_records.Points(m_records.m_rings[catchment.m_firstRing + i]);
-        rings.emplace_back(points.begin(), points.end());
-    }
-    return rings;
-}
-
 Status CExchangeStore::EnterCatchments() {
     m_catchmentCounts.resize(m_records.m_sections.size(), 0);
     std::vector<std::uint32_t> rows;
@@ -98,8 +88,8 @@ Status CExchangeStore::EnterCatchments() {
     for (std::uint32_t i = 0; i < m_records.m_catchments.size(); ++i) {
         const CExchangeRecords::CCatchment& record = m_records.m_catchments[i];
         Topology::CSection* const section = m_topology.GetSectionAt(m_sectionRows[record.m_section]).get();
-        const auto catchment =
-            m_topology.AddCatchment(m_records.m_catchmentGuids[i].View(), NameOfCatchment(i), section, RingsOf(record));
+        const auto catchment = m_topology.AddCatchment(m_records.m_catchmentGuids[i].View(), NameOfCatchment(i),
+                                                       section, m_records.RingsOf(record));
         if (!catchment)
             return catchment.GetError();
         rows.push_back(catchment.Value()->GetRow());
@@ -131,12 +121,16 @@ Result<CImportSummary> Import(std::istream& stream, const std::string& name) {
     CExchangeReader reader(name, pipes, records, summary);
     if (const Status status = ParseExchange(stream, name, reader); !status)
         return status.GetError();
+    if (const Status status = MeasureExchange(records, reader.GetCoordinateSystem(), name, summary); !status)
+        return status.GetError();
     if (const Status status = LinkExchange(records, name, summary); !status)
         return status.GetError();
+    if (const Status possible = records.m_faults.ToStatus(name, "Correct the file; nothing was imported"); !possible)
+        return possible.GetError();
     if (const Status status = Enter(records, topology); !status)
         return status.GetError();
-    if (!reader.GetCrs().empty())
-        System::CProjectSettings::Instance()->Set(System::CProjectSettings::Crs, reader.GetCrs());
+    if (const auto& system = reader.GetCoordinateSystem())
+        System::CProjectSettings::Instance()->Set(System::CProjectSettings::Crs, SettingAfterConversion(*system));
 
     summary.m_nodeCount = records.m_nodes.size();
     summary.m_sectionCount = records.m_sections.size();

@@ -62,6 +62,10 @@ Status CLinker::LinkSections() {
         if (const Status status = LinkEnd(i, false); !status)
             return status;
         NoteFarEnds(i);
+        if (m_records.m_sections[i].m_from == m_records.m_sections[i].m_to)
+            m_records.m_faults.Add(
+                fmt::format("section {}: leads from a node to itself, expected two nodes (feature {})",
+                            ShownName(m_records.m_sectionNames[i].View()), m_records.m_sections[i].m_feature));
     }
     return Done();
 }

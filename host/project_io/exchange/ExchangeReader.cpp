@@ -31,8 +31,6 @@ using Utility::Status;
 
 namespace {
 
-constexpr double SquareMetresPerHectare = 10000.0;
-
 const CDataDefinition* Definition(std::string_view id) {
     return Data::CDataConfiguration::Instance()->GetDataDefinitionByID(id);
 }
@@ -68,13 +66,10 @@ Status CExchangeReader::TakeCrs(std::string_view name) {
         return BadInput(fmt::format("{}: crs: found {}, expected an EPSG name such as \"EPSG:3765\", or no crs for "
                                     "plain plane coordinates in m",
                                     m_fileName, Quote(name)));
-    const auto system = ParseCrs(crs);
+    auto system = ParseCrs(crs);
     if (!system)
         return Error{system.GetError().kind, fmt::format("{}: {}", m_fileName, system.GetError().message)};
-    if (system->m_isGeographic)
-        m_summary.m_warnings.push_back(fmt::format(
-            "the coordinates are degrees ({}): lengths and areas taken from the geometry mean nothing", crs));
-    m_crs = crs;
+    m_system = std::move(system.Value());
     return Done();
 }
 
@@ -227,7 +222,12 @@ Status CExchangeReader::ReadSection() {
         return status;
     if (const Status status = ReadPipe(); !status)
         return status;
-    return ReadAttributes(enmEntityKind::Section, {"layer", "name", "guid", "from", "to", "pipe"});
+    if (const Status status = ReadAttributes(enmEntityKind::Section, {"layer", "name", "guid", "from", "to", "pipe"});
+        !status)
+        return status;
+    if (!m_feature->GetGeometry().IsGiven() && !m_records.m_attributes.IsNotNull(*Definition("length"), m_record))
+        return Fault("found neither a geometry nor a length, expected one of them");
+    return Done();
 }
 
 Status CExchangeReader::ReadPipe() {
@@ -310,26 +310,20 @@ Status CExchangeReader::ReadKinds() {
 }
 
 Status CExchangeReader::ReadRings() {
-    const CDataDefinition& area = *Definition("area");
     if (const Status status = CheckGeometry("Polygon", false); !status)
         return status;
     const CExchangeGeometry& geometry = m_feature->GetGeometry();
     if (!geometry.IsGiven()) {
-        if (m_records.m_attributes.IsNotNull(area, m_record))
+        if (m_records.m_attributes.IsNotNull(*Definition("area"), m_record))
             return Done();
         return Fault("found neither an area nor a polygon, expected one of them");
     }
     CExchangeRecords::CCatchment& catchment = m_records.m_catchments.back();
     catchment.m_firstRing = m_records.m_rings.size();
     catchment.m_ringCount = static_cast<std::uint32_t>(geometry.GetRingCount());
-    Topology::CRings rings;
-    const bool isAreaWanted = !m_records.m_attributes.IsNotNull(area, m_record);
-    for (std::size_t i = 0; i < geometry.GetRingCount(); ++i) {
+    for (std::size_t i = 0; i < geometry.GetRingCount(); ++i)
         m_records.m_rings.push_back(m_records.KeepPoints(geometry.GetRing(i)));
-        if (isAreaWanted)
-            rings.emplace_back(geometry.GetRing(i).begin(), geometry.GetRing(i).end());
-    }
-    return isAreaWanted ? Stage(area, CDataBox(Topology::PolygonArea(rings) / SquareMetresPerHectare)) : Status(Done());
+    return Done();
 }
 
 Status CExchangeReader::ReadMainOutlet() {
@@ -391,9 +385,20 @@ Status CExchangeReader::ReadAttribute(const CDataDefinition& definition, const C
     return Done();
 }
 
+void CExchangeReader::AddFault(const CDataDefinition& definition, double value) {
+    const bool isCatchment = definition.m_entityKind == enmEntityKind::Catchment;
+    m_records.m_faults.Add(
+        m_records.m_faults.IsListed()
+            ? fmt::format("{} (feature {})",
+                          PlaceOfValue(definition, m_feature->FindText(isCatchment ? "section" : "name"), value),
+                          m_feature->GetNumber())
+            : std::string());
+}
+
 Status CExchangeReader::Stage(const CDataDefinition& definition, const CDataBox& box) {
-    if (const Status sensible = CheckAttribute(definition, box); !sensible)
-        return Fault(sensible.GetError().message);
+    if (definition.m_type != enmDataType::Text &&
+        Data::Judge(definition.m_range, box.AsDouble()) == Data::enmJudgement::Impossible)
+        AddFault(definition, box.AsDouble());
     if (m_records.m_attributes.IsNotNull(definition, m_record))
         return Fault(fmt::format("found {} twice, by its key and in another way, expected it once", definition.m_id));
     m_records.m_attributes.Set(definition, m_record, box);

@@ -3,11 +3,13 @@
 #pragma once
 
 #include "host/gis_core/DataDefinition.h"
+#include "host/project_io/base/CoordinateSystem.h"
 #include "host/project_io/base/ImportSummary.h"
 #include "host/project_io/exchange/ExchangeParser.h"
 #include "host/project_io/exchange/ExchangeRecords.h"
 
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,8 +32,8 @@ public:
     Utility::Status TakeCatalog(enmCatalogTable kind, std::string_view table) override;
     Utility::Status TakeFeature(const CExchangeFeature& feature) override;
 
-    /// "EPSG:n", empty when the file names no coordinate system.
-    const std::string& GetCrs() const { return m_crs; }
+    /// Nothing when the file names none.
+    const std::optional<CCoordinateSystem>& GetCoordinateSystem() const { return m_system; }
 
 private:
     Utility::Status ReadNode();
@@ -49,6 +51,7 @@ private:
     Utility::Status ReadAttributes(Data::enmEntityKind kind, std::initializer_list<std::string_view> ownKeys);
     Utility::Status ReadAttribute(const Data::CDataDefinition& definition, const CJsonValue& value);
     Utility::Status Stage(const Data::CDataDefinition& definition, const Data::CDataBox& box);
+    void AddFault(const Data::CDataDefinition& definition, double value);
     Utility::Status CheckGeometry(std::string_view type, bool isRequired);
     std::uint32_t NameId(std::string_view name);
 
@@ -59,7 +62,7 @@ private:
     const Topology::CCatalog& m_pipes;
     CExchangeRecords& m_records;
     CImportSummary& m_summary;
-    std::string m_crs;
+    std::optional<CCoordinateSystem> m_system;
     const CExchangeFeature* m_feature = nullptr; ///< the present one
     std::uint32_t m_record = 0;                  ///< its place among its kind
     std::string m_lastPipeText; ///< neighbouring sections often have the same pipe, which is then not looked up again

@@ -6,6 +6,7 @@
 #include "host/network_core/Geometry.h"
 #include "host/project_io/base/StagedAttributes.h"
 #include "host/project_io/base/TextIndex.h"
+#include "host/project_io/base/ValueFaults.h"
 
 #include <cstdint>
 #include <span>
@@ -74,9 +75,19 @@ struct CExchangeRecords {
     std::vector<Topology::CPoint> m_points; ///< of lines and rings
     std::vector<CPointRange> m_rings;
     CStagedAttributes m_attributes; ///< by the place of the record among its kind
+    CValueFaults m_faults;          ///< what is impossible; nothing is entered while there is any
 
     std::span<const Topology::CPoint> Points(const CPointRange& range) const {
         return std::span(m_points).subspan(range.m_first, range.m_count);
+    }
+    Topology::CRings RingsOf(const CCatchment& catchment) const {
+        Topology::CRings rings;
+        rings.reserve(catchment.m_ringCount);
+        for (std::uint32_t i = 0; i < catchment.m_ringCount; ++i) {
+            const auto ring = Points(m_rings[catchment.m_firstRing + i]);
+            rings.emplace_back(ring.begin(), ring.end());
+        }
+        return rings;
     }
     CPointRange KeepPoints(std::span<const Topology::CPoint> points) {
         const CPointRange range{m_points.size(), static_cast<std::uint32_t>(points.size())};

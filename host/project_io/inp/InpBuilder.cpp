@@ -10,6 +10,7 @@
 #include "host/network_core/CatalogManager.h"
 #include "host/network_core/Catchment.h"
 #include "host/network_core/TopologyMultiStorage.h"
+#include "host/project_io/base/PolygonValidity.h"
 
 #include <fmt/format.h>
 
@@ -82,6 +83,7 @@ Status CInpBuilder::Build() {
     if (auto catchments = AddCatchments(); !catchments)
         return catchments;
     CImportSummary& summary = m_network.m_summary;
+    m_roughness.Report(summary);
     summary.m_nodeCount = m_nodes.size();
     summary.m_sectionCount = m_sections.size();
     summary.m_pipeCount = m_pipes.GetCount();
@@ -161,15 +163,15 @@ void CInpBuilder::WriteSection(const CInpLink& link, const Topology::CSection& s
 void CInpBuilder::WriteConduit(const CInpLink& link, const Topology::CSection& section) {
     Write(Keys().m_length, section, link.m_length);
     WriteSlope(link, section);
+    const CInpCrossSection& shape = m_network.m_crossSections[link.m_crossSection];
     const double manning = ManningOf(link);
-    const double roughness = Formulas::RoughnessOfManning(manning);
+    const double roughness = m_roughness.Take(manning, GetInpHeight(m_network, shape), link.m_name);
     if (manning > 0.0) {
         Write(Keys().m_manning, section, manning);
         Write(Keys().m_roughness, section, roughness);
     } else {
         m_network.m_summary.Count("conduits without a roughness", link.m_name);
     }
-    const CInpCrossSection& shape = m_network.m_crossSections[link.m_crossSection];
     const std::uint32_t pipe = m_pipes.Enter(m_network, shape, roughness);
     if (pipe != InpNone)
         CDataRW::Write(Keys().m_pipe, static_cast<const Data::CAttributeOwner*>(&section),
@@ -298,7 +300,7 @@ std::vector<CPoint> CInpBuilder::LineOf(const CInpLink& link) const {
     return line;
 }
 
-/// The polygon as a closed ring; empty when it has fewer than three corners.
+/// The polygon as a closed ring; empty when it has fewer than three corners or crosses itself.
 Topology::CRings CInpBuilder::RingsOf(const CInpSubcatchment& area) {
     std::vector<CPoint> ring = GatherPoints(area.m_polygon, m_network.m_polygonRows);
     // Some programs repeat the first corner at the end, others repeat it twice or not at all.
@@ -311,7 +313,13 @@ Topology::CRings CInpBuilder::RingsOf(const CInpSubcatchment& area) {
         return {};
     }
     ring.push_back(ring.front());
-    return {std::move(ring)};
+    Topology::CRings rings{std::move(ring)};
+    // The area is given as a value: the polygon only shows where it is.
+    if (const std::string fault = FindPolygonFault(rings); !fault.empty()) {
+        m_network.m_summary.Count(fmt::format("subcatchments whose polygon {}, left without it", fault), area.m_name);
+        return {};
+    }
+    return rings;
 }
 
 } // namespace OLMGis::ProjectIo

@@ -8,6 +8,7 @@
 #include "host/network_core/TopologyStorage.h"
 #include "host/project_io/inp/InpNetwork.h"
 #include "host/project_io/inp/InpPipes.h"
+#include "host/project_io/inp/InpRoughness.h"
 
 #include <cstdint>
 #include <string>
@@ -49,6 +50,7 @@ private:
     const std::string& m_fileName;
     Topology::CTopologyStorage& m_topology;
     CInpPipes m_pipes;
+    CInpRoughness m_roughness;
     std::vector<Topology::CNode*> m_nodes;       ///< by node of the network
     std::vector<Topology::CSection*> m_sections; ///< by link of the network
 };

@@ -2,6 +2,8 @@
 // Copyright (C) the Drenova authors
 #include "host/project_io/inp/InpImport.h"
 
+#include "host/network_core/TopologyMultiStorage.h"
+#include "host/project_io/base/ProjectValues.h"
 #include "host/project_io/inp/InpBuilder.h"
 #include "host/project_io/inp/InpNetwork.h"
 #include "host/project_io/inp/InpParser.h"
@@ -37,6 +39,10 @@ Result<CImportSummary> Import(std::istream& stream, const std::string& name) {
     CInpBuilder builder(network, name);
     if (auto built = builder.Build(); !built)
         return built.GetError();
+    if (const auto possible = JudgeProject(*Topology::CTopologyMultiStorage::Instance()->GetActiveTopology())
+                                  .m_impossible.ToStatus(name, "Correct the file");
+        !possible)
+        return possible.GetError();
     network.m_summary.m_format = "storm-water network (.inp)";
     for (const auto& [section, lines] : reader.GetUnreadLines())
         network.m_summary.Count(fmt::format("lines of {} not imported", section), "", lines);
