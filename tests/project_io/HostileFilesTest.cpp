@@ -148,7 +148,7 @@ TEST(HostileInp, ManyHeightsOfALongCurveDoNotMultiply) {
 
 TEST(HostileInp, PipesBeyondAllMeasureGoThroughAnExchangeFile) {
     const std::string text = "[JUNCTIONS]\nA 1\nB 0\n[CONDUITS]\nc A B 10 0.99 0 0\nd A B 10 0.15 0 0\n"
-                             "[XSECTIONS]\nc CIRCULAR 90000\nd CIRCULAR 0.0001\n";
+                             "[XSECTIONS]\nc CIRCULAR 9000\nd CIRCULAR 0.0001\n";
     std::string exported;
     {
         const CInpTestProject net(text);
