@@ -44,20 +44,11 @@ bool HasValues(const char* key) {
     return column != nullptr && column->CountNotNull() > 0;
 }
 
-std::optional<double> Read(const CSection& section, const char* key) {
-    const auto* const definition = FindDefinition(key);
-    CDataBox box;
-    if (definition == nullptr || !section.GetStore().Read(*definition, section.GetRow(), box))
-        return std::nullopt;
-    const double value = box.AsDouble();
-    return std::isfinite(value) ? std::optional(value) : std::nullopt;
-}
-
 /// By row of section; absent values are 0.
 CAmounts ReadAll(const char* key) {
     CAmounts amounts(GetTopology().GetSectionRowCount(), 0.0);
     for (const auto& section : GetTopology().GetSections())
-        amounts[section->GetRow()] = Read(*section, key).value_or(0.0);
+        amounts[section->GetRow()] = ReadNumber(*section, key).value_or(0.0);
     return amounts;
 }
 
@@ -222,7 +213,7 @@ private:
             row.m_transitArriving = flow.m_carried[end];
         }
         if (m_hasTotal)
-            row.m_totalArriving = Read(*row.m_section, Flow::Keys::Total);
+            row.m_totalArriving = ReadNumber(*row.m_section, Flow::Keys::Total);
     }
 
     std::vector<const CNode*> FindLostAt(const std::vector<boost::shared_ptr<CSection>>& above) const {
@@ -288,6 +279,15 @@ CCarriedAmounts GatherAmounts(enmBalanced quantity) {
         break;
     }
     return amounts;
+}
+
+std::optional<double> ReadNumber(const CSection& section, const char* key) {
+    const auto* const definition = FindDefinition(key);
+    CDataBox box;
+    if (definition == nullptr || !section.GetStore().Read(*definition, section.GetRow(), box))
+        return std::nullopt;
+    const double value = box.AsDouble();
+    return std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
 double SumOverSections(const char* key) {

@@ -55,6 +55,9 @@ struct CBalanceRow {
 /// One row per end of the active project's network, in the order of its sections. Cost: the sections above each end.
 std::vector<CBalanceRow> MakeBalance();
 
+/// A finite value of an attribute of a section; null without one.
+std::optional<double> ReadNumber(const OLMGis::Topology::CSection& section, const char* key);
+
 /// Sum of the finite values of an attribute over all sections.
 double SumOverSections(const char* key);
 

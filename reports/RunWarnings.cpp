@@ -3,6 +3,11 @@
 #include "reports/RunWarnings.h"
 
 #include "flow/FlowKeys.h"
+#include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/Utility.h"
+#include "host/network_core/TopologyMultiStorage.h"
+#include "rain/curves/IDFCurves.h"
+#include "rain/curves/RainChoices.h"
 #include "reports/Balance.h"
 #include "reports/BalanceListing.h"
 #include "reports/ShownText.h"
@@ -35,6 +40,10 @@ public:
     double Get(const char* tag) const {
         const bool hasNumber = m_values.is_object() && m_values.contains(tag) && m_values[tag].is_number();
         return hasNumber ? m_values[tag].get<double>() : 0.0;
+    }
+    std::string GetText(const char* tag) const {
+        const bool hasText = m_values.is_object() && m_values.contains(tag) && m_values[tag].is_string();
+        return hasText ? m_values[tag].get<std::string>() : std::string();
     }
     bool IsOn(const char* tag) const { return Get(tag) != 0.0; }
 
@@ -97,6 +106,33 @@ void WarnOfDefaults(const CCalculationOutcome& outcome, const CFormValues& form,
     }
 }
 
+/// Times of concentration outside the curve of the run.
+void WarnOfDurations(const CFormValues& form, CRemarks& remarks) {
+    constexpr int TimesOutside = 70504;
+    constexpr std::size_t MostNames = 5;
+    CIDFCurves curves;
+    if (form.Get("RAINFALL_MODE") != RainChoices::CurveFile ||
+        curves.LoadFromFile(form.GetText("FILE_PATH")) == 0)
+        return;
+    const auto curve = curves.GetCurves().find(form.Get("FREQUENCY"));
+    if (curve == curves.GetCurves().end())
+        return;
+    const double shortest = curve->second.front().first;
+    const double longest = curve->second.back().first;
+    std::vector<std::string_view> names;
+    for (const auto& section :
+         OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology()->GetSections()) {
+        const auto time = ReadNumber(*section, Flow::Keys::ConcentrationTime);
+        if (time && (*time < shortest || *time > longest))
+            names.push_back(section->GetName());
+    }
+    using OLMGis::Utility::CUtility;
+    if (!names.empty())
+        remarks.push_back(Warning(CUtility::Format(OLMGis::Utility::Msg(TimesOutside), static_cast<int>(names.size()),
+                                                   CUtility::ToText(shortest), CUtility::ToText(longest),
+                                                   FirstNames(names, MostNames))));
+}
+
 /// Partial areas load a chain, and less than what drains to the end on purpose: their difference is no loss.
 void WarnOfChains(CRemarks& remarks) {
     constexpr std::size_t MostEnds = 5;
@@ -124,6 +160,8 @@ CRemarks MakeRunWarnings(const std::string& calculator, const CCalculationOutcom
         WarnOfSums(calculator, form, remarks);
     if (calculator == "02_ADDITIONAL")
         WarnOfDefaults(outcome, form, remarks);
+    if (calculator == "001_RAIN_ITP")
+        WarnOfDurations(form, remarks);
     if (calculator == "001_RAIN_ITP" && form.IsOn("PARTIAL_AREA_EFFECT")) {
         WarnOfChains(remarks);
         return remarks;

@@ -50,7 +50,9 @@ std::vector<std::string> CCurveRainfall::ListProblems() const {
     std::vector<std::string> lines;
     if (m_curves.GetPath().empty())
         return lines;
-    for (const CIDFCurves::CProblem& problem : m_curves.GetProblems()) {
+    std::vector<CIDFCurves::CProblem> problems = m_curves.GetProblems();
+    problems.insert(problems.end(), m_curves.GetDoubts().begin(), m_curves.GetDoubts().end());
+    for (const CIDFCurves::CProblem& problem : problems) {
         const bool isOfFile = problem.m_line == 0;
         const auto& format = Msg(isOfFile ? ProblemOfFile : ProblemOfLine);
         lines.push_back(isOfFile ? CUtility::Format(format, m_curves.GetPath(), problem.m_text)

@@ -36,6 +36,23 @@ constexpr int NoPoints = 70129;
 constexpr int NotWholeNumber = 70130;
 constexpr int NoCurve = 70131;
 
+// Messages of doubts.
+constexpr int FrequencyIsNoNumber = 70500;
+constexpr int RisingIntensity = 70501;
+constexpr int SinglePoint = 70502;
+constexpr int LooksLikeMillimetres = 70503;
+
+/// Rain depth (mm) of an intensity (l/(s·ha)) over a duration (min): 1 l/(s·ha) is 0.006 mm/min.
+double DepthOf(double duration, double intensity) {
+    return 0.006 * duration * intensity;
+}
+
+/// The least depth (mm) of a design storm that is taken as plausible: 4 mm in 10 min, 8 mm in an hour. Half of what
+/// yearly storms of dry regions bring, and above what intensities in mm/h pass for where they are ordinary.
+double LeastPlausibleDepth(double duration) {
+    return 1.6 * std::pow(duration, 0.4);
+}
+
 } // namespace
 
 /// Reads one source into the curves, line by line.
@@ -74,10 +91,11 @@ public:
         }
         if (m_target.m_valid == 0)
             Note(0, Msg(NoCurve));
-        auto& problems = m_target.m_problems;
-        std::stable_sort(problems.begin(), problems.end(), [](const CProblem& a, const CProblem& b) {
-            return a.m_line != 0 && (b.m_line == 0 || a.m_line < b.m_line);
-        });
+        DoubtUnit();
+        for (auto* const list : {&m_target.m_problems, &m_target.m_doubts})
+            std::stable_sort(list->begin(), list->end(), [](const CProblem& a, const CProblem& b) {
+                return a.m_line != 0 && (b.m_line == 0 || a.m_line < b.m_line);
+            });
     }
 
 private:
@@ -116,8 +134,19 @@ private:
         if (StoreCurve())
             m_target.m_valid = 1;
         m_points.clear();
-        m_frequency = CUtility::ToDouble(text.substr(std::min(text.find_first_not_of('#'), text.size())));
+        const std::string_view head = text.substr(std::min(text.find_first_not_of('#'), text.size()));
+        m_frequency = CUtility::ToDouble(head);
         m_headLine = m_line;
+        // Words may follow the number.
+        const std::string_view word = FirstWord(head);
+        if (m_frequency != 0.0 && !CUtility::ParseDouble(word))
+            Doubt(m_line, CUtility::Format(Msg(FrequencyIsNoNumber), word, CUtility::ToText(m_frequency)));
+    }
+
+    static std::string_view FirstWord(std::string_view text) {
+        constexpr std::string_view Blanks = " \t";
+        text.remove_prefix(std::min(text.find_first_not_of(Blanks), text.size()));
+        return text.substr(0, text.find_first_of(Blanks));
     }
 
     /// False for a bad line.
@@ -162,7 +191,36 @@ private:
             else
                 Note(point.m_line, CUtility::Format(Msg(RepeatedDuration), CUtility::ToText(point.m_duration)));
         }
+        DoubtCurve(stored->second);
         return true;
+    }
+
+    /// Looks at a curve that was stored. m_points: its points in ascending duration.
+    void DoubtCurve(const CCurve& curve) {
+        if (curve.size() == 1)
+            Doubt(m_headLine, Msg(SinglePoint));
+        const auto rising = std::adjacent_find(m_points.begin(), m_points.end(), [](const CPoint& a, const CPoint& b) {
+            return a.m_duration < b.m_duration && a.m_intensity < b.m_intensity;
+        });
+        if (rising != m_points.end())
+            Doubt((rising + 1)->m_line, CUtility::Format(Msg(RisingIntensity), CUtility::ToText(rising->m_intensity),
+                                                         CUtility::ToText((rising + 1)->m_intensity)));
+        if (m_greatestLine == 0 || m_greatest.front().second < curve.front().second) {
+            m_greatest = curve;
+            m_greatestLine = m_headLine;
+        }
+    }
+
+    /// Of the greatest curve, because frequent storms are small. Durations at which storms are well known.
+    void DoubtUnit() {
+        const auto isUsual = [](const auto& point) { return point.first >= 5.0 && point.first <= 120.0; }; // min
+        const auto shown = std::find_if(m_greatest.begin(), m_greatest.end(), isUsual);
+        const bool isSmall = std::all_of(m_greatest.begin(), m_greatest.end(), [&](const auto& point) {
+            return !isUsual(point) || DepthOf(point.first, point.second) < LeastPlausibleDepth(point.first);
+        });
+        if (shown != m_greatest.end() && isSmall)
+            Doubt(m_greatestLine, CUtility::Format(Msg(LooksLikeMillimetres), DepthOf(shown->first, shown->second),
+                                                   CUtility::ToText(shown->first)));
     }
 
     bool NoteBadLine(const std::string& reason) {
@@ -170,9 +228,12 @@ private:
         return false;
     }
 
-    void Note(std::size_t line, std::string text) {
-        if (m_target.m_problems.size() < MostProblems)
-            m_target.m_problems.push_back({line, OLMGis::Utility::ToShown(std::move(text))});
+    void Note(std::size_t line, std::string text) { Enter(m_target.m_problems, line, std::move(text)); }
+    void Doubt(std::size_t line, std::string text) { Enter(m_target.m_doubts, line, std::move(text)); }
+
+    static void Enter(std::vector<CProblem>& list, std::size_t line, std::string text) {
+        if (list.size() < MostProblems)
+            list.push_back({line, OLMGis::Utility::ToShown(std::move(text))});
     }
 
     CIDFCurves& m_target;
@@ -183,6 +244,8 @@ private:
     std::size_t m_headLine = 0; ///< of the present curve, 0 before the first
     double m_frequency = 0.0;
     std::vector<CPoint> m_points; ///< of the present curve, in the order of the file
+    CCurve m_greatest;            ///< the curve with the greatest intensity at its first point
+    std::size_t m_greatestLine = 0;
     std::string m_text;
     std::vector<std::string> m_parts;
 };
@@ -191,6 +254,7 @@ int CIDFCurves::LoadFromFile(const std::string& path) {
     m_valid = 0;
     m_curves.clear();
     m_problems.clear();
+    m_doubts.clear();
     m_path = path;
     OLMGis::Data::NoteInput(OLMGis::Data::Inputs::File, path);
     auto content = OLMGis::Utility::InstallationPaths::ReadWholeFile(path);
@@ -210,6 +274,7 @@ int CIDFCurves::Load(std::istream& input, std::string_view name) {
     m_valid = 0;
     m_curves.clear();
     m_problems.clear();
+    m_doubts.clear();
     m_path = name;
     try {
         CReader(*this).Read(input);

@@ -48,6 +48,11 @@ public:
     const std::vector<CProblem>& GetProblems() const { return m_problems; }
     static constexpr std::size_t MostProblems = 100;
 
+    /// Lines that were read as they are and look wrong: a frequency that is no number, an intensity that rises with the
+    /// duration, a curve of a single point, intensities that look like mm/h. In the order of the file, at most
+    /// MostProblems.
+    const std::vector<CProblem>& GetDoubts() const { return m_doubts; }
+
 private:
     class CReader;
 
@@ -55,4 +60,5 @@ private:
     std::string m_path;
     int m_valid = 0;
     std::vector<CProblem> m_problems;
+    std::vector<CProblem> m_doubts;
 };

@@ -61,6 +61,37 @@ TEST(IDFCurves, ProblemsAreShownWithoutWhatIsNoText) {
     EXPECT_THAT(curves.GetProblems()[0].m_text, ::testing::HasSubstr("??"));
 }
 
+// A doubt changes nothing of what is read.
+TEST(IDFCurves, DoubtsNameTheirLines) {
+    const struct {
+        const char* m_text;
+        std::vector<std::pair<std::size_t, const char*>> m_doubts;
+    } files[] = {
+        {"#2\n5 310\n10 228\n20 162\n", {}},
+        {"#0.5 1/a\n5 310\n10 228\n", {}},
+        {"#1,5\n5 310\n10 228\n", {{1, "1,5"}}},
+        {"* a\n#2.5abc\n5 310\n10 228\n", {{2, "2.5abc"}}},
+        {"#2\n5 310\n20 200\n10 150\n", {{3, "rises from 150 to 200"}}}, // sorted: 310, 150, 200
+        {"#2\n5 310\n", {{1, "single point"}}},
+        {"#2\n5 110\n10 84\n60 30\n#50\n5 120\n10 90\n60 31\n", {}},
+        // The same as mm/h.
+        {"#2\n5 39.6\n10 30.2\n60 10.8\n#50\n5 43.2\n10 32.4\n60 11.2\n", {{5, "look like mm/h"}}},
+    };
+    for (const auto& file : files) {
+        SCOPED_TRACE(file.m_text);
+        const CTestProject project;
+        CIDFCurves curves;
+        std::istringstream input(file.m_text);
+        EXPECT_EQ(curves.Load(input, "curves"), 1);
+        EXPECT_THAT(curves.GetProblems(), IsEmpty());
+        ASSERT_EQ(curves.GetDoubts().size(), file.m_doubts.size());
+        for (std::size_t i = 0; i < file.m_doubts.size(); ++i) {
+            EXPECT_EQ(curves.GetDoubts()[i].m_line, file.m_doubts[i].first);
+            EXPECT_THAT(curves.GetDoubts()[i].m_text, ::testing::HasSubstr(file.m_doubts[i].second));
+        }
+    }
+}
+
 TEST(IDFCurves, FilesLoadAsTheirLinesSay) {
     const std::vector<CFile> files{
         {"the example", "* a comment\n#2\n5 310.5\n10 228\n20 162.25\n", 1, "2: 5/310.5 10/228 20/162.25", {}, true},

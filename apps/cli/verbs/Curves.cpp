@@ -65,6 +65,16 @@ Status CheckFrequency(std::optional<double> frequency, const CIDFCurves& curves,
                                     file, Reports::FirstNames({known.begin(), known.end()}, MostNamed)));
 }
 
+void WarnOfDuration(const CIDFCurves& curves, const Reports::CCurveQuestion& question, CTerminal& terminal) {
+    for (const auto& [frequency, curve] : curves.GetCurves())
+        if (question.m_duration && question.m_frequency.value_or(frequency) == frequency &&
+            (*question.m_duration < curve.front().first || *question.m_duration > curve.back().first))
+            terminal.Warn(fmt::format("--duration: {} min is outside the curve {} ({} to {} min), where the intensity "
+                                      "is constant",
+                                      CUtility::ToText(*question.m_duration), CUtility::ToText(frequency),
+                                      CUtility::ToText(curve.front().first), CUtility::ToText(curve.back().first)));
+}
+
 CVerbResult ShowCurves(const COptions& options, CTerminal& terminal, std::ostream& results) {
     Reports::CCurveQuestion question;
     if (const Status read = ReadNumber("--frequency", options.m_frequency, question.m_frequency); !read)
@@ -84,8 +94,10 @@ CVerbResult ShowCurves(const COptions& options, CTerminal& terminal, std::ostrea
         return Invalid(file->GetName(), curves);
     if (const Status known = CheckFrequency(question.m_frequency, curves, file->GetName()); !known)
         return known.GetError();
-    for (const CIDFCurves::CProblem& problem : curves.GetProblems())
-        terminal.Warn(OnOneLine(fmt::format("{}: {}", PlaceOf(file->GetName(), problem), problem.m_text)));
+    for (const auto* const list : {&curves.GetProblems(), &curves.GetDoubts()})
+        for (const CIDFCurves::CProblem& problem : *list)
+            terminal.Warn(OnOneLine(fmt::format("{}: {}", PlaceOf(file->GetName(), problem), problem.m_text)));
+    WarnOfDuration(curves, question, terminal);
     Print(results, Reports::MakeCurveListing(curves, question, file->GetName()), options.m_format.Get());
     return enmExitCode::Done;
 }
