@@ -111,8 +111,7 @@ void WarnOfDurations(const CFormValues& form, CRemarks& remarks) {
     constexpr int TimesOutside = 70504;
     constexpr std::size_t MostNames = 5;
     CIDFCurves curves;
-    if (form.Get("RAINFALL_MODE") != RainChoices::CurveFile ||
-        curves.LoadFromFile(form.GetText("FILE_PATH")) == 0)
+    if (form.Get("RAINFALL_MODE") != RainChoices::CurveFile || curves.LoadFromFile(form.GetText("FILE_PATH")) == 0)
         return;
     const auto curve = curves.GetCurves().find(form.Get("FREQUENCY"));
     if (curve == curves.GetCurves().end())
