@@ -12,6 +12,7 @@
 #include "host/gis_core/PerformanceTimer.h"
 #include "host/gis_core/ReportFile.h"
 #include "host/gis_core/RunTrace.h"
+#include "host/gis_core/ShortName.h"
 #include "host/gis_core/Utility.h"
 #include "host/network_core/Selector.h"
 #include "host/workspace_core/WsManager.h"
@@ -38,6 +39,7 @@ using OLMGis::Utility::CReportFile;
 using OLMGis::Utility::CRunTrace;
 using OLMGis::Utility::CUtility;
 using OLMGis::Utility::Msg;
+using OLMGis::Utility::ShortName;
 using OLMGis::Workspace::CLogLine;
 using OLMGis::Workspace::CWsManager;
 using Rain::CRunStop;
@@ -94,7 +96,7 @@ std::string ShowProblem(const CRunStop& stop, const Rain::CRunSettings& settings
     case enmInputProblem::NoSlope:
         return Msg(NoSlope);
     case enmInputProblem::SlopeNotAboveZero:
-        return CUtility::Format("%s (%s %s)", Msg(SlopeNotAboveZero), Msg(SectionWord), stop.m_name);
+        return CUtility::Format("%s (%s %s)", Msg(SlopeNotAboveZero), Msg(SectionWord), ShortName(stop.m_name));
     case enmInputProblem::NoInletTime:
         return Msg(NoInletTime);
     case enmInputProblem::NoTimeFactor:
@@ -112,11 +114,11 @@ std::string ShowStop(const CRunStop& stop, const Rain::CRunSettings& settings) {
         return ShowProblem(stop, settings);
     case CRunStop::enmReason::NoPipe:
         return CUtility::Format(
-            "%s %s %s", stop.m_name,
+            "%s %s %s", ShortName(stop.m_name),
             CUtility::Format(Msg(NoPipeLargeEnough), stop.m_diameter / OLMGis::Formulas::MillimetresPerMetre),
             stop.m_pipeGroup);
     case CRunStop::enmReason::ExistingPipeTooFull:
-        return CUtility::Format("%s %s", stop.m_name, Msg(ExistingPipeTooFull));
+        return CUtility::Format("%s %s", ShortName(stop.m_name), Msg(ExistingPipeTooFull));
     case CRunStop::enmReason::None:
     case CRunStop::enmReason::Cancelled:
     case CRunStop::enmReason::NotConverged: // without a message. Fixed: others rely on it
@@ -313,9 +315,7 @@ void CFlowCalculator_RainITP::WriteResults(int write, int report, int iteration)
         return;
     if (report != 0) {
         const std::string path = ReportPath(IdfOut);
-        if (iteration == 1)
-            CReportFile::Remove(path);
-        CReportFile file(path);
+        CReportFile file(path, iteration == 1 ? CReportFile::enmStart::Anew : CReportFile::enmStart::Append);
         const bool isWhole =
             file.IsOpen() && file.Append(Rain::MakeIterationTable(*m_run->m_input, *m_run->m_walk, iteration));
         FinishReport(file, path, isWhole);

@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "reports/ShownText.h"
 
+#include "host/gis_core/ShortName.h"
 #include "host/gis_core/Utility.h"
 
 #include <fmt/format.h>
@@ -40,6 +41,10 @@ constexpr std::array<CRange, 10> Wide{{{0x1100, 0x115F},
                                        {0x1F300, 0x1FAFF},
                                        {0x20000, 0x3FFFD}}};
 
+/// Controls beyond ASCII: C1, line and paragraph separators, marks that turn the direction of writing.
+constexpr std::array<CRange, 5> Controls{
+    {{0x0080, 0x009F}, {0x061C, 0x061C}, {0x200E, 0x200F}, {0x2028, 0x202E}, {0x2066, 0x2069}}};
+
 template <std::size_t N>
 bool IsIn(const std::array<CRange, N>& ranges, char32_t c) {
     return std::any_of(ranges.begin(), ranges.end(), [c](const CRange& r) { return c >= r.m_first && c <= r.m_last; });
@@ -63,8 +68,9 @@ CCharacter NextCharacter(std::string_view text) {
     char32_t code = lead & (0x7FU >> length);
     for (std::size_t i = 1; i < length; ++i)
         code = (code << 6U) | (byte(i) & 0x3FU);
-    const std::size_t columns = IsIn(WithoutWidth, code) ? 0U : IsIn(Wide, code) ? 2U : 1U;
-    return {length, columns, code < 0xA0};
+    if (IsIn(Controls, code))
+        return {length, 1, true};
+    return {length, IsIn(WithoutWidth, code) ? 0U : IsIn(Wide, code) ? 2U : 1U, false};
 }
 
 /// Number of single changes (a letter more, less, other, or two swapped) from one word to another; ASCII case aside.
@@ -103,6 +109,17 @@ std::size_t DisplayWidth(std::string_view text) {
 
 std::string OnOneLine(std::string_view text) {
     return CutToWidth(text, std::string_view::npos);
+}
+
+std::string WithoutControls(std::string_view text) {
+    std::string shown;
+    while (!text.empty()) {
+        const CCharacter next = NextCharacter(text);
+        const bool isShown = !next.m_isControl || text.front() == '\n' || text.front() == '\t';
+        shown += isShown ? text.substr(0, next.m_bytes) : std::string_view("?");
+        text.remove_prefix(next.m_bytes);
+    }
+    return shown;
 }
 
 std::string CutToWidth(std::string_view text, std::size_t width) {
@@ -144,7 +161,7 @@ std::string Count(std::size_t count, std::string_view thing) {
 std::string FirstNames(const std::vector<std::string_view>& names, std::size_t most) {
     std::string text;
     for (std::size_t i = 0; i < names.size() && i < most; ++i)
-        text += fmt::format("{}{}", i == 0 ? "" : ", ", names[i]);
+        text += fmt::format("{}{}", i == 0 ? "" : ", ", OLMGis::Utility::ShortName(names[i]));
     return names.size() > most ? text + ", ..." : text;
 }
 

@@ -14,8 +14,12 @@ namespace Reports {
 /// count as one each.
 std::size_t DisplayWidth(std::string_view text);
 
-/// A text for one line of a terminal: control characters, which names from hostile files may contain, become "?".
+/// A text for one line of a terminal: control characters, which names from hostile files may contain, become "?"; so do
+/// those that turn the direction of writing, with which a text can look like another one.
 std::string OnOneLine(std::string_view text);
+
+/// A text of several lines for a terminal: control characters other than line ends and tabs become "?".
+std::string WithoutControls(std::string_view text);
 
 /// The longest beginning of a text, made fit for one line, that is not wider than width (columns).
 std::string CutToWidth(std::string_view text, std::size_t width);

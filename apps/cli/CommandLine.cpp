@@ -188,7 +188,7 @@ void SetUp(CLI::App& program, CParsedArguments& parsed) {
                    "  1    ran to its end and stored nothing; of a strict check: found something\n"
                    "  2    invalid arguments; nothing was changed\n"
                    "  3    an input file contains something invalid\n"
-                   "  4    the system refused (no such file, no permission, disk full)\n"
+                   "  4    the system refused (no such file, no permission, disk full, an output that exists)\n"
                    "  5    a calculation stopped with an alert; nothing was stored\n"
                    "  130  interrupted (Ctrl+C); the project is unchanged\n\n"
                    "Examples:\n"

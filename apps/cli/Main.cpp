@@ -3,6 +3,7 @@
 #include "apps/cli/CommandLine.h"
 #include "apps/cli/shell/DescriptorStream.h"
 #include "apps/cli/shell/Interrupt.h"
+#include "reports/ShownText.h"
 
 #include <fmt/format.h>
 
@@ -24,6 +25,7 @@ enmExitCode Run(int argc, const char* const* argv) {
     };
     if (!parsed)
         return fail(parsed.GetError());
+    terminal.SetResultsCheck([&results] { return results.Finish(); });
     enmExitCode code = enmExitCode::Done;
     if (parsed->m_command) {
         const Cli::CVerbResult ended = parsed->m_command(terminal, results);
@@ -44,13 +46,17 @@ enmExitCode Run(int argc, const char* const* argv) {
 } // namespace
 
 int main(int argc, char** argv) {
+    Cli::Interrupt::FillStandardDescriptors();
     Cli::Interrupt::InstallHandlers();
     try {
-        return static_cast<int>(Run(argc, argv));
+        const enmExitCode code = Run(argc, argv);
+        if (code == enmExitCode::Interrupted)
+            Cli::Interrupt::EndBySignal();
+        return static_cast<int>(code);
     } catch (const std::bad_alloc&) {
         fmt::print(stderr, "drenova: not enough memory\n");
     } catch (const std::exception& error) {
-        fmt::print(stderr, "drenova: unexpected: {}\n", error.what());
+        fmt::print(stderr, "drenova: unexpected: {}\n", Reports::OnOneLine(error.what()));
     }
     return static_cast<int>(enmExitCode::Refused);
 }

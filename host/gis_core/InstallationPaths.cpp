@@ -4,12 +4,15 @@
 
 #include <fmt/format.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <filesystem>
 #include <fstream>
+#include <pwd.h>
 #include <system_error>
+#include <unistd.h>
 
 namespace OLMGis::Utility::InstallationPaths {
 
@@ -26,6 +29,16 @@ std::filesystem::path FolderOfThisLibrary() {
         return {};
     std::error_code ignored;
     return std::filesystem::canonical(info.dli_fname, ignored).parent_path();
+}
+
+/// As the system's list of users has it, for processes without an environment, such as those of timers.
+std::string HomeOfUser() {
+    std::array<char, std::size_t{1} << 14> bytes{};
+    struct passwd user {};
+    struct passwd* found = nullptr;
+    if (::getpwuid_r(::getuid(), &user, bytes.data(), bytes.size(), &found) != 0 || found == nullptr)
+        return {};
+    return found->pw_dir;
 }
 
 } // namespace
@@ -50,9 +63,13 @@ std::string DataFile(std::string_view name) {
 std::string HomeFolder() {
     if (std::string set = Environment("DRENOVA_HOME"); !set.empty())
         return set;
-    if (std::string data = Environment("XDG_DATA_HOME"); !data.empty())
+    // Relative paths in these two are no folders of the user's but accidents.
+    if (std::string data = Environment("XDG_DATA_HOME"); data.starts_with('/'))
         return data + "/drenova";
-    return Environment("HOME") + "/.local/share/drenova";
+    std::string home = Environment("HOME");
+    if (!home.starts_with('/'))
+        home = HomeOfUser();
+    return home + "/.local/share/drenova";
 }
 
 Result<std::string> ReadWholeFile(const std::string& path) {

@@ -49,6 +49,9 @@ public:
     /// Brings language and edition of the project's settings into force; before a module is loaded.
     Status ApplySettings();
 
+    /// The language in force; empty when no catalogue could be read.
+    const std::string& GetLanguage() const { return m_language; }
+
     CModuleConfiguration();
 
 private:

@@ -8,19 +8,26 @@
 
 namespace OLMGis::Utility {
 
-CReportFile::CReportFile(const std::string& path) : m_path(path) {
+CReportFile::CReportFile(const std::string& path, enmStart start) : m_path(path) {
     std::error_code ignored;
-    m_wasThere = std::filesystem::exists(path, ignored);
+    if (start == enmStart::Anew) {
+        m_target = path;
+        m_path += ".part"; // always the same name: one left by a killed process is written over
+    }
+    m_wasThere = start == enmStart::Append && std::filesystem::exists(path, ignored);
     if (const auto folder = std::filesystem::path(path).parent_path(); !folder.empty())
         std::filesystem::create_directories(folder, ignored);
-    m_file.reset(std::fopen(path.c_str(), "ab"));
+    m_file.reset(std::fopen(m_path.c_str(), start == enmStart::Anew ? "wb" : "ab"));
     if (!m_file)
         NoteProblem(errno);
-    if (const auto size = std::filesystem::file_size(path, ignored); m_file && !ignored)
+    if (const auto size = std::filesystem::file_size(m_path, ignored); m_file && !ignored)
         m_before = size;
 }
 
-CReportFile::~CReportFile() = default;
+CReportFile::~CReportFile() {
+    if (m_file && !m_target.empty())
+        TakeBack();
+}
 
 /// Keeps the first: later failures follow from it.
 void CReportFile::NoteProblem(int error) {
@@ -43,6 +50,8 @@ bool CReportFile::Close() {
         return false;
     if (std::fclose(m_file.release()) != 0)
         NoteProblem(errno);
+    if (m_problem.empty() && !m_target.empty() && std::rename(m_path.c_str(), m_target.c_str()) != 0)
+        NoteProblem(errno);
     return m_problem.empty();
 }
 
@@ -58,11 +67,6 @@ void CReportFile::TakeBack() {
         std::filesystem::resize_file(m_path, m_before, ignored);
     else
         std::filesystem::remove(m_path, ignored);
-}
-
-void CReportFile::Remove(const std::string& path) {
-    std::error_code ignored;
-    std::filesystem::remove(path, ignored);
 }
 
 void CReportFile::CClose::operator()(std::FILE* file) const {

@@ -14,8 +14,13 @@ namespace OLMGis::Utility {
 /// written takes nothing and keeps the reason: reports accompany results and never stop them.
 class CReportFile {
 public:
+    enum class enmStart {
+        Append, ///< behind what is there
+        Anew,   ///< replaces what is there, whole, when the report is closed
+    };
+
     /// Opens the file, which is made with its folder when it isn't there.
-    explicit CReportFile(const std::string& path);
+    explicit CReportFile(const std::string& path, enmStart start = enmStart::Append);
     ~CReportFile();
     CReportFile(const CReportFile&) = delete;
     CReportFile& operator=(const CReportFile&) = delete;
@@ -35,16 +40,14 @@ public:
     /// The system's reason why the file could not be opened or written whole; empty without a failure.
     const std::string& GetProblem() const { return m_problem; }
 
-    /// Removes a report; none there is fine.
-    static void Remove(const std::string& path);
-
 private:
     struct CClose {
         void operator()(std::FILE* file) const;
     };
     void NoteProblem(int error);
 
-    std::string m_path;
+    std::string m_target;        ///< of a report that begins anew: the file to replace; else empty
+    std::string m_path;          ///< the file that is written
     bool m_wasThere = false;     ///< before it was opened
     std::uintmax_t m_before = 0; ///< bytes of the file when it was opened
     std::uintmax_t m_appended = 0;

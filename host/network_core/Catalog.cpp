@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "host/network_core/Catalog.h"
 
+#include "host/gis_core/ShortName.h"
 #include "host/network_core/BuiltInCatalog.h"
 
 #include <boost/make_shared.hpp>
@@ -56,8 +57,9 @@ namespace {
 /// "catalogue group A", "built-in item B of the group C": how messages call an entry.
 std::string Describe(const CCatalogItem& entry) {
     const auto group = entry.GetParentItem();
-    return fmt::format("{}{} \"{}\"{}", entry.IsBuiltIn() ? "built-in " : "", group ? "item" : "group", entry.GetName(),
-                       group ? fmt::format(" of the group \"{}\"", group->GetName()) : "");
+    return fmt::format("{}{} \"{}\"{}", entry.IsBuiltIn() ? "built-in " : "", group ? "item" : "group",
+                       Utility::ShortName(entry.GetName()),
+                       group ? fmt::format(" of the group \"{}\"", Utility::ShortName(group->GetName())) : "");
 }
 
 } // namespace

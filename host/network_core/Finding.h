@@ -32,7 +32,6 @@ using CFindings =
 /// What one item found in one run, in the item's own order. Moved, never copied.
 struct CItemFindings {
     std::string m_item{};       ///< key
-    std::string m_time{};       ///< of the run, UTC, as "2026-01-31T08:15:00.000Z"
     std::string m_parameters{}; ///< serialised form; empty for findings of an opened file
     std::string m_error{};      ///< why the item stopped before its end, for the user; empty for one that did not
     CFindings m_findings{};

@@ -14,7 +14,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <chrono>
 #include <exception>
 #include <new>
 #include <utility>
@@ -26,17 +25,6 @@ using Utility::CCoreProgressBar;
 namespace {
 
 constexpr int ItemStoppedMessage = 70160;
-
-std::string TimeOfNow() {
-    using namespace std::chrono;
-    const auto now = floor<seconds>(system_clock::now());
-    const auto day = floor<days>(now);
-    const year_month_day date(day);
-    const hh_mm_ss time(now - day);
-    return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}.000Z", static_cast<int>(date.year()),
-                       static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()), time.hours().count(),
-                       time.minutes().count(), time.seconds().count());
-}
 
 /// Makes the findings of one item from its messages and its notes.
 class CFindingCollector {
@@ -179,7 +167,6 @@ bool CFunctionalAnalysisManager::IsAvailable(IFunctionalAnalysisItem& item) {
 bool CFunctionalAnalysisManager::RunAnalysis(const std::vector<CRequest>& requests) {
     const CTopologyStorage& topology = *CTopologyMultiStorage::Instance()->GetActiveTopology();
     CAnalysedNetwork network{topology.GetNodes(), topology.GetSections()};
-    const std::string time = TimeOfNow();
     std::vector<CItemFindings> findings;
     const CProgressGuard guard;
     CCoreProgressBar* const progress = CCoreProgressBar::Instance();
@@ -188,7 +175,6 @@ bool CFunctionalAnalysisManager::RunAnalysis(const std::vector<CRequest>& reques
         if (!IsAvailable(*request.m_item))
             continue;
         findings.push_back(RunItem(request, network, topology));
-        findings.back().m_time = time;
         if (progress->IsCancelled())
             return false;
     }

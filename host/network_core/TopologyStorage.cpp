@@ -4,6 +4,7 @@
 
 #include "host/gis_core/DataConfiguration.h"
 #include "host/gis_core/NotificationFramework.h"
+#include "host/gis_core/ShortName.h"
 
 #include <fmt/format.h>
 
@@ -126,9 +127,11 @@ void CTopologyStorage::SetExists(Entity& entity, bool exists) {
 Result<boost::shared_ptr<CNode>> CTopologyStorage::AddNode(std::string_view guid, std::string_view name,
                                                            const CPoint& point) {
     if (guid.empty() || m_nodes.m_byGuid.Find(guid) != NoPlace)
-        return BadInput(fmt::format("node {}: the GUID \"{}\" occurs twice or is empty", name, guid));
+        return BadInput(fmt::format("node {}: the GUID \"{}\" occurs twice or is empty", Utility::ShortName(name),
+                                    Utility::ShortName(guid)));
     if (m_nodes.m_byName.Find(name) != NoPlace)
-        return BadInput(fmt::format("node {}: the name occurs twice, expected unique names of nodes", name));
+        return BadInput(
+            fmt::format("node {}: the name occurs twice, expected unique names of nodes", Utility::ShortName(name)));
     return Enter(m_nodes, guid, name, point);
 }
 
@@ -136,7 +139,8 @@ Result<boost::shared_ptr<CSection>> CTopologyStorage::AddSection(std::string_vie
                                                                  CNode* start, CNode* end,
                                                                  std::span<const CPoint> line) {
     if (guid.empty() || m_sections.m_byGuid.Find(guid) != NoPlace)
-        return BadInput(fmt::format("section {}: the GUID \"{}\" occurs twice or is empty", name, guid));
+        return BadInput(fmt::format("section {}: the GUID \"{}\" occurs twice or is empty", Utility::ShortName(name),
+                                    Utility::ShortName(guid)));
     const auto rowOf = [](const CNode* node) { return node == nullptr ? CSection::NoRow : node->GetRow(); };
     auto section = Enter(m_sections, guid, name, rowOf(start), rowOf(end));
     if (line.size() >= 2 && !IsStraight(line, start, end)) {
@@ -149,9 +153,11 @@ Result<boost::shared_ptr<CSection>> CTopologyStorage::AddSection(std::string_vie
 Result<boost::shared_ptr<CCatchment>> CTopologyStorage::AddCatchment(std::string_view guid, std::string_view name,
                                                                      CSection* section, CRings rings) {
     if (guid.empty() || m_catchments.m_byGuid.Find(guid) != NoPlace)
-        return BadInput(fmt::format("catchment {}: the GUID \"{}\" occurs twice or is empty", name, guid));
+        return BadInput(fmt::format("catchment {}: the GUID \"{}\" occurs twice or is empty", Utility::ShortName(name),
+                                    Utility::ShortName(guid)));
     if (section == nullptr)
-        return BadInput(fmt::format("catchment {}: found no section, expected the section that it drains to", name));
+        return BadInput(fmt::format("catchment {}: found no section, expected the section that it drains to",
+                                    Utility::ShortName(name)));
     return Enter(m_catchments, guid, name, section, std::move(rings));
 }
 

@@ -7,6 +7,7 @@
 #include "host/gis_core/HostServices.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/ProjectContext.h"
+#include "host/gis_core/ShortName.h"
 #include "host/gis_core/Utility.h"
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/sewage_calculations/OutdatedResults.h"
@@ -121,8 +122,8 @@ void LogNonFinite(const CJournal& journal) {
         if (!isSectionNumber || !store.Read(*change.m_definition, change.m_row, box) || std::isfinite(box.AsDouble()))
             continue;
         if (++count <= MostNames)
-            names.push_back(
-                fmt::format("{} of {}", change.m_definition->m_id, topology->GetSectionAt(change.m_row)->GetName()));
+            names.push_back(fmt::format("{} of {}", change.m_definition->m_id,
+                                        Utility::ShortName(topology->GetSectionAt(change.m_row)->GetName())));
     }
     if (count > 0)
         Workspace::CWsManager::Instance()->LogMessage(

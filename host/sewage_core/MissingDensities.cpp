@@ -4,6 +4,7 @@
 
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/ShortName.h"
 #include "host/gis_core/Utility.h"
 
 #include <fmt/format.h>
@@ -40,7 +41,7 @@ std::optional<std::string> WarnOfMissingDensities(const CTopologyStorage& topolo
         while (catchment != nullptr && !LacksDensity(*catchment))
             catchment = CTopologyStorage::GetNextCatchment(*catchment);
         if (catchment != nullptr && ++count <= mostNamed)
-            names += fmt::format("{}{}", count > 1 ? ", " : "", section->GetName());
+            names += fmt::format("{}{}", count > 1 ? ", " : "", Utility::ShortName(section->GetName()));
     }
     if (count == 0)
         return std::nullopt;

@@ -12,7 +12,6 @@
 
 #include <fmt/format.h>
 
-#include <cstdlib>
 #include <dlfcn.h>
 #include <exception>
 #include <filesystem>
@@ -231,8 +230,6 @@ void CModuleLoader::CModule::End() {
 }
 
 std::string CModuleLoader::DefaultModulePath() {
-    if (const char* set = std::getenv("DRENOVA_MODULE"); set != nullptr && *set != '\0')
-        return set;
     Dl_info info{};
     if (dladdr(reinterpret_cast<const void*>(&CModuleLoader::DefaultModulePath), &info) == 0 ||
         info.dli_fname == nullptr)

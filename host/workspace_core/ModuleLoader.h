@@ -22,8 +22,8 @@ namespace OLMGis::Workspace {
 /// each for itself.
 class CModuleLoader {
 public:
-    /// The hydraulics module: DRENOVA_MODULE when that is set, else OLMXSewageCalculationsWsPlugin.so beside this
-    /// library.
+    /// The hydraulics module: OLMXSewageCalculationsWsPlugin.so beside this library. No variable of the environment
+    /// changes it: a module is code.
     static std::string DefaultModulePath();
 
     /// Refused when there is no such file and when the active project has a module already; BadInput when the file is

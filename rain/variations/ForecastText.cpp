@@ -4,6 +4,7 @@
 
 #include "host/gis_core/AvailableResources.h"
 #include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/ShortName.h"
 #include "host/gis_core/Utility.h"
 #include "rain/variations/VariationTable.h"
 
@@ -48,8 +49,9 @@ std::string ShowBytes(double bytes) {
 }
 
 std::string NameOf(const CVariationNetwork& network, std::uint32_t section) {
-    return section == CVariationNetwork::None ? std::string()
-                                              : std::string(network.GetNetwork().GetSection(section)->GetName());
+    return section == CVariationNetwork::None
+               ? std::string()
+               : OLMGis::Utility::ShortName(network.GetNetwork().GetSection(section)->GetName());
 }
 
 /// Whether something needs more than there is; an unknown amount counts as enough.

@@ -140,7 +140,7 @@ TEST_F(Town, OutputWorksInAnySurroundings) {
 /// An export that fails half-way leaves a former file as it was.
 TEST_F(Town, ExportReplacesAFileWhole) {
     const std::string file = m_folder.Write("old.csv", "old");
-    EXPECT_EQ(Drenova({"export", m_project, "csv", "-o", file}).m_code, 0);
+    EXPECT_EQ(Drenova({"export", m_project, "csv", "-o", file, "--replace"}).m_code, 0);
     EXPECT_THAT(ReadFile(file), HasSubstr("name,guid,from,to,"));
     EXPECT_EQ(Drenova({"export", m_project, "csv", "-o", "/dev/full"}).m_code, 4);
     EXPECT_EQ(m_folder.List(), "grad čakovec.gpkg old.csv");

@@ -54,6 +54,8 @@ TEST(CsvTable, IsReadInAllItsForms) {
         {"\n\na,b\n\n1,2\n\r\n\n3,4\n\n", "a|b 5:1|2 8:3|4"},
         {"a,b\n,\n", "a|b 2:|"},
         {"a,b\n12\" pipe,x\n", "a|b 2:12\" pipe|x"},
+        {"a,b\n'=1+2,''@x\n", "a|b 2:=1+2|'@x"}, // the apostrophe before a formula
+        {"a,b\n'-1.5,'s Hof\n", "a|b 2:'-1.5|'s Hof"},
         {"a", "a"},
         {"a,b\rc,d\r", "a|b 2:c|d"},
         {"имя,č\n1,2", "имя|č 2:1|2"},
@@ -84,8 +86,9 @@ TEST(CsvTable, FaultsNameTheLine) {
 }
 
 TEST(CsvTable, WhatIsWrittenIsReadBack) {
-    const std::vector<std::string> fields = {"",       "plain",  "a,b",   "a;b", "say \"hi\"", "\"",  "line\nend",
-                                             "cr\r\n", " blank", "tail ", "č",   "\"\"",       "1.5", "\n"};
+    const std::vector<std::string> fields = {
+        "",    "plain", "a,b",  "a;b", "say \"hi\"", "\"",  "line\nend", "cr\r\n", " blank", "tail ",  "č",   "\"\"",
+        "1.5", "\n",    "=1+1", "-x",  "'=a",        "'-1", "@a",        "+1e5",   "\tx",    "-1,5;x", "''+b"};
     std::ostringstream out;
     CCsvWriter writer(out);
     for (std::size_t i = 0; i < fields.size(); ++i)
@@ -102,6 +105,7 @@ TEST(CsvTable, WhatIsWrittenIsReadBack) {
     for (std::size_t i = 0; i < fields.size(); ++i)
         EXPECT_EQ(reader.GetField(i), fields[i]);
     EXPECT_FALSE(reader.Next().Value());
+    EXPECT_THAT(out.str(), HasSubstr(R"(,'=1+1,'-x,''=a,'-1,'@a,+1e5,')"));
 
     std::ostringstream single;
     CCsvWriter narrow(single);

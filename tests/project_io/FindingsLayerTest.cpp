@@ -19,13 +19,11 @@ using Topology::CItemFindings;
 
 namespace {
 
-constexpr const char* Time = "2026-01-31T08:15:00.000Z";
-
 std::vector<CItemFindings> SomeFindings() {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     std::vector<CItemFindings> items;
     for (const char* key : {"0004_MIN_SLOPE", "0006_NEGATIVE_CASCADE", "0005_MANHOLE_PIPE"})
-        items.push_back({key, Time, "{}"});
+        items.push_back({key, "{}"});
     items[0].m_findings = {{"guid-1", "S 1", "Slope, \"quoted\" (-0.10)", -0.1, 0.0, "1/1000", {10.5, 20.25}},
                            {"guid-2", "", "Without numbers, drawn nowhere", {}, {}, {}, {nan, nan}}};
     items[2].m_findings = {{"guid-3", "Ж", "too wide", 1.25, 1.0, "m", {-3.0, 4.0}}};
@@ -40,9 +38,9 @@ std::string DescribeFindings() {
     const auto show = [](const std::optional<double>& number) { return number ? fmt::format("{}", *number) : "-"; };
     for (const CItemFindings& item : *findings)
         for (const CFinding& finding : item.m_findings)
-            text += fmt::format("{} {} [{}|{}|{}] {} {} {} {} {}\n", item.m_item, item.m_time, finding.m_guid,
-                                finding.m_name, finding.m_text, show(finding.m_value), show(finding.m_limit),
-                                finding.m_unit, finding.m_point.m_x, finding.m_point.m_y);
+            text += fmt::format("{} [{}|{}|{}] {} {} {} {} {}\n", item.m_item, finding.m_guid, finding.m_name,
+                                finding.m_text, show(finding.m_value), show(finding.m_limit), finding.m_unit,
+                                finding.m_point.m_x, finding.m_point.m_y);
     return text;
 }
 

@@ -184,9 +184,11 @@ TEST(ProjectFile, WhatOthersDoToRowsIsReadAsLongAsItMakesSense) {
         {"INSERT INTO sections(from_node) VALUES ('B')", " node-b > "},
         {"UPDATE sections SET name = CAST(x'41ff42' AS TEXT)", "section section-1 A\xEF\xBF\xBD"
                                                                "B "},
-        {"ALTER TABLE nodes ADD COLUMN colour TEXT", "the column \"colour\" of the layer nodes is not an attribute"},
-        {"CREATE TABLE layer_styles(id)", "the table \"layer_styles\" is not a table of a project"},
-        {"CREATE VIEW pipes AS SELECT 1", "the table \"pipes\" is not a table of a project"},
+        {"ALTER TABLE nodes ADD COLUMN TERRAIN_2 REAL AS (zeroblob(1000000000))",
+         "the column \"TERRAIN_2\" of the layer nodes is computed and is not read; saving will drop it"},
+        {"ALTER TABLE nodes ADD COLUMN terrain_2 REAL", "the column \"terrain_2\" of the layer nodes differs from"},
+        {"ALTER TABLE drenova_texts ADD COLUMN mine", "the column \"mine\" of the table drenova_texts"},
+        {"CREATE VIRTUAL TABLE words USING fts5(a)", "the table \"words\" is a virtual table of another program"},
         {"UPDATE gpkg_geometry_columns SET srs_id = 4326 WHERE table_name = 'nodes'",
          "the layer nodes has the coordinate system 4326, the project -1"},
         {"UPDATE nodes SET TERRAIN_1 = 7", "TERRAIN_1=0x1.cp+2"},
@@ -207,7 +209,7 @@ TEST(ProjectFile, NoticesStayFew) {
     const std::string path = SmallFile(folder);
     std::string sql = "BEGIN;";
     for (int i = 0; i < 300; ++i)
-        sql += fmt::format("CREATE TABLE extra{}(a);", i);
+        sql += fmt::format("ALTER TABLE drenova_texts ADD COLUMN extra{};", i);
     RunSql(path, sql + "COMMIT");
     std::vector<std::string> warnings;
     Reopened(path, &warnings);

@@ -90,15 +90,21 @@ TEST_F(TerrainFiles, HeightsAreTheSameWhateverTheFormat) {
 TEST_F(TerrainFiles, BadFilesAreNamedAndGiveNoHeights) {
     WriteBytes(m_folder.File("text.tif"), "no raster");
     WriteBytes(m_folder.File("no-place.pgm"), std::string("P5\n2 2\n255\n") + "abcd");
+    ASSERT_EQ(
+        std::system(fmt::format("gdal_translate -q {} {}", m_folder.File("no-place.pgm"), m_folder.File("no-place.tif"))
+                        .c_str()),
+        0);
     WriteBytes(m_folder.File("short.asc"), std::string(Grid).substr(0, std::string(Grid).size() - 20));
     struct CCase {
         const char* m_file;
         Utility::enmErrorKind m_kind;
         const char* m_text;
     };
-    for (const CCase& row : {CCase{"none.tif", Utility::enmErrorKind::Refused, "none.tif: cannot be opened: No such"},
-                             CCase{"text.tif", Utility::enmErrorKind::BadInput, "text.tif: cannot be read as a raster"},
-                             CCase{"no-place.pgm", Utility::enmErrorKind::BadInput, "without a place in the plan"}}) {
+    for (const CCase& row :
+         {CCase{"none.tif", Utility::enmErrorKind::Refused, "none.tif: cannot be opened: No such"},
+          CCase{"text.tif", Utility::enmErrorKind::BadInput, "text.tif: cannot be read as a GeoTIFF or an ASCII grid"},
+          CCase{"no-place.pgm", Utility::enmErrorKind::BadInput, "cannot be read as a GeoTIFF"},
+          CCase{"no-place.tif", Utility::enmErrorKind::BadInput, "without a place in the plan"}}) {
         Set(1, row.m_file);
         const auto checked = CheckTerrain(1, Project());
         ASSERT_FALSE(checked) << row.m_file;

@@ -21,6 +21,8 @@ TEST(ShownText, MeasuresWhatATerminalShows) {
     EXPECT_EQ(DisplayWidth("\xFF\xC4"), 2u); // stray bytes
     EXPECT_EQ(CutToWidth("水水水", 5), "水水");
     EXPECT_EQ(OnOneLine("a\x1b[2J\nb\x7f\xFFč\xC2\x9B"), "a?[2J?b??č?");
+    EXPECT_EQ(OnOneLine("a\u202Eb\u2066c\u200Ed\u2028e"), "a?b?c?d?e") << "what turns or ends the line";
+    EXPECT_EQ(Reports::WithoutControls("a\x1b[2J\r\n\tč\xC2\x9B"), "a?[2J?\n\tč?");
 }
 
 TEST(ShownText, RoundsForPeopleWithoutLosingNumbers) {

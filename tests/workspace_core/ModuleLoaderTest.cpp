@@ -302,13 +302,7 @@ TEST(ModuleLoader, ARelativePathStartsAtTheCurrentFolder) {
 }
 
 TEST(ModuleLoader, TheDefaultModuleIsBesideTheLibraries) {
-    const char* set = std::getenv("DRENOVA_MODULE");
-    const std::string former = set == nullptr ? "" : set;
-    setenv("DRENOVA_MODULE", "elsewhere.so", 1);
-    EXPECT_EQ(CModuleLoader::DefaultModulePath(), "elsewhere.so");
-    setenv("DRENOVA_MODULE", "", 1);
     const std::filesystem::path path = CModuleLoader::DefaultModulePath();
     EXPECT_EQ(path.filename(), "OLMXSewageCalculationsWsPlugin.so");
     EXPECT_TRUE(std::filesystem::exists(path.parent_path() / "libdrenova_workspace_core.so"));
-    setenv("DRENOVA_MODULE", former.c_str(), 1);
 }

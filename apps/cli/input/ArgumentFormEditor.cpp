@@ -86,8 +86,15 @@ bool CArgumentFormEditor::EnterNext(CPropertiesEx& form, const COnChanged& onCha
 
 bool CArgumentFormEditor::Enter(CPropertyEx& property, const CFormValue& value) {
     std::string text = value.m_text;
-    if (property.GetEditorType() == enmPropertyEditorType::FilePath && !value.m_folder.empty() && !text.empty())
-        text = (std::filesystem::path(value.m_folder) / text).string();
+    if (property.GetEditorType() == enmPropertyEditorType::FilePath && !text.empty()) {
+        if (!value.m_folder.empty())
+            text = (std::filesystem::path(value.m_folder) / text).string();
+        if (const auto good = m_fileCheck ? m_fileCheck(text) : OLMGis::Utility::Status(OLMGis::Utility::Done{});
+            !good) {
+            m_error = good.GetError();
+            return false;
+        }
+    }
     if (!property.IsInForce() && !value.m_isRemembered)
         m_outOfForce.push_back(value.m_tag);
     const auto entered = OLMGis::Topology::SetPropertyText(property, text);

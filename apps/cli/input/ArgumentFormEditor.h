@@ -6,6 +6,7 @@
 #include "host/network_core/FormEditor.h"
 #include "reports/ParameterFile.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,6 +33,11 @@ public:
     /// Tags that were set although the form has them out of force.
     const std::vector<std::string>& GetOutOfForce() const { return m_outOfForce; }
 
+    /// Asked for each file that is entered as a path, which the run reads; an error gives the form up.
+    void SetFileCheck(std::function<OLMGis::Utility::Status(const std::string& file)> check) {
+        m_fileCheck = std::move(check);
+    }
+
 private:
     void Resolve(const OLMGis::Topology::CPropertiesEx& form);
     bool EnterNext(OLMGis::Topology::CPropertiesEx& form, const COnChanged& onChanged);
@@ -41,6 +47,7 @@ private:
     std::vector<CFormValue> m_values; ///< not entered yet
     std::optional<OLMGis::Utility::Error> m_error;
     std::vector<std::string> m_outOfForce;
+    std::function<OLMGis::Utility::Status(const std::string& file)> m_fileCheck;
 };
 
 } // namespace Cli

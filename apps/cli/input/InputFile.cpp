@@ -4,13 +4,12 @@
 
 #include "apps/cli/shell/Interrupt.h"
 #include "host/gis_core/HostServices.h"
-
-#include <fmt/format.h>
+#include "host/project_io/base/DiskFile.h"
+#include "host/project_io/base/Failure.h"
 
 #include <array>
 #include <cerrno>
 #include <cstdint>
-#include <fcntl.h>
 #include <streambuf>
 #include <sys/stat.h>
 #include <system_error>
@@ -18,7 +17,6 @@
 
 namespace Cli {
 
-using OLMGis::Utility::Refused;
 using OLMGis::Utility::Result;
 
 /// Reads a descriptor in large pieces.
@@ -86,21 +84,13 @@ CInputFile::CInputFile(CInputFile&& other) noexcept = default;
 CInputFile& CInputFile::operator=(CInputFile&& other) noexcept = default;
 
 Result<CInputFile> CInputFile::Open(const std::string& path) {
-    const auto fail = [&path](const std::string& reason) {
-        return Refused(fmt::format("{}: cannot be opened: {}", path, reason));
-    };
-    if (path == "-")
+    if (path == "-" || path == "/dev/stdin")
         return CInputFile(std::make_unique<CBuffer>(STDIN_FILENO, 0, std::string()), "standard input");
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0)
-        return fail(std::generic_category().message(errno));
-    struct stat state {};
-    const bool isKnown = ::fstat(descriptor, &state) == 0;
-    auto buffer =
-        std::make_unique<CBuffer>(descriptor, isKnown && S_ISREG(state.st_mode) ? state.st_size : 0, "Reading " + path);
-    if (isKnown && S_ISDIR(state.st_mode))
-        return fail("it is a folder");
-    return CInputFile(std::move(buffer), path);
+    return OLMGis::ProjectIo::CatchFailures<CInputFile>(path, [&path] {
+        struct stat state {};
+        OLMGis::ProjectIo::CDescriptor file = OLMGis::ProjectIo::OpenForReading(path, path, state);
+        return CInputFile(std::make_unique<CBuffer>(file.Release(), state.st_size, "Reading " + path), path);
+    });
 }
 
 } // namespace Cli

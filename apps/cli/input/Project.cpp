@@ -5,15 +5,15 @@
 #include "apps/cli/shell/Interrupt.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/PerformanceTimer.h"
+#include "host/gis_core/ShortName.h"
 #include "host/network_core/CatalogManager.h"
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/project_io/base/ProjectValues.h"
+#include "host/project_io/terrain/TerrainAttachment.h"
 #include "host/workspace_core/WsManager.h"
 #include "reports/ShownText.h"
 
 #include <fmt/format.h>
-
-#include <filesystem>
 
 namespace Cli {
 
@@ -32,7 +32,9 @@ using OLMGis::Workspace::CWsManager;
 CProject::CProject(CTerminal& terminal) : m_terminal(terminal) {
     CWsManager::Instance()->SetLogListener([&terminal](const CLogLine& line) {
         const std::string text =
-            line.m_entityName.empty() ? line.m_text : fmt::format("{}: {}", line.m_entityName, line.m_text);
+            Reports::OnOneLine(line.m_entityName.empty()
+                                   ? line.m_text
+                                   : fmt::format("{}: {}", OLMGis::Utility::ShortName(line.m_entityName), line.m_text));
         if (line.m_type == CLogLine::Stored)
             terminal.Print(text);
         else
@@ -55,8 +57,14 @@ Result<std::unique_ptr<CProject>> CProject::Open(const std::string& path, CTermi
     project->m_warnings = project->m_file->GetWarnings();
     for (const std::string& warning : project->m_warnings)
         terminal.Warn(Reports::OnOneLine(warning));
-    if (const Status applied = CModuleConfiguration::Instance()->ApplySettings(); !applied)
-        return applied.GetError();
+    if (const Status applied = CModuleConfiguration::Instance()->ApplySettings(); !applied) {
+        if (CModuleConfiguration::Instance()->GetLanguage().empty()) // not even the texts in English
+            return applied.GetError();
+        terminal.Warn(Reports::OnOneLine(fmt::format(
+            "{}: the language of the project cannot be used, its texts are in English: {}. Choose another: drenova "
+            "settings {} language=en",
+            path, applied.GetError().message, path)));
+    }
     const auto& topology = *OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
     if (values == enmValues::MustBePossible)
         if (const Status possible = OLMGis::ProjectIo::JudgeProject(topology).m_impossible.ToStatus(
@@ -96,8 +104,31 @@ Status CProject::CheckValues() const {
     return Done{};
 }
 
-Status CProject::Save(const std::string& output) {
+std::vector<std::string> CProject::GatherInputs() const {
+    std::vector<std::string> inputs = m_inputs;
+    for (std::string& raster : OLMGis::ProjectIo::GetTerrainPaths(m_path))
+        inputs.push_back(std::move(raster));
+    return inputs;
+}
+
+Status CProject::CheckOutput(const COutputOption& output) const {
+    if (output.empty() || (m_file && IsSamePath(output.m_path, m_path)))
+        return Done{};
+    return Cli::CheckOutput(output, GatherInputs());
+}
+
+Status CProject::CheckExport(const COutputOption& output) const {
+    std::vector<std::string> inputs = GatherInputs();
+    inputs.push_back(m_path);
+    return Cli::CheckOutput(output, inputs);
+}
+
+Status CProject::Save(const COutputOption& output) {
     const CPerformanceTimer timer;
+    if (Status printed = m_terminal.CheckResults(); !printed)
+        return printed;
+    if (Status good = CheckOutput(output); !good)
+        return good;
     if (Status goesOn = Interrupt::Check(); !goesOn)
         return goesOn;
     if (Status possible = CheckValues(); !possible)
@@ -108,25 +139,16 @@ Status CProject::Save(const std::string& output) {
     return Done{};
 }
 
-Status CProject::Write(const std::string& output) {
-    std::error_code ignored;
-    if (m_file && (output.empty() || std::filesystem::equivalent(output, m_path, ignored)))
+Status CProject::Write(const COutputOption& output) {
+    if (m_file && (output.empty() || IsSamePath(output.m_path, m_path)))
         return m_file->Save();
-    if (!output.empty())
-        m_path = output;
+    m_path = output.m_path;
     if (m_file)
-        return m_file->SaveAs(output, true);
-    auto made = CProjectFile::Create(output, true);
+        return m_file->SaveAs(m_path, output.m_replaces);
+    auto made = CProjectFile::Create(m_path, output.m_replaces);
     if (!made)
         return made.GetError();
     m_file = std::move(made.Value());
-    return Done{};
-}
-
-Status CheckNewFile(const std::string& path, bool replaces) {
-    std::error_code ignored;
-    if (!replaces && std::filesystem::exists(path, ignored))
-        return Refused(fmt::format("{}: exists already; --replace replaces it", path));
     return Done{};
 }
 

@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
+#include "apps/cli/shell/OutputFile.h"
 #include "apps/cli/shell/Terminal.h"
 #include "host/gis_core/ProjectContext.h"
 #include "host/gis_core/Result.h"
@@ -40,13 +41,24 @@ public:
     /// Loads the hydraulics module, which registers calculators and checks. Refused or BadInput when it cannot be.
     OLMGis::Utility::Status LoadModule();
 
-    /// Saves in one transaction: into output, replacing an existing file, or into the file that was opened when output
-    /// is empty. Prints a warning for each key with unusual values. Cancelled, and nothing saved, once Ctrl+C was
-    /// pressed; BadInput, and nothing saved, for impossible values.
-    OLMGis::Utility::Status Save(const std::string& output);
+    /// Notes a file that the command reads beside the project and its rasters: an output may not overwrite it.
+    void Reads(std::string path) { m_inputs.push_back(std::move(path)); }
+
+    /// Whether Save may write the output: any free name, the project's own, or with --replace an existing file that the
+    /// command does not read. Called before long work; Save checks once more. For the errors see Cli::CheckOutput.
+    OLMGis::Utility::Status CheckOutput(const COutputOption& output) const;
+
+    /// The same for what is no project: the project's own file is no output either.
+    OLMGis::Utility::Status CheckExport(const COutputOption& output) const;
+
+    /// Saves in one transaction, after all results were printed: into the output, or into the file that was opened when
+    /// there is none. Refused, and nothing saved, when results could not be printed. Cancelled, and nothing saved, once
+    /// the program was asked to stop. Prints a warning for each key with unusual values; BadInput, and nothing saved,
+    /// for impossible ones.
+    OLMGis::Utility::Status Save(const COutputOption& output);
 
     /// The file that Save(output) writes.
-    const std::string& GetTarget(const std::string& output) const { return output.empty() ? m_path : output; }
+    const std::string& GetTarget(const COutputOption& output) const { return output.empty() ? m_path : output.m_path; }
 
     /// What opening noticed without failing.
     const std::vector<std::string>& GetWarnings() const { return m_warnings; }
@@ -54,7 +66,8 @@ public:
 private:
     explicit CProject(CTerminal& terminal);
     OLMGis::Utility::Status CheckValues() const;
-    OLMGis::Utility::Status Write(const std::string& output);
+    OLMGis::Utility::Status Write(const COutputOption& output);
+    std::vector<std::string> GatherInputs() const;
 
     CTerminal& m_terminal;
     OLMGis::System::CProjectContext m_context;
@@ -63,10 +76,8 @@ private:
     std::optional<OLMGis::Workspace::CModuleLoader> m_module;
     std::string m_path;
     std::vector<std::string> m_warnings;
+    std::vector<std::string> m_inputs; ///< other files that the command reads
 };
-
-/// Refused when the file exists and may not be replaced. Called before long work; saving checks once more.
-OLMGis::Utility::Status CheckNewFile(const std::string& path, bool replaces);
 
 /// What a verb prints of a project that it created: "town.gpkg: 12 nodes, 11 sections, 3 catchments".
 std::string ShowNewProject(const std::string& path, std::size_t nodes, std::size_t sections, std::size_t catchments);

@@ -2,12 +2,12 @@
 // Copyright (C) the Drenova authors
 #include "apps/cli/shell/DescriptorStream.h"
 
+#include "reports/ShownText.h"
+
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <fcntl.h>
-#include <filesystem>
-#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 
@@ -24,64 +24,24 @@ Error NotWritten(const std::string& name, int error) {
     return Refused(fmt::format("{}: cannot be written: {}", name, std::generic_category().message(error)));
 }
 
-/// An open descriptor that closes itself.
-class CDescriptor {
-public:
-    explicit CDescriptor(int descriptor) : m_descriptor(descriptor) {}
-    ~CDescriptor() { Close(); }
-    CDescriptor(const CDescriptor&) = delete;
-    CDescriptor& operator=(const CDescriptor&) = delete;
-
-    int Get() const { return m_descriptor; }
-
-    /// 0, or the errno of closing: some file systems report only then that the disk is full.
-    int Close() {
-        const int closed = m_descriptor < 0 ? 0 : ::close(m_descriptor);
-        m_descriptor = -1;
-        return closed == 0 ? 0 : errno;
-    }
-
-private:
-    int m_descriptor;
-};
-
-Status WriteTo(CDescriptor& descriptor, const std::string& name, const std::function<Status(std::ostream&)>& write) {
-    CDescriptorStream stream(descriptor.Get(), name);
-    if (Status written = write(stream); !written)
-        return written;
-    return stream.Finish();
-}
-
-Status WriteDirectly(const std::string& path, const std::function<Status(std::ostream&)>& write) {
-    CDescriptor descriptor(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
-    if (descriptor.Get() < 0)
-        return NotWritten(path, errno);
-    return WriteTo(descriptor, path, write);
-}
-
-/// Writes the new file beside the target and leaves it there, closed and flushed to the disk.
-Status WriteBeside(const std::string& beside, const std::string& name, mode_t mode,
-                   const std::function<Status(std::ostream&)>& write) {
-    CDescriptor descriptor(::open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-    if (descriptor.Get() < 0)
-        return NotWritten(name, errno);
-    if (Status written = WriteTo(descriptor, name, write); !written)
-        return written;
-    if (::fsync(descriptor.Get()) != 0)
-        return NotWritten(name, errno);
-    if (const int error = descriptor.Close(); error != 0)
-        return NotWritten(name, error);
-    return Done{};
-}
-
 } // namespace
 
-CDescriptorStream::CBuffer::CBuffer(int descriptor) : m_descriptor(descriptor) {
+CDescriptorStream::CBuffer::CBuffer(int descriptor)
+    : m_descriptor(descriptor), m_isTerminal(::isatty(descriptor) != 0) {
     setp(m_bytes.data(), m_bytes.data() + m_bytes.size());
 }
 
 CDescriptorStream::CBuffer::int_type CDescriptorStream::CBuffer::overflow(int_type c) {
-    if (sync() != 0)
+    // Whole lines, so that no character is cut in two: a terminal gets it looked through.
+    const std::string_view bytes(pbase(), static_cast<std::size_t>(pptr() - pbase()));
+    const std::size_t lineEnd = m_isTerminal ? bytes.rfind('\n') : std::string_view::npos;
+    const std::size_t count = lineEnd == std::string_view::npos ? bytes.size() : lineEnd + 1;
+    Write(bytes.substr(0, count));
+    const std::string_view rest = bytes.substr(count);
+    std::copy(rest.begin(), rest.end(), m_bytes.begin());
+    setp(m_bytes.data(), m_bytes.data() + m_bytes.size());
+    pbump(static_cast<int>(rest.size()));
+    if (m_error != 0)
         return traits_type::eof();
     if (!traits_type::eq_int_type(c, traits_type::eof())) {
         *pptr() = traits_type::to_char_type(c);
@@ -91,16 +51,22 @@ CDescriptorStream::CBuffer::int_type CDescriptorStream::CBuffer::overflow(int_ty
 }
 
 int CDescriptorStream::CBuffer::sync() {
-    const char* next = pbase();
-    while (m_error == 0 && next != pptr()) {
-        const ssize_t written = ::write(m_descriptor, next, static_cast<std::size_t>(pptr() - next));
+    Write({pbase(), static_cast<std::size_t>(pptr() - pbase())});
+    setp(m_bytes.data(), m_bytes.data() + m_bytes.size());
+    return m_error == 0 ? 0 : -1;
+}
+
+void CDescriptorStream::CBuffer::Write(std::string_view bytes) {
+    std::string shown;
+    if (m_isTerminal)
+        bytes = shown = Reports::WithoutControls(bytes);
+    while (m_error == 0 && !bytes.empty()) {
+        const ssize_t written = ::write(m_descriptor, bytes.data(), bytes.size());
         if (written >= 0)
-            next += written;
+            bytes.remove_prefix(static_cast<std::size_t>(written));
         else if (errno != EINTR)
             m_error = errno;
     }
-    setp(m_bytes.data(), m_bytes.data() + m_bytes.size());
-    return m_error == 0 ? 0 : -1;
 }
 
 CDescriptorStream::CDescriptorStream(int descriptor, std::string name)
@@ -108,41 +74,15 @@ CDescriptorStream::CDescriptorStream(int descriptor, std::string name)
     rdbuf(&m_buffer);
 }
 
-Status CDescriptorStream::Finish() {
-    flush();
-    if (m_buffer.GetError() == 0 || m_buffer.GetError() == EPIPE)
-        return Done{};
-    return NotWritten(m_name, m_buffer.GetError());
+bool CDescriptorStream::IsReaderGone() const {
+    return m_buffer.GetError() == EPIPE;
 }
 
-Status WriteFileWhole(const std::string& path, const std::function<Status(std::ostream&)>& write) {
-    if (path == "-") {
-        CDescriptorStream stream(STDOUT_FILENO, "standard output");
-        if (Status written = write(stream); !written)
-            return written;
-        return stream.Finish();
-    }
-    std::error_code ignored;
-    // A link is followed: the file that it leads to is replaced.
-    const std::filesystem::path target = std::filesystem::weakly_canonical(path, ignored);
-    const std::string file = target.empty() ? path : target.string();
-    struct stat former {};
-    const bool isThere = ::stat(file.c_str(), &former) == 0;
-    if (isThere && S_ISDIR(former.st_mode))
-        return NotWritten(path, EISDIR);
-    if (isThere && !S_ISREG(former.st_mode))
-        return WriteDirectly(path, write);
-    if (isThere && ::access(file.c_str(), W_OK) != 0)
-        return NotWritten(path, errno);
-    const std::string beside = fmt::format("{}.{}.part", file, ::getpid());
-    ::unlink(beside.c_str()); // left by a killed process of the same number
-    const mode_t mode = isThere ? former.st_mode & 07777U : 0666U;
-    Status written = WriteBeside(beside, path, mode, write);
-    if (written && ::rename(beside.c_str(), file.c_str()) != 0)
-        written = NotWritten(path, errno);
-    if (!written)
-        ::unlink(beside.c_str());
-    return written;
+Status CDescriptorStream::Finish() {
+    flush();
+    if (m_buffer.GetError() == 0 || IsReaderGone())
+        return Done{};
+    return NotWritten(m_name, m_buffer.GetError());
 }
 
 } // namespace Cli

@@ -5,14 +5,15 @@
 #include "host/gis_core/Result.h"
 
 #include <array>
-#include <functional>
 #include <ostream>
 #include <streambuf>
 #include <string>
+#include <string_view>
 
 namespace Cli {
 
-/// A stream that writes bytes to an open file descriptor in large pieces and remembers why a write failed.
+/// A stream that writes bytes to an open file descriptor in large pieces and remembers why a write failed. On a
+/// terminal control characters other than line ends and tabs are shown as "?".
 class CDescriptorStream final : public std::ostream {
 public:
     /// The descriptor is borrowed; name: for messages.
@@ -23,6 +24,9 @@ public:
     /// Writes out the buffer. Refused, with the system's reason, when any write has failed. A reader that has gone away
     /// (as in "| head") is no error.
     OLMGis::Utility::Status Finish();
+
+    /// Whether nobody reads any more what is written.
+    bool IsReaderGone() const;
 
 private:
     class CBuffer final : public std::streambuf {
@@ -35,18 +39,16 @@ private:
         int sync() override;
 
     private:
+        void Write(std::string_view bytes);
+
         std::array<char, std::size_t{1} << 16> m_bytes;
         int m_descriptor;
+        bool m_isTerminal;
         int m_error = 0; ///< errno of the first write that failed
     };
 
     CBuffer m_buffer;
     std::string m_name;
 };
-
-/// Writes a file whole or not at all: under another name beside it, then renamed. After an error, the writer's or the
-/// system's, a former file is unchanged. A pipe or a device is written directly. The path "-" is standard output.
-OLMGis::Utility::Status WriteFileWhole(const std::string& path,
-                                       const std::function<OLMGis::Utility::Status(std::ostream&)>& write);
 
 } // namespace Cli

@@ -70,7 +70,11 @@ CTerminal::~CTerminal() {
 
 void CTerminal::WriteLine(std::string_view head, std::string_view text) {
     HideProgress();
-    WriteBytes(fmt::format("{}{}\n", head, CUtility::Trim(text)));
+    WriteBytes(fmt::format("{}{}\n", head, Reports::WithoutControls(CUtility::Trim(text))));
+}
+
+OLMGis::Utility::Status CTerminal::CheckResults() const {
+    return m_resultsCheck ? m_resultsCheck() : OLMGis::Utility::Status(OLMGis::Utility::Done{});
 }
 
 void CTerminal::Error(std::string_view text) {
@@ -128,7 +132,7 @@ int CTerminal::AskYesNo(std::string_view text) {
     }
     HideProgress();
     for (;;) {
-        WriteBytes(fmt::format("{} [y/N] ", text));
+        WriteBytes(fmt::format("{} [y/N] ", Reports::WithoutControls(text)));
         const std::optional<std::string> line = ReadAnswer();
         if (!line) {
             WriteBytes("\n");

@@ -4,8 +4,10 @@
 
 #include "host/gis_core/HostServices.h"
 #include "host/gis_core/PerformanceTimer.h"
+#include "host/gis_core/Result.h"
 #include "reports/Remark.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,7 +22,8 @@ struct CTerminalOptions {
 };
 
 /// The host of the calculations on a terminal. Everything goes to standard error: standard output is for results.
-/// Progress is one line redrawn, on a terminal only. A run goes on until Ctrl+C.
+/// Control characters, which names from hostile files may contain, are shown as "?". Progress is one line redrawn, on a
+/// terminal only. A run goes on until Ctrl+C.
 class CTerminal final : public OLMGis::System::IBasicHostServices {
 public:
     explicit CTerminal(const CTerminalOptions& options);
@@ -38,6 +41,13 @@ public:
     /// Each remark as a warning, a note or a plain line.
     void Show(const Reports::CRemarks& remarks);
 
+    /// How to find out whether all results printed so far could be written; without one they are taken as written.
+    void SetResultsCheck(std::function<OLMGis::Utility::Status()> check) { m_resultsCheck = std::move(check); }
+
+    /// Asked before anything is stored: Refused where results could not be written. A reader that has gone away is no
+    /// error.
+    OLMGis::Utility::Status CheckResults() const;
+
     void Alert(std::string_view text) override;
     int AskYesNo(std::string_view text) override;
     void WriteCommandLine(std::string_view text) override;
@@ -48,6 +58,7 @@ private:
     void WriteLine(std::string_view head, std::string_view text);
 
     CTerminalOptions m_options;
+    std::function<OLMGis::Utility::Status()> m_resultsCheck;
     bool m_showsProgress;
     bool m_isLineShown = false;
     OLMGis::Utility::CPerformanceTimer m_sinceDrawn;

@@ -72,12 +72,17 @@ CVerb& CVerb::Names(std::vector<std::string>& values) {
     return Repeated("--names", values, "A,B", "Only these entities, by name or GUID");
 }
 
-CVerb& CVerb::SaveAs(std::string& value) {
-    return Option("-o,--output", value, "OUT.gpkg", "Write this project file and leave PROJECT as it is");
+CVerb& CVerb::SaveAs(COutputOption& value) {
+    return Option("-o,--output", value.m_path, "OUT.gpkg", "Write this project file and leave PROJECT as it is")
+        .Replace(value.m_replaces);
+}
+
+CVerb& CVerb::Output(COutputOption& value, std::string shape, std::string help) {
+    return RequiredOption("-o,--output", value.m_path, std::move(shape), std::move(help)).Replace(value.m_replaces);
 }
 
 CVerb& CVerb::Replace(bool& value) {
-    return Flag("--replace", value, "Replace an existing file (without: exit code 4)");
+    return Flag("--replace", value, "Replace an existing output file (without: exit code 4)");
 }
 
 CVerb& CVerb::Formats(CFormatOption& value, std::vector<std::string> formats, std::string help) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "apps/cli/shell/ExitCode.h"
+#include "apps/cli/shell/OutputFile.h"
 #include "apps/cli/shell/Terminal.h"
 #include "host/gis_core/Result.h"
 #include "reports/Listing.h"
@@ -84,7 +85,8 @@ public:
     CVerb& Project(std::string& value) { return Argument("PROJECT", value, "Project file (.gpkg)"); }
     CVerb& On(std::string& value);
     CVerb& Names(std::vector<std::string>& values);
-    CVerb& SaveAs(std::string& value);
+    CVerb& SaveAs(COutputOption& value);
+    CVerb& Output(COutputOption& value, std::string shape, std::string help);
     CVerb& Replace(bool& value);
     CVerb& Formats(CFormatOption& value, std::vector<std::string> formats, std::string help);
 

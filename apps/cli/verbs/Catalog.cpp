@@ -26,7 +26,7 @@ struct COptions {
     std::string m_project;
     std::string m_what; ///< show: name or GUID of a group; import: CSV file, "-" for standard input
     std::string m_kind; ///< pipe or manhole; empty for both, and to detect it by the head line of a table
-    std::string m_output;
+    COutputOption m_output;
     CFormatOption m_format;
 };
 
@@ -84,8 +84,12 @@ CVerbResult RunAction(const COptions& options, CTerminal& terminal, std::ostream
     const auto project = CProject::Open(options.m_project, terminal);
     if (!project)
         return project.GetError();
-    if (options.m_action == "import")
+    if (options.m_action == "import") {
+        project.Value()->Reads(options.m_what);
+        if (const auto isFree = project.Value()->CheckOutput(options.m_output); !isFree)
+            return isFree.GetError();
         return Import(options, *project.Value(), terminal);
+    }
     if (options.m_action == "show")
         return Show(options, results);
     Print(results, Reports::MakeGroupListing(Reports::GetCatalogGroups(options.m_kind)), options.m_format.Get());

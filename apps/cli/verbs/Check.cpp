@@ -24,13 +24,15 @@ struct COptions {
     std::vector<std::string> m_items; ///< ITEM and ITEM.TAG=VALUE; none for all checks with their default values
     CFormatOption m_format;
     bool m_isStrict = false; ///< ends with 1 when something was found
-    std::string m_output;
+    COutputOption m_output;
 };
 
 CVerbResult CheckProject(const COptions& options, CTerminal& terminal, std::ostream& results) {
     const auto project = CProject::Open(options.m_project, terminal);
     if (!project)
         return project.GetError();
+    if (const auto isFree = project.Value()->CheckOutput(options.m_output); !isFree)
+        return isFree.GetError();
     if (const Status loaded = project.Value()->LoadModule(); !loaded)
         return loaded.GetError();
     const auto requests = ReadCheckArguments(options.m_items);
@@ -43,11 +45,11 @@ CVerbResult CheckProject(const COptions& options, CTerminal& terminal, std::ostr
         return ended.GetError();
     if (isOutdated && options.m_isStrict)
         return enmExitCode::NothingStored;
-    if (const Status saved = project.Value()->Save(options.m_output); !saved)
-        return saved.GetError();
     const auto& findings = *OLMGis::Topology::CFunctionalAnalysisManager::Instance()->GetFindings();
     Print(results, Reports::CListing(Reports::MakeFindingTable(findings)), options.m_format.Get());
     results.flush();
+    if (const Status saved = project.Value()->Save(options.m_output); !saved)
+        return saved.GetError();
     const std::size_t count = Reports::CountFindings(findings);
     terminal.Print(fmt::format("{} of {}", count == 0 ? std::string("no findings") : Count(count, "finding"),
                                Count(findings.size(), "check")));

@@ -40,19 +40,23 @@ namespace {
 struct COptions {
     std::string m_project;
     std::string m_parameterFile; ///< empty for the last runs
-    std::string m_output;
+    COutputOption m_output;
     bool m_isStrict = false;
 };
 
 constexpr double WaterViscosity = 1e-6; ///< m²/s, the default of "hydraulics"
 
 /// Runs one calculator with the values of the parameter file and prints what it stored.
+using CFileCheck = std::function<Status(const std::string& file)>;
+
 Result<CCalculationOutcome> RunOne(const std::string& key, const std::vector<CFormValue>& values,
-                                   const std::string& project, CTerminal& terminal, std::ostream& results) {
+                                   const std::string& project, const CFileCheck& checkFile, CTerminal& terminal,
+                                   std::ostream& results) {
     const auto calculator = FindCalculator(key);
     if (!calculator)
         return calculator.GetError();
     CArgumentFormEditor editor(values);
+    editor.SetFileCheck(checkFile);
     const OLMGis::Topology::CFormEditorScope formScope(editor);
     OLMGis::Utility::CRunTrace trace;
     std::optional<OLMGis::Utility::CRunTraceScope> traceScope;
@@ -149,11 +153,11 @@ Result<CDesignPlan> MakePlan(const COptions& options) {
     return plan;
 }
 
-Result<CRunSummary> RunCalculators(const CDesignPlan& plan, const std::string& project, CTerminal& terminal,
-                                   std::ostream& results) {
+Result<CRunSummary> RunCalculators(const CDesignPlan& plan, const std::string& project, const CFileCheck& checkFile,
+                                   CTerminal& terminal, std::ostream& results) {
     CRunSummary summary;
     for (const auto& [key, values] : plan.m_calculators) {
-        const auto outcome = RunOne(key, values, project, terminal, results);
+        const auto outcome = RunOne(key, values, project, checkFile, terminal, results);
         if (!outcome)
             return outcome.GetError();
         if (key == RainCalculator && outcome->m_result == 0) {
@@ -173,6 +177,10 @@ CVerbResult RunDesign(const COptions& options, CTerminal& terminal, std::ostream
     const auto project = CProject::Open(options.m_project, terminal);
     if (!project)
         return project.GetError();
+    if (!options.m_parameterFile.empty())
+        project.Value()->Reads(options.m_parameterFile);
+    if (const auto isFree = project.Value()->CheckOutput(options.m_output); !isFree)
+        return isFree.GetError();
     if (const Status loaded = project.Value()->LoadModule(); !loaded)
         return loaded.GetError();
     const auto plan = MakePlan(options);
@@ -180,7 +188,11 @@ CVerbResult RunDesign(const COptions& options, CTerminal& terminal, std::ostream
         return plan.GetError();
     CTerminalDirectionEditor directions(terminal);
     const OLMGis::Sewage::CDirectionEditorScope directionScope(directions);
-    const auto runs = RunCalculators(plan.Value(), options.m_project, terminal, results);
+    const auto checkFile = [&](const std::string& read) {
+        project.Value()->Reads(read);
+        return project.Value()->CheckOutput(options.m_output);
+    };
+    const auto runs = RunCalculators(plan.Value(), options.m_project, checkFile, terminal, results);
     if (!runs)
         return runs.GetError();
     if (runs->m_isStoppedByRain || (options.m_isStrict && runs->m_hasReadOutdated))

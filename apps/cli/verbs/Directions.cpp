@@ -33,7 +33,7 @@ struct COptions {
     std::vector<std::string> m_outlets; ///< NODE=SECTION, by name or GUID
     bool m_isAutomatic = false;         ///< chooses the others by levels and pipes
     CFormatOption m_format;
-    std::string m_output;
+    COutputOption m_output;
 };
 
 using CSections = std::vector<boost::shared_ptr<CSection>>;
@@ -82,6 +82,8 @@ CVerbResult ShowOrChoose(const COptions& options, CTerminal& terminal, std::ostr
     const auto project = CProject::Open(options.m_project, terminal);
     if (!project)
         return project.GetError();
+    if (const auto isFree = project.Value()->CheckOutput(options.m_output); !isFree)
+        return isFree.GetError();
     for (const std::string& argument : options.m_outlets)
         if (const Status set = SetOutlet(argument); !set)
             return set.GetError();
@@ -91,14 +93,14 @@ CVerbResult ShowOrChoose(const COptions& options, CTerminal& terminal, std::ostr
         terminal.Print(
             fmt::format("main outlets of {} chosen by level and pipe", Count(static_cast<std::size_t>(count), "node")));
     }
+    const std::vector<Reports::CFork> forks = Reports::FindForks();
+    Print(results, Reports::MakeOutletListing(forks), options.m_format.Get());
+    results.flush();
     if (options.m_isAutomatic || !options.m_outlets.empty()) {
         if (const Status saved = project.Value()->Save(options.m_output); !saved)
             return saved.GetError();
         terminal.Print(fmt::format("{}: saved", project.Value()->GetTarget(options.m_output)));
     }
-    const std::vector<Reports::CFork> forks = Reports::FindForks();
-    Print(results, Reports::MakeOutletListing(forks), options.m_format.Get());
-    results.flush();
     if (options.m_format.Get() != Reports::enmFormat::Text)
         return enmExitCode::Done;
     const auto open =

@@ -3,22 +3,18 @@
 #include "apps/cli/input/FormatHelp.h"
 #include "apps/cli/input/OutdatedReading.h"
 #include "apps/cli/input/Project.h"
-#include "apps/cli/shell/DescriptorStream.h"
 #include "apps/cli/shell/Interrupt.h"
+#include "apps/cli/shell/OutputFile.h"
 #include "apps/cli/verbs/Verbs.h"
 #include "host/project_io/Formats.h"
 #include "reports/EntityChoice.h"
 
-#include <fmt/format.h>
-
-#include <filesystem>
 #include <memory>
 
 namespace Cli {
 
 using OLMGis::ProjectIo::CExportChoice;
 using OLMGis::ProjectIo::enmCatalogKind;
-using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::Status;
 
 namespace {
@@ -26,7 +22,7 @@ namespace {
 struct COptions {
     std::string m_project;
     std::string m_format;          ///< key of a format
-    std::string m_output;          ///< file to write, "-" for standard output
+    COutputOption m_output;        ///< "-" for standard output
     std::string m_on = "sections"; ///< of csv
     std::string m_kind = "pipe";   ///< of catalog
     bool m_isStrict = false;       ///< writes nothing when an outdated result is read
@@ -44,9 +40,8 @@ CVerbResult ExportProject(const COptions& options, CTerminal& terminal) {
     const auto project = CProject::Open(options.m_project, terminal);
     if (!project)
         return project.GetError();
-    std::error_code ignored;
-    if (std::filesystem::equivalent(options.m_project, options.m_output, ignored))
-        return BadArguments(fmt::format("--output: {} is the project itself", options.m_output));
+    if (const Status isFree = project.Value()->CheckExport(options.m_output); !isFree)
+        return isFree.GetError();
     if (const Status goesOn = Interrupt::Check(); !goesOn)
         return goesOn.GetError();
     COutdatedReading reading;
@@ -58,7 +53,7 @@ CVerbResult ExportProject(const COptions& options, CTerminal& terminal) {
             return OLMGis::Utility::Error{OLMGis::Utility::enmErrorKind::Stopped, "an outdated result was read"};
         return written;
     };
-    const Status written = WriteFileWhole(options.m_output, write);
+    const Status written = WriteOutput(options.m_output, write);
     if (isGivenUp)
         return enmExitCode::NothingStored;
     if (!written)
@@ -74,7 +69,7 @@ CVerb MakeExport() {
     return CVerb("export", "PROJECT FORMAT -o FILE [options]", "Write a file for other programs")
         .Project(options->m_project)
         .ArgumentChoice("FORMAT", options->m_format, GetFormatKeys(formats), "One of the formats below")
-        .RequiredOption("-o,--output", options->m_output, "FILE", "File to write; \"-\" for standard output")
+        .Output(options->m_output, "FILE", "File to write; \"-\" for standard output")
         .On(options->m_on)
         .Choice("--kind", options->m_kind, {"pipe", "manhole"}, "Catalogue of the format catalog; default: pipe")
         .Flag("--strict", options->m_isStrict, StrictHelp)

@@ -3,7 +3,7 @@
 #include "apps/cli/input/Calculators.h"
 #include "apps/cli/input/Project.h"
 #include "apps/cli/input/RegistryHelp.h"
-#include "apps/cli/shell/DescriptorStream.h"
+#include "apps/cli/shell/OutputFile.h"
 #include "apps/cli/verbs/Verbs.h"
 #include "reports/FormListing.h"
 
@@ -30,12 +30,12 @@ struct COptions {
 };
 
 Status WriteTemplate(const COptions& options, const CPropertiesEx& form) {
-    if (const Status isNew = CheckNewFile(options.m_template, options.m_replaces); !isNew)
+    if (const Status isNew = CheckOutput({options.m_template, options.m_replaces}, {options.m_project}); !isNew)
         return isNew;
     std::error_code error;
     const auto folder =
         std::filesystem::weakly_canonical(std::filesystem::absolute(options.m_template, error).parent_path(), error);
-    return WriteFileWhole(options.m_template, [&](std::ostream& stream) -> Status {
+    return WriteOutput({options.m_template, options.m_replaces}, [&](std::ostream& stream) -> Status {
         Reports::PrintParameterTemplate(stream, options.m_calculator, form, folder);
         return Done{};
     });

@@ -25,8 +25,7 @@ struct COptions {
     std::string m_shape;
     std::string m_sections; ///< how many, as entered
     std::string m_seed{"1"};
-    std::string m_output; ///< project to make
-    bool m_replaces = false;
+    COutputOption m_output; ///< project to make
 };
 
 std::optional<std::uint64_t> ReadWhole(std::string_view text) {
@@ -49,19 +48,19 @@ CVerbResult GenerateProject(const COptions& options, CTerminal& terminal, std::o
     if (!seed)
         return BadArguments(
             fmt::format("--seed: found \"{}\", expected a whole number, 0 or more", OnOneLine(options.m_seed)));
-    if (const auto isFree = CheckNewFile(options.m_output, options.m_replaces); !isFree)
+    if (const auto isFree = CheckOutput(options.m_output, {}); !isFree)
         return isFree.GetError();
     const auto project = CProject::MakeEmpty(terminal);
     if (!project)
         return project.GetError();
     if (const auto made = OLMGis::ProjectIo::GenerateNetwork(*shape, *sections, *seed); !made)
         return made.GetError();
-    if (const auto saved = project.Value()->Save(options.m_output); !saved)
-        return saved.GetError();
     const auto& topology = *OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
-    results << ShowNewProject(options.m_output, topology.GetNodes().size(), topology.GetSections().size(),
+    results << ShowNewProject(options.m_output.m_path, topology.GetNodes().size(), topology.GetSections().size(),
                               topology.GetCatchments().size())
             << '\n';
+    if (const auto saved = project.Value()->Save(options.m_output); !saved)
+        return saved.GetError();
     return enmExitCode::Done;
 }
 
@@ -73,8 +72,7 @@ CVerb MakeGenerate() {
         .RequiredChoice("--shape", options->m_shape, OLMGis::ProjectIo::GetNetworkShapeNames(), "Shape of the network")
         .RequiredOption("--sections", options->m_sections, "N", "Number of sections")
         .Option("--seed", options->m_seed, "S", "Whole number, seed of the random numbers; default: 1")
-        .RequiredOption("-o,--output", options->m_output, "PROJECT.gpkg", "Project file to create")
-        .Replace(options->m_replaces)
+        .Output(options->m_output, "PROJECT.gpkg", "Project file to create")
         .Examples({"drenova generate --shape city --sections 100000 --seed 7 -o large.gpkg"})
         .Notes("The same arguments give the same network.")
         .Runs([options](CTerminal& terminal, std::ostream& results) {

@@ -27,7 +27,7 @@ struct COptions {
     std::string m_flow;              ///< key; empty for the flow of the design
     bool m_isStrict = false;
     CFormatOption m_format;
-    std::string m_output;
+    COutputOption m_output;
 };
 
 /// The attribute of sections in m³/s that --flow names.
@@ -48,6 +48,8 @@ CVerbResult CalculateHydraulics(const COptions& options, CTerminal& terminal, st
     const auto project = CProject::Open(options.m_project, terminal);
     if (!project)
         return project.GetError();
+    if (const auto isFree = project.Value()->CheckOutput(options.m_output); !isFree)
+        return isFree.GetError();
     const OLMGis::Data::CDataDefinition* flow = nullptr;
     if (!options.m_flow.empty()) {
         const auto key = FindFlowKey(options.m_flow);
@@ -60,11 +62,11 @@ CVerbResult CalculateHydraulics(const COptions& options, CTerminal& terminal, st
     if (options.m_isStrict && !hydraulics.m_outdated.empty())
         return enmExitCode::NothingStored;
     terminal.Show(hydraulics.m_remarks);
+    Print(results, Reports::CListing(Reports::MakeHydraulicsTable(hydraulics.m_rows)), options.m_format.Get());
+    results.flush();
     if (hydraulics.m_hasStored)
         if (const auto saved = project.Value()->Save(options.m_output); !saved)
             return saved.GetError();
-    Print(results, Reports::CListing(Reports::MakeHydraulicsTable(hydraulics.m_rows)), options.m_format.Get());
-    results.flush();
     if (!hydraulics.m_hasStored) {
         terminal.Print("nothing was stored: no section has a flow, a pipe and a slope");
         return enmExitCode::NothingStored;

@@ -10,7 +10,6 @@
 
 #include <fmt/format.h>
 
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -20,7 +19,6 @@ namespace Cli {
 using OLMGis::ProjectIo::CFormat;
 using OLMGis::ProjectIo::CImportNote;
 using OLMGis::ProjectIo::CImportSummary;
-using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::Done;
 using OLMGis::Utility::Result;
 using OLMGis::Utility::Status;
@@ -30,22 +28,15 @@ using Reports::OnOneLine;
 namespace {
 
 struct COptions {
-    std::string m_input;     ///< file to read, "-" for standard input
-    std::string m_output;    ///< project to make
-    std::string m_format;    ///< key of a format; empty for the one of the input's suffix
-    std::string m_catalog;   ///< pipe catalogue table that the network may refer to; empty for none
-    bool m_replaces = false; ///< an existing output
+    std::string m_input;    ///< file to read, "-" for standard input
+    COutputOption m_output; ///< project to make
+    std::string m_format;   ///< key of a format; empty for the one of the input's suffix
+    std::string m_catalog;  ///< pipe catalogue table that the network may refer to; empty for none
 };
 
 Result<const CFormat*> FindFormat(const COptions& options) {
     return options.m_format.empty() ? OLMGis::ProjectIo::GuessImportFormat(options.m_input)
                                     : OLMGis::ProjectIo::FindImportFormat(options.m_format);
-}
-
-/// Whether two paths lead to one file: the input must not be replaced by the project.
-bool IsSameFile(const std::string& a, const std::string& b) {
-    std::error_code ignored;
-    return std::filesystem::equivalent(a, b, ignored);
 }
 
 Status ImportCatalog(const std::string& path, CTerminal& terminal) {
@@ -83,7 +74,8 @@ void PrintNotes(const CImportSummary& summary, CTerminal& terminal) {
 }
 
 void PrintCounts(std::ostream& results, const COptions& options, const CImportSummary& summary) {
-    results << ShowNewProject(options.m_output, summary.m_nodeCount, summary.m_sectionCount, summary.m_catchmentCount);
+    results << ShowNewProject(options.m_output.m_path, summary.m_nodeCount, summary.m_sectionCount,
+                              summary.m_catchmentCount);
     if (summary.m_mainOutletCount > 0)
         results << ", " << Count(summary.m_mainOutletCount, "main outlet");
     if (summary.m_pipeCount > 0)
@@ -95,13 +87,14 @@ CVerbResult ImportProject(const COptions& options, CTerminal& terminal, std::ost
     const auto format = FindFormat(options);
     if (!format)
         return format.GetError();
-    if (IsSameFile(options.m_input, options.m_output))
-        return BadArguments(fmt::format("{}: is the input, expected another file for the project", options.m_output));
-    if (const Status isFree = CheckNewFile(options.m_output, options.m_replaces); !isFree)
-        return isFree.GetError();
     const auto project = CProject::MakeEmpty(terminal);
     if (!project)
         return project.GetError();
+    project.Value()->Reads(options.m_input);
+    if (!options.m_catalog.empty())
+        project.Value()->Reads(options.m_catalog);
+    if (const Status isFree = project.Value()->CheckOutput(options.m_output); !isFree)
+        return isFree.GetError();
     if (!options.m_catalog.empty())
         if (const Status entered = ImportCatalog(options.m_catalog, terminal); !entered)
             return entered.GetError();
@@ -109,9 +102,9 @@ CVerbResult ImportProject(const COptions& options, CTerminal& terminal, std::ost
     if (!summary)
         return summary.GetError();
     PrintNotes(summary.Value(), terminal);
+    PrintCounts(results, options, summary.Value());
     if (const Status saved = project.Value()->Save(options.m_output); !saved)
         return saved.GetError();
-    PrintCounts(results, options, summary.Value());
     return enmExitCode::Done;
 }
 
@@ -122,10 +115,9 @@ CVerb MakeImport() {
     const auto formats = OLMGis::ProjectIo::GetImportFormats();
     return CVerb("import", "INPUT -o PROJECT.gpkg [options]", "Create a project from a file of another program")
         .Argument("INPUT", options->m_input, "File to read; \"-\" for standard input, with --format")
-        .RequiredOption("-o,--output", options->m_output, "PROJECT.gpkg", "Project file to create")
+        .Output(options->m_output, "PROJECT.gpkg", "Project file to create")
         .Choice("--format", options->m_format, GetFormatKeys(formats), "Format of INPUT; default: by its suffix")
         .Option("--catalog", options->m_catalog, "FILE.csv", "Table of pipes that the network may refer to")
-        .Replace(options->m_replaces)
         .Examples({"drenova import town.geojson -o town.gpkg"})
         .Notes(ListFormats(formats, &CFormat::m_reads) +
                "\n\nAfter an error no project is created, and an existing one is unchanged.")

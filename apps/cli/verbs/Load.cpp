@@ -22,7 +22,7 @@ struct COptions {
     std::string m_project;
     std::string m_table; ///< "-" for standard input
     std::string m_on = "sections";
-    std::string m_output;
+    COutputOption m_output;
 };
 
 CVerbResult LoadAttributes(const COptions& options, CTerminal& terminal) {
@@ -33,6 +33,9 @@ CVerbResult LoadAttributes(const COptions& options, CTerminal& terminal) {
     const auto project = CProject::Open(options.m_project, terminal, enmValues::Any);
     if (!project)
         return project.GetError();
+    project.Value()->Reads(options.m_table);
+    if (const auto isFree = project.Value()->CheckOutput(options.m_output); !isFree)
+        return isFree.GetError();
     const std::size_t before = Reports::GetAllEntities(kind).size();
     const auto stored = OLMGis::ProjectIo::LoadCsv(table->GetStream(), table->GetName(), kind);
     if (!stored)

@@ -56,12 +56,12 @@ CVerbResult MakeProject(const COptions& options, CTerminal& terminal) {
     for (const auto& [name, value] : settings)
         if (const auto changed = ChangeSetting(name, value, options.m_project); !changed)
             return changed.GetError();
-    if (const auto isFree = CheckNewFile(options.m_project, options.m_replaces); !isFree)
+    if (const auto isFree = CheckOutput({options.m_project, options.m_replaces}, {}); !isFree)
         return isFree.GetError();
     TakeCrsInMetres(terminal);
     if (const std::string warning = GetCrsWarning(); !warning.empty())
         terminal.Warn(warning);
-    if (const auto saved = project.Value()->Save(options.m_project); !saved)
+    if (const auto saved = project.Value()->Save({options.m_project, options.m_replaces}); !saved)
         return saved.GetError();
     terminal.Print(fmt::format("{}: empty project created", options.m_project));
     return enmExitCode::Done;

@@ -3,7 +3,7 @@
 #include "apps/cli/input/Calculators.h"
 #include "apps/cli/input/Project.h"
 #include "apps/cli/input/RegistryHelp.h"
-#include "apps/cli/shell/DescriptorStream.h"
+#include "apps/cli/shell/OutputFile.h"
 #include "apps/cli/verbs/Verbs.h"
 #include "reports/EntityChoice.h"
 #include "reports/ReadyListing.h"
@@ -83,13 +83,13 @@ Status WriteTemplates(const COptions& options, const std::vector<CMissingInput>&
         if (!table)
             continue;
         const std::string path = TemplateOf(options.m_template, kind);
-        if (const Status isNew = CheckNewFile(path, options.m_replaces); !isNew)
+        if (const Status isNew = CheckOutput({path, options.m_replaces}, {options.m_project}); !isNew)
             return isNew;
         const auto write = [&table](std::ostream& stream) -> Status {
             Reports::PrintAsCsv(stream, *table);
             return Done{};
         };
-        if (const Status written = WriteFileWhole(path, write); !written)
+        if (const Status written = WriteOutput({path, options.m_replaces}, write); !written)
             return written;
         const std::string on =
             kind == enmEntityKind::Section ? "" : fmt::format(" --on {}s", Reports::GetKindName(kind));

@@ -8,6 +8,7 @@
 #include "apps/cli/shell/TerminalDirectionEditor.h"
 #include "apps/cli/verbs/Verbs.h"
 #include "host/gis_core/RunTrace.h"
+#include "host/gis_core/ShortName.h"
 #include "host/sewage_calculations/CalculationRun.h"
 #include "rain/explain/RainTraceNames.h"
 #include "reports/OutdatedListing.h"
@@ -46,7 +47,7 @@ struct COptions {
     std::vector<std::string> m_names;  ///< sections by name or GUID; none for all
     bool m_isPreview = false;
     bool m_isStrict = false;
-    std::string m_output;
+    COutputOption m_output;
     CFormatOption m_format;
     std::string m_explain;        ///< section to explain in place of listing all; empty for none
     bool m_wantsIdfTable = false; ///< IDFOut.txt as well
@@ -139,8 +140,8 @@ public:
         }
         Reports::CRainExplanation explanation = Reports::ExplainRain(m_trace, m_section);
         if (explanation.IsEmpty())
-            terminal.Warn(Reports::OnOneLine(
-                fmt::format("section {} has no results: there is nothing to explain", m_section->GetName())));
+            terminal.Warn(Reports::OnOneLine(fmt::format("section {} has no results: there is nothing to explain",
+                                                         OLMGis::Utility::ShortName(m_section->GetName()))));
         Reports::Print(results, Reports::MakeRainListing(std::move(explanation)), format);
         return true;
     }
@@ -187,6 +188,10 @@ CVerbResult RunCalculator(const COptions& options, CTerminal& terminal, std::ost
         return calculator.GetError();
     if (options.m_isPreview && calculator.Value()->IsPreviewAvailable() == 0)
         return BadArguments(fmt::format("--preview: the calculator {} has none", options.m_calculator));
+    if (!options.m_parameterFile.empty())
+        project.Value()->Reads(options.m_parameterFile);
+    if (const auto isFree = project.Value()->CheckOutput(options.m_output); !isFree)
+        return isFree.GetError();
     auto values = GatherValues(options, terminal);
     if (!values)
         return values.GetError();
@@ -204,6 +209,10 @@ CVerbResult RunCalculator(const COptions& options, CTerminal& terminal, std::ost
         };
 
     CArgumentFormEditor editor(std::move(values.Value()));
+    editor.SetFileCheck([&](const std::string& file) {
+        project.Value()->Reads(file);
+        return project.Value()->CheckOutput(options.m_output);
+    });
     const OLMGis::Topology::CFormEditorScope scope(editor);
     CTerminalDirectionEditor directions(terminal);
     const OLMGis::Sewage::CDirectionEditorScope directionScope(directions);
@@ -230,13 +239,13 @@ CVerbResult RunCalculator(const COptions& options, CTerminal& terminal, std::ost
             Print(results, Reports::MakeOutcomeListing(*calculator.Value(), outcome.Value()), options.GetFormat());
         return enmExitCode::NothingStored;
     }
-    if (const Status saved = project.Value()->Save(options.m_output); !saved)
-        return saved.GetError();
     if (options.m_isPreview)
         Print(results, Reports::CListing(Reports::MakePreviewTable(report)), options.GetFormat());
     else if ((hasResults || wantsList) && !rain.Print(results, terminal))
         Print(results, Reports::MakeOutcomeListing(*calculator.Value(), outcome.Value()), options.GetFormat());
     results.flush();
+    if (const Status saved = project.Value()->Save(options.m_output); !saved)
+        return saved.GetError();
     terminal.Print(fmt::format("{}: {}", project.Value()->GetTarget(options.m_output),
                                options.m_isPreview || !hasResults ? "parameters saved, no flow stored" : "saved"));
     return hasResults ? enmExitCode::Done : enmExitCode::NothingStored;

@@ -33,7 +33,7 @@ struct COptions {
     std::string m_on = "sections";
     std::vector<std::string> m_names;
     bool m_isForAll = false;
-    std::string m_output;
+    COutputOption m_output;
 };
 
 struct CNewValue {
@@ -88,6 +88,8 @@ CVerbResult SetAttributes(const COptions& options, CTerminal& terminal) {
     const auto project = CProject::Open(options.m_project, terminal, enmValues::Any);
     if (!project)
         return project.GetError();
+    if (const auto isFree = project.Value()->CheckOutput(options.m_output); !isFree)
+        return isFree.GetError();
     const auto entities = ChooseOrAll(kind, options.m_names);
     if (!entities)
         return entities.GetError();

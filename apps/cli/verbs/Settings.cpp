@@ -34,7 +34,7 @@ namespace {
 struct COptions {
     std::string m_project;
     std::vector<std::string> m_assignments; ///< KEY=VALUE; none to show the settings
-    std::string m_output;
+    COutputOption m_output;
 };
 
 /// One line KEY=VALUE each, as arguments of this verb.
@@ -97,6 +97,8 @@ CVerbResult ShowOrChange(const COptions& options, CTerminal& terminal, std::ostr
     const auto project = CProject::Open(options.m_project, terminal);
     if (!project)
         return project.GetError();
+    if (const auto isFree = project.Value()->CheckOutput(options.m_output); !isFree)
+        return isFree.GetError();
     if (assignments->empty()) {
         PrintSettings(results);
         return enmExitCode::Done;

@@ -20,7 +20,7 @@ namespace {
 struct COptions {
     std::string m_project;
     bool m_isForDesign = false; ///< also the design slope where there is none
-    std::string m_output;
+    COutputOption m_output;
 };
 
 void WarnOf(const std::vector<boost::shared_ptr<OLMGis::Topology::CSection>>& sections, std::string_view what,
@@ -38,6 +38,8 @@ CVerbResult StoreSlopes(const COptions& options, CTerminal& terminal) {
     const auto project = CProject::Open(options.m_project, terminal);
     if (!project)
         return project.GetError();
+    if (const auto isFree = project.Value()->CheckOutput(options.m_output); !isFree)
+        return isFree.GetError();
     const auto& topology = *OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
     const auto summary = OLMGis::Topology::StoreSlopes(topology, {options.m_isForDesign});
     WarnOf(summary.m_withoutLevels, "without levels at both ends, unchanged", terminal);

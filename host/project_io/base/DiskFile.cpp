@@ -2,7 +2,11 @@
 // Copyright (C) the Drenova authors
 #include "host/project_io/base/DiskFile.h"
 
+#include "host/gis_core/HostServices.h"
+#include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/Utility.h"
 #include "host/project_io/base/Failure.h"
+#include "host/workspace_core/WsManager.h"
 
 #include <fmt/format.h>
 
@@ -23,7 +27,22 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr auto LockWait = std::chrono::milliseconds(20);
-constexpr int LockTries = 50; ///< one second
+constexpr int TriesInSilence = 50; ///< one second
+constexpr int LockTries = 30 * TriesInSilence;
+constexpr int WaitingMessage = 70300;
+
+class CWaitingProgress {
+public:
+    CWaitingProgress() = default;
+    ~CWaitingProgress() { System::HostServices().HideProgress(); }
+    CWaitingProgress(const CWaitingProgress&) = delete;
+    CWaitingProgress& operator=(const CWaitingProgress&) = delete;
+
+    void Show(double done) {
+        if (System::HostServices().ShowProgress("Waiting for other programs", done) == 0)
+            throw CFailure({Utility::enmErrorKind::Cancelled, "cancelled by the user; nothing was changed"});
+    }
+};
 
 } // namespace
 
@@ -74,13 +93,37 @@ fs::path ResolvedPath(const std::string& path) {
     return folder / resolved.filename();
 }
 
+CDescriptor OpenForReading(const fs::path& path, const std::string& name, struct stat& state) {
+    const auto check = [&name](int failed, const struct stat& found) {
+        if (failed != 0)
+            FailRefused(fmt::format("{}: cannot be opened: {}", name, ReasonOf(errno)));
+        if (S_ISDIR(found.st_mode))
+            FailRefused(fmt::format("{}: cannot be opened: it is a folder, expected a file", name));
+        if (!S_ISREG(found.st_mode))
+            FailRefused(fmt::format("{}: cannot be opened: it is a pipe or a device, expected a file", name));
+    };
+    check(::stat(path.c_str(), &state), state);
+    CDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    // Another file may have taken the name meanwhile.
+    check(file.IsOpen() ? ::fstat(file.Get(), &state) : -1, state);
+    return file;
+}
+
 CFileLock::CFileLock(const fs::path& path, const std::string& name) {
+    CWaitingProgress progress;
     for (int i = 0; i < LockTries; ++i) {
         if (TryLock(path, name))
             return;
+        if (i == TriesInSilence)
+            Workspace::CWsManager::Instance()->LogMessage(
+                Workspace::CLogLine::NothingStored,
+                Utility::CUtility::Format(Utility::Msg(WaitingMessage), name, LockTries / TriesInSilence));
+        progress.Show(static_cast<double>(i) / LockTries);
         std::this_thread::sleep_for(LockWait);
     }
-    FailRefused(fmt::format("{}: is being used by another program; close it there or try again later", name));
+    FailRefused(fmt::format("{}: is being used by another program; close it there and try again, or save under another "
+                            "name",
+                            name));
 }
 
 bool CFileLock::TryLock(const fs::path& path, const std::string& name) {

@@ -43,6 +43,11 @@ struct CFileIdentity {
     friend bool operator==(const CFileIdentity&, const CFileIdentity&) = default;
 };
 
+/// Opens a file for reading at once or not at all: a pipe without a writer would wait forever, and opening a device may
+/// already do something. Throws CFailure, naming the file, for anything but a file that can be read. state: of the open
+/// file.
+CDescriptor OpenForReading(const std::filesystem::path& path, const std::string& name, struct stat& state);
+
 /// The full path of a file with all links resolved; the file itself need not exist. Throws CFailure, naming the path as
 /// given, when its folder is missing.
 std::filesystem::path ResolvedPath(const std::string& path);
@@ -50,9 +55,10 @@ std::filesystem::path ResolvedPath(const std::string& path);
 /// The system's text for an error number.
 std::string ReasonOf(int systemError);
 
-/// Keeps other Drenova programs from saving the same file, until the destructor releases the lock. Waits for up to one
-/// second; throws CFailure when the file is still locked then or when another program uses it. A missing file and a
-/// file system without locks give no lock and no error.
+/// Keeps other Drenova programs from saving the same file, until the destructor releases the lock. Waits for up to 30
+/// s, with a warning in the log after the first second, for other saves and for programs of SQLite that use the file;
+/// throws CFailure when it is still in use then or when the user cancels. A missing file and a file system without
+/// locks give no lock and no error.
 class CFileLock {
 public:
     CFileLock(const std::filesystem::path& path, const std::string& name);

@@ -40,16 +40,6 @@ bool IsTemporaryName(std::string_view name) {
 
 } // namespace
 
-CFileReplacement::CSizeSignalGuard::CSizeSignalGuard() {
-    struct sigaction ignore {};
-    ignore.sa_handler = SIG_IGN;
-    ::sigaction(SIGXFSZ, &ignore, &m_former);
-}
-
-CFileReplacement::CSizeSignalGuard::~CSizeSignalGuard() {
-    ::sigaction(SIGXFSZ, &m_former, nullptr);
-}
-
 CFileReplacement::CFileReplacement(fs::path target, std::string name)
     : m_target(std::move(target)), m_name(std::move(name)) {
     struct stat old {};

@@ -4,7 +4,6 @@
 
 #include "host/project_io/base/DiskFile.h"
 
-#include <csignal>
 #include <filesystem>
 #include <string>
 
@@ -12,8 +11,8 @@ namespace OLMGis::ProjectIo {
 
 /// Replaces a file as a whole or not at all: the new file is written beside the old one under a temporary name and
 /// renamed at the end. A crash, a full disk or a killed process leaves the old file as it was; a temporary file left by
-/// a killed process is removed by the next replacement in the same folder. Throws CFailure; name: name of the file in
-/// messages.
+/// a killed process is removed by the next replacement in the same folder. The process must ignore SIGXFSZ, else a
+/// limit of the file size ends it. Throws CFailure; name: name of the file in messages.
 class CFileReplacement {
 public:
     /// target: full path without links.
@@ -24,8 +23,9 @@ public:
     CFileReplacement(const CFileReplacement&) = delete;
     CFileReplacement& operator=(const CFileReplacement&) = delete;
 
-    /// The empty file to write into; it has the suffix of the target, because libraries choose the format by it.
+    /// The empty file to write into, and its open descriptor.
     std::string GetTemporaryPath() const { return m_temporary.string(); }
+    int GetDescriptor() const { return m_file.Get(); }
 
     /// Flushes the new file to the disk and gives it the mode and, where allowed, the owner of the old file. The slow
     /// part of a replacement: Commit only renames.
@@ -36,25 +36,12 @@ public:
     CFileIdentity Commit(bool mayReplace);
 
 private:
-    /// While it exists, a write beyond the size limit of the process is an error instead of ending the process.
-    class CSizeSignalGuard {
-    public:
-        CSizeSignalGuard();
-        ~CSizeSignalGuard();
-        CSizeSignalGuard(const CSizeSignalGuard&) = delete;
-        CSizeSignalGuard& operator=(const CSizeSignalGuard&) = delete;
-
-    private:
-        struct sigaction m_former {};
-    };
-
     [[noreturn]] void Refuse(const char* what, int systemError) const;
     void RemoveLeftOvers() const;
     bool TryCreate(unsigned mode);
     void TakeOverMode() const;
     int Swap(bool mayReplace) const;
 
-    CSizeSignalGuard m_signals;
     std::filesystem::path m_target;
     std::string m_name;
     std::filesystem::path m_temporary;

@@ -54,7 +54,6 @@ private:
         BindNumber(Layout::FindingValue, finding.m_value);
         BindNumber(Layout::FindingLimit, finding.m_limit);
         BindText(Layout::FindingUnit, finding.m_unit);
-        BindText(Layout::FindingTime, item.m_time);
         m_insert.Run();
         m_progress.Advance();
     }
@@ -98,16 +97,15 @@ std::vector<CItemFindings> ReadItems(const CSqliteDatabase& database, const CFil
     const CLayer& layer = Layout::GetFindingsLayer();
     const std::vector<std::string> columns = NamesOf(layer.m_columns);
     for (const std::string& column : tables.GetColumns(layer.m_table, layer.m_columns))
-        if (std::find(columns.begin(), columns.end(), column) == columns.end())
+        if (std::find(columns.begin(), columns.end(), column) == columns.end() && column != Layout::FormerFindingColumn)
             warnings.Add(fmt::format("the column \"{}\" of the layer {} does not belong to it; saving will drop it",
                                      column, layer.m_table));
     std::vector<CItemFindings> items;
     CSqlReader reader(database, layer.m_table, columns, Quoted(columns[Layout::FindingFid]));
     while (reader.Next()) {
         const std::string_view item = reader.GetText(Layout::FindingItem);
-        const std::string_view time = reader.GetText(Layout::FindingTime);
-        if (items.empty() || items.back().m_item != item || items.back().m_time != time)
-            items.push_back({std::string(item), std::string(time)});
+        if (items.empty() || items.back().m_item != item)
+            items.push_back({std::string(item)});
         ReadRow(reader, items.back());
     }
     return items;

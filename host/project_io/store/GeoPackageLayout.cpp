@@ -2,9 +2,12 @@
 // Copyright (C) the Drenova authors
 #include "host/project_io/store/GeoPackageLayout.h"
 
+#include "host/gis_core/Utility.h"
 #include "host/project_io/store/SqliteDatabase.h"
 
 #include <fmt/format.h>
+
+#include <algorithm>
 
 namespace OLMGis::ProjectIo::Layout {
 
@@ -60,8 +63,7 @@ const CLayer& GetFindingsLayer() {
                                   {"text", "TEXT", "Finding"},
                                   {"value", "REAL", "What was found"},
                                   {"limit", "REAL", "What it was compared with"},
-                                  {"unit", "TEXT", "Unit of value and limit"},
-                                  {"time", "DATETIME", "Time of the run"}}};
+                                  {"unit", "TEXT", "Unit of value and limit"}}};
     return layer;
 }
 
@@ -118,6 +120,13 @@ const CTable& GetLastFormsTable() {
                                   {"form", "TEXT", "Tags and values (JSON); paths relative to this file"},
                                   {"files", "TEXT", "Tags whose values are paths, separated by blanks"}}};
     return table;
+}
+
+bool IsOwnTable(std::string_view name) {
+    const auto isNamed = [name](const auto& table) { return Utility::CUtility::EqualIgnoreCase(table.m_table, name); };
+    return isNamed(GetFindingsLayer()) || isNamed(GetLastFormsTable()) ||
+           std::any_of(GetLayers().begin(), GetLayers().end(), isNamed) ||
+           std::any_of(GetTables().begin(), GetTables().end(), isNamed);
 }
 
 bool IsSharedText(const CDataDefinition& definition) {

@@ -68,6 +68,9 @@ const CLayer& GetLayer(Data::enmEntityKind kind);
 /// project on which no checks ran has none, so that it needs no schema version of its own.
 const CLayer& GetFindingsLayer();
 
+/// A column that older files have in the layer of findings; left out, so that a run twice gives the same bytes.
+inline constexpr std::string_view FormerFindingColumn = "time";
+
 /// The columns of the layer of findings, in this order.
 enum enmFindingColumn : int {
     FindingFid,
@@ -79,7 +82,6 @@ enum enmFindingColumn : int {
     FindingValue,
     FindingLimit,
     FindingUnit,
-    FindingTime,
     FindingColumnCount
 };
 
@@ -95,6 +97,9 @@ const std::vector<CTable>& GetTables();
 /// The table of last forms. Optional, as the layer of findings.
 const CTable& GetLastFormsTable();
 enum enmLastFormColumn : int { LastFormId, LastFormCalculator, LastFormValues, LastFormFiles, LastFormColumnCount };
+
+/// Whether a table of this name, case ignored, is a layer or another table that a save writes.
+bool IsOwnTable(std::string_view name);
 
 /// Whether a text attribute is kept in TextsTable, with the row there in its column: true for serialised parameters,
 /// because a million sections may have the same long text.

@@ -82,7 +82,6 @@ CProjectMeta ReadGeoPackage(const CSqliteDatabase& database, CWarnings& warnings
     const CProjectMeta meta = ReadGeoPackageMeta(database);
     const CFileTables tables(database);
     CheckOwnTables(tables);
-    tables.WarnOfUnknown(warnings);
     ReadSettings(database);
     CompareCoordinateSystem(database, tables, warnings);
     const double metresPerUnit = ConvertToMetres(warnings);

@@ -10,9 +10,11 @@
 #include "host/project_io/base/OperationProgress.h"
 #include "host/project_io/store/CatalogStore.h"
 #include "host/project_io/store/FindingsLayer.h"
+#include "host/project_io/store/ForeignContent.h"
 #include "host/project_io/store/LastFormsTable.h"
 #include "host/project_io/store/LayerWriter.h"
 #include "host/project_io/store/ProjectTables.h"
+#include "host/project_io/store/ReadableFile.h"
 #include "host/project_io/store/ResultOriginStore.h"
 
 #include <fmt/format.h>
@@ -233,14 +235,19 @@ std::int64_t RowCount() {
 
 } // namespace
 
-void WriteGeoPackage(const std::string& path, const std::string& name, int saveCounter) {
+void WriteGeoPackage(const std::string& path, const std::string& name, int saveCounter, const CReadableFile* source) {
     COperationProgress progress("Saving the project", RowCount());
     CSqliteDatabase database(path, name, CSqliteDatabase::enmAccess::Write);
     database.Execute(fmt::format("PRAGMA page_size = 4096; PRAGMA encoding = 'UTF-8'; PRAGMA application_id = {}; "
-                                 "PRAGMA user_version = {}; BEGIN",
+                                 "PRAGMA user_version = {}",
                                  Layout::ApplicationId, Layout::GeoPackageVersion));
+    if (source != nullptr)
+        database.AttachSource(source->GetPath(), source->GetAccess());
+    database.Execute("BEGIN");
     database.Execute(SystemTables);
     CGeoPackageWriter(database, progress).Write(saveCounter);
+    if (source != nullptr)
+        CopyForeignContent(database, *source);
     database.Execute("COMMIT");
     database.Close();
     progress.Show();

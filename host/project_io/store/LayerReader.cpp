@@ -3,6 +3,7 @@
 #include "host/project_io/store/LayerReader.h"
 
 #include "host/gis_core/DataConfiguration.h"
+#include "host/gis_core/ShortName.h"
 #include "host/gis_core/Utility.h"
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/project_io/base/Failure.h"
@@ -32,29 +33,39 @@ namespace {
 /// Rows of entities are numbered in 32 bits.
 constexpr std::size_t MostRows = std::numeric_limits<std::int32_t>::max();
 
+std::string MissingName(const Layout::CLayer& layer, std::int64_t key) {
+    return fmt::format("{}-{}", layer.m_table, key);
+}
+
 } // namespace
+
+std::string GuidOfRow(const Layout::CLayer& layer, std::int64_t key, std::string_view guid, std::string_view name,
+                      bool isNameMissing) {
+    if (!guid.empty())
+        return std::string(guid);
+    const bool isNamed = isNameMissing && layer.m_kind == enmEntityKind::Node;
+    return Utility::CUtility::MakeGuid(layer.m_table, isNamed ? MissingName(layer, key) : std::string(name),
+                                       static_cast<std::size_t>(key));
+}
 
 CLayerReader::CLayerReader(const CSqliteDatabase& database, const CFileTables& tables, enmEntityKind kind,
                            const CTextIds& texts, double metresPerUnit, CWarnings& warnings)
     : m_database(database), m_layer(Layout::GetLayer(kind)), m_texts(texts), m_metresPerUnit(metresPerUnit),
       m_warnings(warnings), m_topology(*Topology::CTopologyMultiStorage::Instance()->GetActiveTopology()),
       m_columns(NamesOf(m_layer.m_columns)) {
-    SortColumns(tables.GetColumns(m_layer.m_table, m_layer.m_columns), warnings);
+    SortColumns(tables.GetColumns(m_layer.m_table, m_layer.m_columns));
     LookAtOrder();
 }
 
 /// Separates columns of attributes from unknown ones, which give a warning.
-void CLayerReader::SortColumns(const std::vector<std::string>& inFile, CWarnings& warnings) {
+void CLayerReader::SortColumns(const std::vector<std::string>& inFile) {
     const std::vector<std::string> fixed = m_columns;
     for (const std::string& column : inFile) {
         if (std::find(fixed.begin(), fixed.end(), column) != fixed.end())
             continue;
         const CDataDefinition* definition = Data::CDataConfiguration::Instance()->GetDataDefinitionByID(column);
-        if (definition == nullptr || definition->m_entityKind != m_layer.m_kind) {
-            warnings.Add(fmt::format("the column \"{}\" of the layer {} is not an attribute; saving will drop it",
-                                     column, m_layer.m_table));
-            continue;
-        }
+        if (definition == nullptr || definition->m_entityKind != m_layer.m_kind)
+            continue; // another program's
         m_columns.push_back(column);
         m_attributes.push_back(
             {definition, &m_topology.GetStore().GetColumn(*definition), Layout::IsSharedText(*definition)});
@@ -129,13 +140,11 @@ void CLayerReader::ToMetres(std::span<CPoint> points) const {
 void CLayerReader::ReadIdentity(bool needsName) {
     m_name = m_reader->GetText(Layout::Name);
     if (needsName && m_reader->IsNull(Layout::Name)) {
-        m_name = fmt::format("{}-{}", m_layer.m_table, m_reader->GetKey());
+        m_name = MissingName(m_layer, m_reader->GetKey());
         m_warnings.Add(fmt::format("row {} of the layer {} had no name and is now {}", m_reader->GetKey(),
-                                   m_layer.m_table, m_name));
+                                   m_layer.m_table, Utility::ShortName(m_name)));
     }
-    m_guid = m_reader->GetText(Layout::Guid);
-    if (m_guid.empty())
-        m_guid = Utility::CUtility::MakeGuid(m_layer.m_table, m_name, static_cast<std::size_t>(m_reader->GetKey()));
+    m_guid = GuidOfRow(m_layer, m_reader->GetKey(), m_reader->GetText(Layout::Guid), m_name, false);
 }
 
 std::uint32_t CLayerReader::EnterNode() {
@@ -168,7 +177,8 @@ std::uint32_t CLayerReader::EnterCatchment() {
 void CLayerReader::WarnOfOtherName(std::string_view reference, std::string_view found, std::string_view named) {
     if (!named.empty() && named != found)
         m_warnings.Add(fmt::format("row {} of the layer {}: {} names \"{}\" but {} is the GUID of \"{}\", which counts",
-                                   m_reader->GetKey(), m_layer.m_table, reference, named, reference, found));
+                                   m_reader->GetKey(), m_layer.m_table, reference, Utility::ShortName(named), reference,
+                                   Utility::ShortName(found)));
 }
 
 CNode* CLayerReader::FindNode(int nameColumn, int guidColumn) {
@@ -179,7 +189,7 @@ CNode* CLayerReader::FindNode(int nameColumn, int guidColumn) {
     const auto node = guid.empty() ? m_topology.GetNodeByName(name) : m_topology.GetNodeByGuid(guid);
     if (!node)
         m_reader->Fail(fmt::format("section {}: found the node \"{}\" in {}, expected a node of the layer nodes",
-                                   m_name, guid.empty() ? name : guid,
+                                   Utility::ShortName(m_name), Utility::ShortName(guid.empty() ? name : guid),
                                    m_columns[static_cast<std::size_t>(guid.empty() ? nameColumn : guidColumn)]));
     WarnOfOtherName(m_columns[static_cast<std::size_t>(nameColumn)], node->GetName(), name);
     return node.get();
@@ -192,13 +202,13 @@ CSection* CLayerReader::FindSection() {
         const auto sections = m_topology.GetSectionsByName(name);
         if (sections.size() != 1)
             m_reader->Fail(fmt::format("found {} sections of the name \"{}\", expected 1, or its GUID in section_guid",
-                                       sections.size(), name));
+                                       sections.size(), Utility::ShortName(name)));
         return sections.front().get();
     }
     const auto section = m_topology.GetSectionByGuid(guid);
     if (!section)
-        m_reader->Fail(
-            fmt::format("found the section \"{}\" in section_guid, expected a section of the layer sections", guid));
+        m_reader->Fail(fmt::format("found the section \"{}\" in section_guid, expected a section of the layer sections",
+                                   Utility::ShortName(guid)));
     WarnOfOtherName("section_name", section->GetName(), name);
     return section.get();
 }

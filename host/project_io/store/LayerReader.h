@@ -44,7 +44,7 @@ private:
         bool m_isShared;
     };
 
-    void SortColumns(const std::vector<std::string>& inFile, CWarnings& warnings);
+    void SortColumns(const std::vector<std::string>& inFile);
     void LookAtOrder();
 
     std::uint32_t EnterNode();
@@ -79,5 +79,9 @@ private:
     std::string m_name;
     std::vector<Topology::CPoint> m_line;
 };
+
+/// The GUID of a row's entity: as in the file, else made from the layer, the name and the key of the row.
+std::string GuidOfRow(const Layout::CLayer& layer, std::int64_t key, std::string_view guid, std::string_view name,
+                      bool isNameMissing);
 
 } // namespace OLMGis::ProjectIo

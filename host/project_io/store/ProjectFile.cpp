@@ -6,6 +6,7 @@
 #include "host/network_core/CatalogManager.h"
 #include "host/project_io/base/Failure.h"
 #include "host/project_io/base/FileReplacement.h"
+#include "host/project_io/store/ForeignContent.h"
 #include "host/project_io/store/GeoPackageReader.h"
 #include "host/project_io/store/GeoPackageWriter.h"
 #include "host/project_io/store/ReadableFile.h"
@@ -35,17 +36,6 @@ void CheckInstallation() {
         FailRefused(error);
 }
 
-/// Files that SQLite left beside an earlier file of this name would be read as part of the new one.
-void CheckSideFiles(const std::filesystem::path& target, const std::string& path) {
-    const bool hasLog = HasWriteAheadLog(target);
-    if (!hasLog && !HasHotJournal(target))
-        return;
-    const std::filesystem::path side = hasLog ? WriteAheadLogOf(target) : JournalOf(target);
-    FailRefused(fmt::format("{}: another program has unfinished changes of it in {}; close the project there, or save "
-                            "under another name",
-                            path, side.filename().string()));
-}
-
 [[noreturn]] void FailNoLongerOurs(const std::string& path, const char* what) {
     FailRefused(fmt::format("{}: {} since it was opened here; save under another name, or open it again", path, what));
 }
@@ -66,7 +56,7 @@ Result<CProjectFile> CProjectFile::Create(const std::string& path, bool replace)
     return CatchFailures<CProjectFile>(path, [&] {
         const std::filesystem::path folder = ResolvedPath(path).parent_path();
         CTerrainPathsMove terrain(folder, folder);
-        CProjectFile file = Written(path, replace);
+        CProjectFile file = Written(path, replace, CProjectFile());
         terrain.Keep();
         return file;
     });
@@ -75,7 +65,7 @@ Result<CProjectFile> CProjectFile::Create(const std::string& path, bool replace)
 Status CProjectFile::SaveAs(const std::string& path, bool replace) {
     return CatchFailures<Done>(path, [&] {
         CTerrainPathsMove terrain(m_target.parent_path(), ResolvedPath(path).parent_path());
-        *this = Written(path, replace);
+        *this = Written(path, replace, *this);
         terrain.Keep();
         return Done{};
     });
@@ -90,27 +80,48 @@ Status CProjectFile::Save() {
     });
 }
 
+/// Reads one state of the file, although another program may replace it meanwhile. False when that happened before the
+/// database was open.
+bool CProjectFile::ReadSnapshot(CProjectFile& file, CWarnings& warnings) {
+    const CReadableFile readable(file.m_target, file.m_path);
+    file.m_identity = readable.GetIdentity();
+    CSqliteDatabase database(readable.GetPath(), file.m_path, readable.GetAccess());
+    database.Execute("BEGIN");
+    if (!readable.IsStillThere())
+        return false;
+    file.m_saveCounter = ReadGeoPackage(database, warnings).m_saveCounter;
+    file.m_hasForeignContent = FindForeignContent(database, warnings);
+    readable.CheckUnchanged();
+    return true;
+}
+
 CProjectFile CProjectFile::Opened(const std::string& path) {
     CheckInstallation();
     CProjectFile file;
     file.m_path = path;
     file.m_target = ResolvedPath(path);
-    const CReadableFile readable(file.m_target, path);
-    file.m_identity = readable.GetIdentity();
     CWarnings warnings;
-    {
-        CSqliteDatabase database(readable.GetPath(), path, readable.GetAccess());
-        database.Execute("BEGIN");
-        file.m_saveCounter = ReadGeoPackage(database, warnings).m_saveCounter;
-    }
-    readable.CheckUnchanged();
+    constexpr int Tries = 10; // a file that is replaced more often is no project of ours
+    for (int i = 1; !ReadSnapshot(file, warnings); ++i)
+        if (i == Tries)
+            FailRefused(fmt::format("{}: is replaced again and again by another program; try again later", path));
     file.m_warnings = warnings.Take();
     for (std::string& missing : AttachTerrain(file.m_target.string()))
         file.m_warnings.push_back(std::move(missing));
     return file;
 }
 
-CProjectFile CProjectFile::Written(const std::string& path, bool replace) {
+/// The file that the project was read from, when content of other programs has to be copied from it.
+std::unique_ptr<const CReadableFile> CProjectFile::OpenSource() const {
+    if (!m_hasForeignContent)
+        return nullptr;
+    auto source = std::make_unique<const CReadableFile>(m_target, m_path);
+    if (source->GetIdentity() != m_identity)
+        FailNoLongerOurs(m_path, "was changed or replaced by another program");
+    return source;
+}
+
+CProjectFile CProjectFile::Written(const std::string& path, bool replace, const CProjectFile& origin) {
     CheckInstallation();
     CProjectFile file;
     file.m_path = path;
@@ -120,7 +131,8 @@ CProjectFile CProjectFile::Written(const std::string& path, bool replace) {
         FailRefused(fmt::format("{}: exists already and was not to be replaced", path));
     CheckSideFiles(file.m_target, path);
     CFileReplacement replacement(file.m_target, path);
-    WriteGeoPackage(replacement.GetTemporaryPath(), path, file.m_saveCounter);
+    WriteNew(replacement, path, file.m_saveCounter, origin);
+    file.m_hasForeignContent = origin.m_hasForeignContent;
     replacement.Flush();
     const CFileLock lock(file.m_target, path);
     CheckSideFiles(file.m_target, path);
@@ -138,13 +150,21 @@ void CProjectFile::CheckStillOurs() const {
         FailNoLongerOurs(m_path, "was changed by another program");
 }
 
+void CProjectFile::WriteNew(const CFileReplacement& replacement, const std::string& path, int saveCounter,
+                            const CProjectFile& origin) {
+    const std::unique_ptr<const CReadableFile> source = origin.OpenSource();
+    WriteGeoPackage(replacement.GetTemporaryPath(), path, saveCounter, source.get());
+    if (source)
+        source->CheckUnchanged();
+}
+
 void CProjectFile::SaveOver() {
     CheckInstallation();
     CheckSideFiles(m_target, m_path);
     CheckStillOurs(); // before the work; checked again under the lock
     const int counter = m_saveCounter == std::numeric_limits<int>::max() ? 1 : m_saveCounter + 1;
     CFileReplacement replacement(m_target, m_path);
-    WriteGeoPackage(replacement.GetTemporaryPath(), m_path, counter);
+    WriteNew(replacement, m_path, counter, *this);
     replacement.Flush();
     const CFileLock lock(m_target, m_path);
     CheckSideFiles(m_target, m_path);

@@ -6,14 +6,21 @@
 #include "host/project_io/base/DiskFile.h"
 
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace OLMGis::ProjectIo {
 
+class CFileReplacement;
+class CReadableFile;
+class CWarnings;
+
 /// The project file: one GeoPackage that any GIS opens. It contains the layers nodes, sections and catchments with
 /// their attributes as columns, and the project's settings and catalogues; see GeoPackageLayout.h. Numbers come back to
 /// the last bit, except not-a-number, which is kept as null, and the sign of zero.
+///
+/// Tables, views, triggers, indexes and columns of layers that other programs put into the file are kept by every save.
 ///
 /// Operations work on the active project context and show progress. Errors: Cancelled when the user cancels; BadInput
 /// for a file with wrong content, naming file, table and row; Refused where the system fails. After an error the old
@@ -40,22 +47,27 @@ public:
     /// As it was given.
     const std::string& GetPath() const { return m_path; }
 
-    /// Warnings of Open, whole sentences for the user: columns and tables that saving will drop, repaired texts,
+    /// Warnings of Open, whole sentences for the user: columns and tables that a save cannot keep, repaired texts,
     /// missing rasters of the terrain.
     const std::vector<std::string>& GetWarnings() const { return m_warnings; }
 
 private:
     CProjectFile() = default;
 
+    static bool ReadSnapshot(CProjectFile& file, CWarnings& warnings);
     static CProjectFile Opened(const std::string& path);
-    static CProjectFile Written(const std::string& path, bool replace);
+    static CProjectFile Written(const std::string& path, bool replace, const CProjectFile& origin);
+    static void WriteNew(const CFileReplacement& replacement, const std::string& path, int saveCounter,
+                         const CProjectFile& origin);
+    std::unique_ptr<const CReadableFile> OpenSource() const;
     void SaveOver();
     void CheckStillOurs() const;
 
     std::string m_path;
-    std::filesystem::path m_target; ///< full path, all links resolved
-    CFileIdentity m_identity;       ///< of the file as this object last read or wrote it
-    int m_saveCounter = 0;          ///< as in the file
+    std::filesystem::path m_target;   ///< full path, all links resolved
+    CFileIdentity m_identity;         ///< of the file as this object last read or wrote it
+    int m_saveCounter = 0;            ///< as in the file
+    bool m_hasForeignContent = false; ///< of other programs, which each save copies from the file before
     std::vector<std::string> m_warnings;
 };
 

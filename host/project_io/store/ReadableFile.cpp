@@ -11,7 +11,6 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -54,14 +53,10 @@ private:
 
 CReadableFile::CReadableFile(const fs::path& path, std::string name)
     : m_path(path), m_name(std::move(name)), m_readPath(path.string()) {
-    const CDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (!file.IsOpen())
-        FailRefused(fmt::format("{}: cannot be opened: {}", m_name, ReasonOf(errno)));
     struct stat state {};
-    if (::fstat(file.Get(), &state) != 0 || !S_ISREG(state.st_mode))
-        FailRefused(fmt::format("{}: is a folder or a device, expected a file", m_name));
+    m_file = OpenForReading(path, m_name, state);
     m_identity = CFileIdentity::Of(state);
-    const CHead head(file.Get());
+    const CHead head(m_file.Get());
     CheckHead(head);
     if (HasHotJournal(path))
         FailRefused(fmt::format("{}: another program is changing it or was killed while it did: found {}; open and "
@@ -94,8 +89,13 @@ void CReadableFile::CheckHead(const CHead& head) const {
                                  head.GetUserVersion(), Layout::GeoPackageVersion));
 }
 
+bool CReadableFile::IsStillThere() const {
+    return CFileIdentity::Of(m_path) == m_identity;
+}
+
 void CReadableFile::CheckUnchanged() const {
-    if (CFileIdentity::Of(m_path) != m_identity)
+    struct stat state {};
+    if (::fstat(m_file.Get(), &state) != 0 || CFileIdentity::Of(state) != m_identity)
         FailRefused(fmt::format("{}: was changed by another program while it was being read; open it again", m_name));
 }
 

@@ -24,7 +24,11 @@ public:
     /// State of the project file before anything was read.
     const CFileIdentity& GetIdentity() const { return m_identity; }
 
-    /// Fails when the project file has been changed since.
+    /// Whether the path still leads to this file, unchanged. Asked once the database is open: from then on it reads
+    /// this file, whatever takes its name.
+    bool IsStillThere() const;
+
+    /// Fails when this file, not another one that took its name, has been changed since.
     void CheckUnchanged() const;
 
 private:
@@ -53,6 +57,7 @@ private:
     std::string m_name;
     std::string m_readPath;
     CPrivateFolder m_copyFolder;
+    CDescriptor m_file; ///< outlives the database: closing it would release the locks of SQLite
     CFileIdentity m_identity;
     CSqliteDatabase::enmAccess m_access = CSqliteDatabase::enmAccess::Read;
 };

@@ -2,6 +2,10 @@
 // Copyright (C) the Drenova authors
 #include "host/project_io/store/SideFiles.h"
 
+#include "host/project_io/base/Failure.h"
+
+#include <fmt/format.h>
+
 #include <array>
 #include <fstream>
 #include <system_error>
@@ -32,6 +36,16 @@ bool HasWriteAheadLog(const fs::path& path) {
     std::error_code error;
     const auto size = fs::file_size(WriteAheadLogOf(path), error);
     return !error && size > 0;
+}
+
+void CheckSideFiles(const fs::path& path, const std::string& name) {
+    const bool hasLog = HasWriteAheadLog(path);
+    if (!hasLog && !HasHotJournal(path))
+        return;
+    const fs::path side = hasLog ? WriteAheadLogOf(path) : JournalOf(path);
+    FailRefused(fmt::format("{}: another program has unfinished changes of it in {}; close the project there, or save "
+                            "under another name",
+                            name, side.filename().string()));
 }
 
 } // namespace OLMGis::ProjectIo

@@ -42,15 +42,6 @@ std::string SelectStatement(std::string_view table, std::span<const std::string>
     return fmt::format("SELECT {} FROM {} ORDER BY {}", list, Quoted(table), order);
 }
 
-bool IsKnownTable(std::string_view name) {
-    const auto isNamed = [name](const auto& entry) { return entry.m_table == name; };
-    // R-trees and the tables of GeoPackage itself are created by each save.
-    return name.starts_with("gpkg_") || name.starts_with("rtree_") || name.starts_with("sqlite_") ||
-           name == Layout::FindingsTable || name == Layout::LastFormsTable ||
-           std::any_of(Layout::GetLayers().begin(), Layout::GetLayers().end(), isNamed) ||
-           std::any_of(Layout::GetTables().begin(), Layout::GetTables().end(), isNamed);
-}
-
 } // namespace
 
 std::vector<std::string> NamesOf(std::span<const CColumn> columns) {
@@ -93,22 +84,14 @@ std::vector<std::string> CFileTables::GetColumns(std::string_view table, std::sp
     constexpr int NameColumn = 1;
     constexpr int HiddenColumn = 6;
     while (list.Step()) {
-        if (list.GetInteger(HiddenColumn) != 0)
-            FailBadInput(fmt::format("{}: table {}, column {}: is computed, expected a stored one",
-                                     m_database.GetName(), table, list.GetText(NameColumn)));
-        names.emplace_back(list.GetText(NameColumn));
+        if (list.GetInteger(HiddenColumn) == 0)
+            names.emplace_back(list.GetText(NameColumn));
     }
     for (const CColumn& column : expected)
         if (std::find(names.begin(), names.end(), column.m_name) == names.end())
             FailBadInput(fmt::format("{}: table {}: found no column {}, expected it in a project file",
                                      m_database.GetName(), table, column.m_name));
     return names;
-}
-
-void CFileTables::WarnOfUnknown(CWarnings& warnings) const {
-    for (const auto& [name, isOrdinary] : m_isOrdinary)
-        if (!IsKnownTable(name))
-            warnings.Add(fmt::format("the table \"{}\" is not a table of a project; saving will drop it", name));
 }
 
 CSqlReader::CSqlReader(const CSqliteDatabase& database, std::string_view table, std::span<const std::string> columns,

@@ -37,12 +37,9 @@ public:
 
     bool Has(std::string_view table) const { return m_isOrdinary.find(table) != m_isOrdinary.end(); }
 
-    /// The columns of a table. Fails when it is missing, is no ordinary table but a view or the like, lacks one of the
-    /// expected columns, or has a computed column.
+    /// The columns of a table but for computed ones. Fails when it is missing, is no ordinary table but a view or the
+    /// like, or lacks one of the expected columns.
     std::vector<std::string> GetColumns(std::string_view table, std::span<const Layout::CColumn> expected) const;
-
-    /// Warns of tables that are not of a project: saving drops them.
-    void WarnOfUnknown(CWarnings& warnings) const;
 
 private:
     const CSqliteDatabase& m_database;

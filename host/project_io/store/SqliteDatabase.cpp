@@ -198,14 +198,15 @@ void CSqliteDatabase::Configure() {
     sqlite3_db_config(m_connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(m_connection, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
     sqlite3_limit(m_connection, SQLITE_LIMIT_ATTACHED, 0);
+    // Those of other programs would be run by our own changes.
+    sqlite3_db_config(m_connection, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     if (m_access == enmAccess::Write) {
         // The file replaces the old one as a whole or is discarded: no rollback within it is needed.
         Execute("PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; PRAGMA locking_mode = EXCLUSIVE;");
         return;
     }
-    // Against malicious files: triggers and views are not run, the schema is not trusted.
+    // Against malicious files: views are not run, the schema is not trusted.
     sqlite3_db_config(m_connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-    sqlite3_db_config(m_connection, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     sqlite3_db_config(m_connection, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
     sqlite3_busy_timeout(m_connection, 3000);
     Execute("PRAGMA cell_size_check = ON; PRAGMA mmap_size = 0; PRAGMA query_only = ON; PRAGMA temp_store = MEMORY;");
@@ -219,6 +220,25 @@ std::int64_t CSqliteDatabase::GetSize() const {
 void CSqliteDatabase::Execute(const std::string& sql) {
     if (const int code = sqlite3_exec(m_connection, sql.c_str(), nullptr, nullptr, nullptr); code != SQLITE_OK)
         Fail(code);
+}
+
+void CSqliteDatabase::AttachSource(const std::string& path, enmAccess access) {
+    sqlite3_limit(m_connection, SQLITE_LIMIT_ATTACHED, 1);
+    // Only the private copy may be changed, by applying its log. Of other files the caller knows that nobody changes
+    // them.
+    const std::string address = ToUri(path) + (access == enmAccess::ReadCopy ? "" : "?immutable=1");
+    CSqliteStatement(*this, "ATTACH ? AS source").Bind(1, std::string_view(address)).Run();
+    // What is copied may fail, and then the statement has to leave no trace.
+    Execute("PRAGMA cell_size_check = ON; PRAGMA main.journal_mode = MEMORY");
+}
+
+void CSqliteDatabase::LimitGrowth(std::int64_t bytes) {
+    CSqliteStatement size(*this, "SELECT page_count, page_size FROM pragma_page_count, pragma_page_size");
+    if (!size.Step())
+        return;
+    constexpr std::int64_t FewPages = 1000; // for tables that are nearly empty
+    const std::int64_t most = size.GetInteger(0) + bytes / size.GetInteger(1) + FewPages;
+    Execute(fmt::format("PRAGMA main.max_page_count = {}", most));
 }
 
 void CSqliteDatabase::Close() {

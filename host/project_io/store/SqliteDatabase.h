@@ -83,6 +83,13 @@ public:
 
     void Execute(const std::string& sql);
 
+    /// Makes the content of another file available as the schema "source", for reading only. access: how that file can
+    /// be read. Not within a transaction.
+    void AttachSource(const std::string& path, enmAccess access);
+
+    /// Ends writing with an error when the file grows by more than so many bytes.
+    void LimitGrowth(std::int64_t bytes);
+
     /// Closes the connection and throws where that fails; the destructor ignores failures.
     void Close();
 

@@ -5,6 +5,7 @@
 #include "host/gis_core/Utility.h"
 #include "host/project_io/base/AttributeText.h"
 #include "host/project_io/base/Failure.h"
+#include "host/project_io/tables/FormulaGuard.h"
 
 #include <fmt/format.h>
 
@@ -84,6 +85,8 @@ Status CCsvReader::ReadField(std::string& field) {
             return Fault(
                 fmt::format("found text after the closing quotation mark of {}, expected a separator", Quote(field)));
     }
+    if (field.starts_with('\''))
+        field.erase(0, field.size() - WithoutGuard(field).size());
     if (!CUtility::IsUtf8(field))
         return Fault(fmt::format("found bytes that are not UTF-8 in {}, expected a text in UTF-8", Quote(field)));
     return Done();

@@ -15,8 +15,8 @@ namespace OLMGis::ProjectIo {
 
 /// Reads a table of comma-separated values (RFC 4180) with a head line, one row in memory at a time. Quoted fields may
 /// contain separators, line ends and doubled quotation marks; lines end in LF or CR LF; a UTF-8 byte order mark and
-/// empty lines are skipped. The separator is a semicolon where the head line has one and no comma. Texts are UTF-8.
-/// Linear.
+/// empty lines are skipped. The apostrophe before a text that looks like a formula is left out, see FormulaGuard.h. The
+/// separator is a semicolon where the head line has one and no comma. Texts are UTF-8. Linear.
 class CCsvReader {
 public:
     static constexpr std::size_t LongestField = std::size_t{1}

@@ -2,12 +2,17 @@
 // Copyright (C) the Drenova authors
 #include "host/project_io/tables/CsvWriter.h"
 
+#include "host/project_io/tables/FormulaGuard.h"
+
 namespace OLMGis::ProjectIo {
 
 void CCsvWriter::Write(std::string_view field) {
     if (m_hasFields)
         m_buffer += ',';
     m_hasFields = true;
+    std::string guarded;
+    if (NeedsGuard(field))
+        field = guarded.append("'").append(field);
     // Semicolons and blanks at the ends are quoted because some programs would read them differently.
     const bool isQuoted = field.find_first_of(",;\"\r\n") != std::string_view::npos ||
                           (!field.empty() && (field.front() == ' ' || field.back() == ' '));

@@ -11,7 +11,7 @@
 namespace OLMGis::ProjectIo {
 
 /// Writes a table of comma-separated values that CCsvReader reads back to the same texts. Lines end in LF. A field is
-/// quoted only where necessary.
+/// quoted only where necessary; one that a spreadsheet would run as a formula begins with an apostrophe.
 class CCsvWriter {
 public:
     /// The stream is borrowed.

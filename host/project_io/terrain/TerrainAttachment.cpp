@@ -162,6 +162,14 @@ std::vector<std::string> FindTerrainTroubles(const std::string& projectPath) {
     return troubles;
 }
 
+std::vector<std::string> GetTerrainPaths(const std::string& projectPath) {
+    std::vector<std::string> paths;
+    for (int type = 1; type <= CTerrainSurfaces::TypeCount; ++type)
+        if (const std::string setting = SettingOf(type); !setting.empty())
+            paths.push_back(FullPath(setting, projectPath));
+    return paths;
+}
+
 std::vector<std::string> AttachTerrain(const std::string& projectPath) {
     std::vector<std::string> missing;
     for (int type = 1; type <= CTerrainSurfaces::TypeCount; ++type) {

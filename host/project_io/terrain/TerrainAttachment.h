@@ -33,6 +33,9 @@ std::vector<std::string> FindTerrainTroubles(const std::string& projectPath);
 /// log, and the type has no heights. Returns one sentence for each missing file.
 std::vector<std::string> AttachTerrain(const std::string& projectPath);
 
+/// The rasters of the active project's terrain types, full paths; there need not be such files.
+std::vector<std::string> GetTerrainPaths(const std::string& projectPath);
+
 /// Changes the paths of rasters for a project file in another folder while it is saved there; the destructor restores
 /// them unless Keep was called. Full paths become relative where possible.
 class CTerrainPathsMove {

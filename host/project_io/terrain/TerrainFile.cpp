@@ -3,14 +3,14 @@
 #include "host/project_io/terrain/TerrainFile.h"
 
 #include "host/project_io/base/DiskFile.h"
+#include "host/project_io/base/Failure.h"
 
 #include <fmt/format.h>
 
-#include <cerrno>
 #include <dlfcn.h>
 #include <filesystem>
+#include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
 
 namespace OLMGis::ProjectIo {
 
@@ -44,8 +44,16 @@ Result<CTerrainOpener*> LoadOpener() {
 } // namespace
 
 Result<std::unique_ptr<ITerrainFile>> OpenTerrainFile(const std::string& path) {
-    if (access(path.c_str(), R_OK) != 0)
-        return Refused(fmt::format("{}: cannot be opened: {}", path, ReasonOf(errno)));
+    const auto good = CatchFailures<Utility::Done>(path, [&path]() -> Utility::Status {
+        // The raster library would not open the file of that path but what the rest of it describes.
+        if (path.starts_with("/vsi"))
+            FailRefused(path + ": cannot be opened: paths that begin with /vsi are not for rasters");
+        struct stat state {};
+        OpenForReading(path, path, state);
+        return Utility::Done{};
+    });
+    if (!good)
+        return good.GetError();
     static const Result<CTerrainOpener*> opener = LoadOpener();
     if (!opener)
         return opener.GetError();

@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 #include <gdal.h>
+#include <gdal_frmts.h>
 #include <ogr_spatialref.h>
 
 #include <array>
@@ -90,7 +91,10 @@ private:
 
 Result<std::unique_ptr<ITerrainFile>> CGdalTerrain::Open(const char* path) {
     static const bool isReady = [] {
-        GDALAllRegister();
+        // Only these: other drivers open what a path merely describes, as files on the network or in archives, and
+        // programs in the folders of the environment.
+        GDALRegister_GTiff();
+        GDALRegister_AAIGrid();
         // By default cells of ASCII grids are read with seven digits, too few for millimetres on mountains.
         CPLSetConfigOption("AAIGRID_DATATYPE", "Float64");
         return true;
@@ -98,10 +102,11 @@ Result<std::unique_ptr<ITerrainFile>> CGdalTerrain::Open(const char* path) {
     static_cast<void>(isReady);
     auto terrain = std::make_unique<CGdalTerrain>();
     const CSaid said;
+    const std::array<const char*, 3> drivers{"GTiff", "AAIGrid", nullptr};
     terrain->m_dataset.reset(
-        GDALOpenEx(path, GDAL_OF_RASTER | GDAL_OF_READONLY | GDAL_OF_VERBOSE_ERROR, nullptr, nullptr, nullptr));
+        GDALOpenEx(path, GDAL_OF_RASTER | GDAL_OF_READONLY | GDAL_OF_VERBOSE_ERROR, drivers.data(), nullptr, nullptr));
     if (!terrain->m_dataset)
-        return BadInput(fmt::format("{}: cannot be read as a raster: {}", path, said.GetText()));
+        return BadInput(fmt::format("{}: cannot be read as a GeoTIFF or an ASCII grid: {}", path, said.GetText()));
     if (const Utility::Status begun = terrain->Begin(path); !begun)
         return begun.GetError();
     return std::unique_ptr<ITerrainFile>(std::move(terrain));
