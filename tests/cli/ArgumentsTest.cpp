@@ -179,8 +179,8 @@ TEST(Arguments, EndWithTheirExitCode) {
         }
         EXPECT_TRUE(ReadFile(project) == before);
     }
-    EXPECT_EQ(folder.List(), "bad.csv calculator.json empty.gpkg others.json run.gpkg set.gpkg tag.json town.gpkg "
-                             "twins.geojson value.json");
+    EXPECT_EQ(folder.List(), "bad.csv calculator.json empty.gpkg others.gpkg others.json run.gpkg set.gpkg tag.json "
+                             "town.gpkg twins.geojson value.json");
 }
 
 /// Each verb that the program lists explains itself with an example that begins with the verb.

@@ -113,8 +113,8 @@ TEST_F(Values, UnusualOnesAreStoredWithOneWarning) {
         {{"pipe", "circle", "300", "--slope", "5", "--roughness", "1", "--flow", "50"},
          "--flow: found 50, usual are 0 to 20 m³/s"},
         {{"catalog", "import", m_project,
-          m_folder.Write("p.csv", "group,name,shape,inner_width_mm,roughness_mm\nG,P,circle,300,0.00075\n"), "-o",
-          made},
+          m_folder.Write("p.csv", "group,name,shape,inner_width_mm,roughness_mm\nG,P,circle,300,0.00075\n"), "-o", made,
+          "--replace"},
          "warning: roughness_mm: 1 unusual value (P: 0.00075); usual are 0.01 to 10 mm"},
         {{"info", m_project}, "warning: PIPE_ROUGHNESS: 2 unusual values"},
     };

@@ -198,14 +198,14 @@ TEST(RainITPParameters, FrequenciesFollowTheFile) {
     const auto& form = *run.parameters->m_properties;
     const auto frequency = form.GetPropertyExByTag("FREQUENCY");
     {
-        const CCurveFile file("#5\n5 1\n#0.5\n5 2\n#2\n5 3\n");
+        const CCurveFile file("#5\n5 100\n9 90\n#0.5\n5 200\n9 90\n#2\n5 300\n9 90\n");
         run.Type("FILE_PATH", file.Path());
         EXPECT_THAT(ChoicesOf(form, "FREQUENCY"), ElementsAre("0.5 0.50", "2 2.00", "5 5.00"));
         EXPECT_EQ(frequency->GetValue(), CDataBox("0.50"));
         EXPECT_EQ(frequency->GetHiddenValue(), CDataBox(0.5));
     }
     {
-        const CCurveFile file("#2\n5 3\n");
+        const CCurveFile file("#2\n5 300\n9 90\n");
         run.Type("FILE_PATH", file.Path());
         EXPECT_THAT(ChoicesOf(form, "FREQUENCY"), ElementsAre("2 2.00"));
         EXPECT_EQ(frequency->GetValue(), CDataBox("")) << "a sole curve is not chosen beforehand";
@@ -213,10 +213,10 @@ TEST(RainITPParameters, FrequenciesFollowTheFile) {
     }
     run.Type("FILE_PATH", "no/such/file");
     EXPECT_THAT(ChoicesOf(form, "FREQUENCY"), IsEmpty());
-    const CCurveFile partly("#2\n5 3\n#2\n5 4\n#3\n5 3\n\n");
+    const CCurveFile partly("#2\n5 300\n9 90\n#2\n5 4\n#3\n5 300\n9 90\n\n");
     run.Type("FILE_PATH", partly.Path());
     ASSERT_THAT(Workspace::CWsManager::Instance()->GetLog(), SizeIs(3)) << "the missing file, a repetition, a bad line";
-    EXPECT_THAT(Workspace::CWsManager::Instance()->GetLog().back().m_text, HasSubstr(partly.Path() + ", line 7: "));
+    EXPECT_THAT(Workspace::CWsManager::Instance()->GetLog().back().m_text, HasSubstr(partly.Path() + ", line 9: "));
 }
 
 TEST(RainITPParameters, RomanianCoefficientsReadAndWriteAsText) {
