@@ -14,7 +14,9 @@ endif()
 # One tree that looks like an installation, so that a program finds its data beside its libraries in both.
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
-set(CMAKE_INSTALL_RPATH "$ORIGIN/../lib;$ORIGIN")
+# The build tree's folder of libraries, and that of the installation where it is another one.
+set(CMAKE_INSTALL_RPATH "$ORIGIN/../lib;$ORIGIN/../${CMAKE_INSTALL_LIBDIR};$ORIGIN")
+list(REMOVE_DUPLICATES CMAKE_INSTALL_RPATH)
 # In the build tree too: CMake pads its own path there with empty entries, which name the current folder.
 set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)
 

@@ -71,7 +71,7 @@ CVerb MakeInfo() {
     const auto options = std::make_shared<COptions>();
     return CVerb("info", "PROJECT [options]", "Show what a project contains")
         .Project(options->m_project)
-        .Formats(options->m_format, {"table", "json"}, "Default: table")
+        .Formats(options->m_format, {"table", "csv", "json"}, "Default: table; csv has its overview alone")
         .Examples({"drenova info town.gpkg", "drenova info town.gpkg --json"})
         .Runs([options](CTerminal& terminal, std::ostream& results) { return ShowInfo(*options, terminal, results); });
 }

@@ -12,6 +12,7 @@
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/project_io/base/CoordinateSystem.h"
 #include "host/project_io/terrain/TerrainAttachment.h"
+#include "reports/Listing.h"
 #include "reports/ShownText.h"
 
 #include <fmt/format.h>
@@ -20,6 +21,7 @@
 #include <algorithm>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 namespace Cli {
 
@@ -34,16 +36,23 @@ namespace {
 struct COptions {
     std::string m_project;
     std::vector<std::string> m_assignments; ///< KEY=VALUE; none to show the settings
+    CFormatOption m_format;
     COutputOption m_output;
 };
 
-/// One line KEY=VALUE each, as arguments of this verb.
-void PrintSettings(std::ostream& results) {
+/// People get one line KEY=VALUE each, as arguments of this verb.
+void PrintSettings(std::ostream& results, Reports::enmFormat format) {
+    Reports::CTable table({Reports::TextColumn("key", "key"), Reports::TextColumn("value", "value")});
     for (const CKnownSetting& setting : GetKnownSettings()) {
         const std::string value = CProjectSettings::Instance()->Get(setting.m_name, setting.m_default);
-        if (!value.empty() || setting.m_isShownEmpty)
+        if (value.empty() && !setting.m_isShownEmpty)
+            continue;
+        if (format == Reports::enmFormat::Text)
             results << setting.m_name << '=' << OnOneLine(value) << '\n';
+        table.AddRow({std::string(setting.m_name), value});
     }
+    if (format != Reports::enmFormat::Text)
+        Print(results, Reports::CListing(std::move(table)), format);
 }
 
 /// A raster attached now must be usable; for a former one that no longer fits the project's coordinate system there is
@@ -100,7 +109,7 @@ CVerbResult ShowOrChange(const COptions& options, CTerminal& terminal, std::ostr
     if (const auto isFree = project.Value()->CheckOutput(options.m_output); !isFree)
         return isFree.GetError();
     if (assignments->empty()) {
-        PrintSettings(results);
+        PrintSettings(results, options.m_format.Get());
         return enmExitCode::Done;
     }
     for (const CAssignment& assignment : assignments.Value())
@@ -150,6 +159,7 @@ CVerb MakeSettings() {
     return CVerb("settings", "PROJECT [KEY=VALUE...] [options]", "Show or change the settings of a project")
         .Project(options->m_project)
         .OptionalArguments("KEY=VALUE", options->m_assignments, "Settings to change; none: show all")
+        .Formats(options->m_format, {"table", "csv", "json"}, "Default: table, lines KEY=VALUE")
         .SaveAs(options->m_output)
         .Examples({"drenova settings town.gpkg", "drenova settings town.gpkg edition=RO terrain_1=ground.tif"})
         .NotesFrom(ListSettings)
