@@ -2,16 +2,16 @@
 // Copyright (C) the Drenova authors
 #include "analysis/FAI_ManholePipe.h"
 
-#include "analysis/FindingList.h"
-#include "analysis/ProgressWalk.h"
 #include "analysis/RowSet.h"
 #include "host/formulas/Units.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/SystemManager.h"
 #include "host/network_core/DDCache.h"
+#include "host/network_core/FindingList.h"
 #include "host/network_core/ManholeManager.h"
 #include "host/network_core/PipeManager.h"
+#include "host/network_core/ProgressWalk.h"
 
 #include <boost/make_shared.hpp>
 
@@ -25,11 +25,13 @@ using OLMGis::System::CGisSystem;
 using OLMGis::Topology::CAnalysedNetwork;
 using OLMGis::Topology::CCatalogItem;
 using OLMGis::Topology::CFAMsg;
+using OLMGis::Topology::CFindingList;
 using OLMGis::Topology::CManholeManager;
 using OLMGis::Topology::CNode;
 using OLMGis::Topology::CPipeManager;
 using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CSection;
+using OLMGis::Topology::WalkWithProgress;
 using OLMGis::Utility::Msg;
 
 namespace {
@@ -106,7 +108,7 @@ private:
     const CDataDefinition* m_manholeId = FindDefinition("MANHOLE_ID");
     const CDataDefinition* m_levelPosition = FindDefinition("LEVEL_LINE_POSITION");
     const CDataDefinition* m_terrainType = CDDCache::Instance()->GetMANHOLE_RT();
-    Analysis::CFindingList m_findings;
+    CFindingList m_findings;
     Analysis::CRowSet m_reportedNodes;
     Analysis::CRowSet m_reportedSections;
 
@@ -150,6 +152,6 @@ void CFAI_ManholePipe::RunAnalysis(boost::shared_ptr<CPropertiesEx> /*properties
     if (network == nullptr)
         return;
     CManholePipeRun run(findings);
-    Analysis::WalkWithProgress(Msg(CaptionMessage), network->m_nodes,
-                               [&run](const boost::shared_ptr<CNode>& node) { run.TestNode(node); });
+    WalkWithProgress(Msg(CaptionMessage), network->m_nodes,
+                     [&run](const boost::shared_ptr<CNode>& node) { run.TestNode(node); });
 }

@@ -2,11 +2,11 @@
 // Copyright (C) the Drenova authors
 #include "analysis/FAI_MinimalPipeDepth.h"
 
-#include "analysis/FindingList.h"
-#include "analysis/ProgressWalk.h"
 #include "flow/FormFields.h"
 #include "host/gis_core/ModuleConfiguration.h"
+#include "host/network_core/FindingList.h"
 #include "host/network_core/PipeManager.h"
+#include "host/network_core/ProgressWalk.h"
 
 #include <boost/make_shared.hpp>
 
@@ -14,9 +14,11 @@
 
 using OLMGis::Topology::CAnalysedNetwork;
 using OLMGis::Topology::CFAMsg;
+using OLMGis::Topology::CFindingList;
 using OLMGis::Topology::CPipeManager;
 using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CSection;
+using OLMGis::Topology::WalkWithProgress;
 using OLMGis::Utility::Msg;
 
 namespace {
@@ -50,7 +52,7 @@ CLimits ReadLimits(const CPropertiesEx* form) {
 
 /// At most one finding per section: for the first sample outside the limits.
 void ReportFirstOffence(const CSection& section, const std::vector<double>& depths, const CLimits& limits,
-                        Analysis::CFindingList& findings) {
+                        CFindingList& findings) {
     for (const double depth : depths) {
         if (limits.m_least > depth)
             return findings.AddWithValue(section, TooShallow, {depth, limits.m_least, "m"});
@@ -96,7 +98,7 @@ void CFAI_MinimalPipeDepth::RunAnalysis(boost::shared_ptr<CPropertiesEx> propert
         return;
     const CLimits limits = ReadLimits(properties.get());
     CPipeManager* const pipes = CPipeManager::Instance();
-    Analysis::CFindingList list(findings);
+    CFindingList list(findings);
     std::vector<std::pair<double, double>> samples;
     std::vector<double> positions;
     std::vector<double> covers;
@@ -109,5 +111,5 @@ void CFAI_MinimalPipeDepth::RunAnalysis(boost::shared_ptr<CPropertiesEx> propert
         if (pipes->GetPipeDepths(section, positions, limits.m_terrain, covers, depths) != 0)
             ReportFirstOffence(*section, depths, limits, list);
     };
-    Analysis::WalkWithProgress(GetItemName(), network->m_sections, test);
+    WalkWithProgress(GetItemName(), network->m_sections, test);
 }

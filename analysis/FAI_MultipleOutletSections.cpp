@@ -2,19 +2,21 @@
 // Copyright (C) the Drenova authors
 #include "analysis/FAI_MultipleOutletSections.h"
 
-#include "analysis/FindingList.h"
-#include "analysis/ProgressWalk.h"
 #include "analysis/SectionsBelow.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/SystemManager.h"
+#include "host/network_core/FindingList.h"
+#include "host/network_core/ProgressWalk.h"
 
 #include <boost/make_shared.hpp>
 
 using OLMGis::System::CGisSystem;
 using OLMGis::Topology::CAnalysedNetwork;
 using OLMGis::Topology::CFAMsg;
+using OLMGis::Topology::CFindingList;
 using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CSection;
+using OLMGis::Topology::WalkWithProgress;
 using OLMGis::Utility::Msg;
 
 namespace {
@@ -53,9 +55,9 @@ void CFAI_MultipleOutletSections::RunAnalysis(boost::shared_ptr<CPropertiesEx> /
                                               std::vector<boost::shared_ptr<CFAMsg>>& findings) {
     if (network == nullptr)
         return;
-    Analysis::CFindingList list(findings);
+    CFindingList list(findings);
     const Analysis::CSectionsBelow below(*network);
-    Analysis::WalkWithProgress(GetItemName(), network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
+    WalkWithProgress(GetItemName(), network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
         if (const std::size_t count = below.Count(*section); count >= 2)
             list.Add(*section, Message, {static_cast<double>(count), 1.0, ""});
     });

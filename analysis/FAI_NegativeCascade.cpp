@@ -2,13 +2,13 @@
 // Copyright (C) the Drenova authors
 #include "analysis/FAI_NegativeCascade.h"
 
-#include "analysis/FindingList.h"
-#include "analysis/ProgressWalk.h"
 #include "analysis/SectionsBelow.h"
 #include "host/formulas/Rounding.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/SystemManager.h"
+#include "host/network_core/FindingList.h"
+#include "host/network_core/ProgressWalk.h"
 
 #include <boost/make_shared.hpp>
 
@@ -18,8 +18,10 @@ using OLMGis::Data::FindDefinition;
 using OLMGis::System::CGisSystem;
 using OLMGis::Topology::CAnalysedNetwork;
 using OLMGis::Topology::CFAMsg;
+using OLMGis::Topology::CFindingList;
 using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CSection;
+using OLMGis::Topology::WalkWithProgress;
 using OLMGis::Utility::Msg;
 
 namespace {
@@ -62,11 +64,11 @@ void CFAI_NegativeCascade::RunAnalysis(boost::shared_ptr<CPropertiesEx> /*proper
         return;
     const auto* const startLevel = FindDefinition("LEVEL_LINE_0");
     const auto* const endLevel = FindDefinition("LEVEL_LINE_1");
-    Analysis::CFindingList list(findings);
+    CFindingList list(findings);
     const Analysis::CSectionsBelow below(*network);
     CDataBox upper;
     CDataBox lower;
-    Analysis::WalkWithProgress(GetItemName(), network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
+    WalkWithProgress(GetItemName(), network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
         CDataRW::Read(endLevel, section, upper, 0, nullptr);
         if (!upper.IsNotNull())
             return;

@@ -2,21 +2,23 @@
 // Copyright (C) the Drenova authors
 #include "analysis/FAI_SmallerDiametersDownflow.h"
 
-#include "analysis/FindingList.h"
-#include "analysis/ProgressWalk.h"
 #include "analysis/SectionsBelow.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/SystemManager.h"
+#include "host/network_core/FindingList.h"
 #include "host/network_core/PipeManager.h"
+#include "host/network_core/ProgressWalk.h"
 
 #include <boost/make_shared.hpp>
 
 using OLMGis::System::CGisSystem;
 using OLMGis::Topology::CAnalysedNetwork;
 using OLMGis::Topology::CFAMsg;
+using OLMGis::Topology::CFindingList;
 using OLMGis::Topology::CPipeManager;
 using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CSection;
+using OLMGis::Topology::WalkWithProgress;
 using OLMGis::Utility::Msg;
 
 namespace {
@@ -57,10 +59,10 @@ void CFAI_SmallerDiametersDownflow::RunAnalysis(boost::shared_ptr<CPropertiesEx>
     if (network == nullptr)
         return;
     CPipeManager* const pipes = CPipeManager::Instance();
-    Analysis::CFindingList list(findings);
+    CFindingList list(findings);
     const Analysis::CSectionsBelow below(*network);
     const std::string caption = Msg(Message);
-    Analysis::WalkWithProgress(caption, network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
+    WalkWithProgress(caption, network->m_sections, [&](const boost::shared_ptr<CSection>& section) {
         const auto pipe = section->GetPipe();
         if (!pipe)
             return;

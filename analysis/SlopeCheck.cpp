@@ -2,9 +2,10 @@
 // Copyright (C) the Drenova authors
 #include "analysis/SlopeCheck.h"
 
-#include "analysis/ProgressWalk.h"
 #include "flow/FormFields.h"
 #include "host/gis_core/DataRW.h"
+#include "host/network_core/FindingList.h"
+#include "host/network_core/ProgressWalk.h"
 
 #include <boost/make_shared.hpp>
 
@@ -14,8 +15,10 @@ using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataRW;
 using OLMGis::Data::FindDefinition;
 using OLMGis::Topology::CAnalysedNetwork;
+using OLMGis::Topology::CFindingList;
 using OLMGis::Topology::CPropertiesEx;
 using OLMGis::Topology::CSection;
+using OLMGis::Topology::WalkWithProgress;
 
 namespace {
 
@@ -48,7 +51,7 @@ boost::shared_ptr<CPropertiesEx> CreateSlopeForm(int nameMessage) {
 }
 
 void CheckSlopes(const CSlopeCheck& check, const CPropertiesEx& form, const CAnalysedNetwork& network,
-                 CMessages& messages) {
+                 std::vector<boost::shared_ptr<OLMGis::Topology::CFAMsg>>& messages) {
     const double least = form.GetDblProperty("VALUE_MIN", check.m_leastFallback, 1);
     const double greatest = form.GetDblProperty("VALUE_MAX", check.m_greatestFallback, 1);
     const auto* const attribute = FindDefinition(check.m_attribute);

@@ -2,13 +2,14 @@
 // Copyright (C) the Drenova authors
 #pragma once
 
-#include "analysis/FindingList.h"
 #include "host/network_core/AnalysedNetwork.h"
+#include "host/network_core/FAMsg.h"
 #include "host/network_core/PropertiesEx.h"
 
 #include <boost/shared_ptr.hpp>
 
 #include <string_view>
+#include <vector>
 
 /// The common part of the two slope checks.
 namespace Analysis {
@@ -26,6 +27,7 @@ boost::shared_ptr<OLMGis::Topology::CPropertiesEx> CreateSlopeForm(int nameMessa
 
 /// Checks all sections of a network and appends the findings to messages.
 void CheckSlopes(const CSlopeCheck& check, const OLMGis::Topology::CPropertiesEx& form,
-                 const OLMGis::Topology::CAnalysedNetwork& network, CMessages& messages);
+                 const OLMGis::Topology::CAnalysedNetwork& network,
+                 std::vector<boost::shared_ptr<OLMGis::Topology::CFAMsg>>& messages);
 
 } // namespace Analysis

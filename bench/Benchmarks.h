@@ -12,7 +12,7 @@ void RegisterAttributes();
 /// calculators of lower keys ran before; and one whole run by the driver of calculators.
 void RegisterCalculators();
 
-/// All checks in one run, their findings kept; and the dearest of them alone.
+/// All checks of the module in one run, their findings kept; the dearest of them alone; and all other checks.
 void RegisterChecks();
 
 /// Least diameters and fillings of circular pipes: a pass is one solve for each section.

@@ -5,6 +5,7 @@
 #include "host/gis_core/DataRW.h"
 #include "host/network_core/CatalogManager.h"
 #include "host/network_core/FunctionalAnalysisManager.h"
+#include "host/sewage_calculations/NetworkChecks.h"
 
 #include <array>
 #include <string>
@@ -64,7 +65,8 @@ Result<CBenchProjectPtr> MakeCheckedNetwork(const CSize& size) {
     return project;
 }
 
-/// One pass runs the items that have the key, or all for the empty one, with their forms as they are made.
+/// One pass runs the items that have the key, or all of the module for the empty one, with their forms as they are
+/// made.
 CSubjectMaker Checking(const std::string& key) {
     return [key](const CSize& size) -> Result<CSubject> {
         const auto project = MakeCheckedNetwork(size);
@@ -89,9 +91,33 @@ CSubjectMaker Checking(const std::string& key) {
     };
 }
 
+/// One pass runs the checks that are not of the module, on pipes that carry a flow.
+CSubjectMaker CheckingNetwork() {
+    return [](const CSize& size) -> Result<CSubject> {
+        const auto project = MakeCheckedNetwork(size);
+        if (!project)
+            return project.GetError();
+        const auto* const flow = CDataConfiguration::Instance()->GetDataDefinitionByID("FLOW_TOTAL");
+        for (const auto& section : project.Value()->Topology().GetSections())
+            CDataRW::Write(flow, section, CDataBox(0.05), nullptr);
+        CSubject subject;
+        subject.m_pass = [project = project.Value()]() -> Status {
+            const OLMGis::Sewage::CNetworkChecks checks;
+            CFunctionalAnalysisManager& manager = *CFunctionalAnalysisManager::Instance();
+            std::vector<CFunctionalAnalysisManager::CRequest> requests;
+            for (const auto& item : manager.GetItems())
+                if (OLMGis::Sewage::CNetworkChecks::Has(item->GetItemKey()))
+                    requests.push_back({item, nullptr});
+            return manager.RunAnalysis(requests) ? Status(Done{}) : Status(BadInput("the run was given up"));
+        };
+        return subject;
+    };
+}
+
 } // namespace
 
 void RegisterChecks() {
+    RegisterOnNetworks("checks/network", enmPace::Quick, CheckingNetwork());
     RegisterOnNetworks("checks/all", enmPace::Quick, Checking(""));
     for (const char* key : {"0002_MIN_PIPE_DEPTH", "0004_MIN_SLOPE", "0005_MANHOLE_PIPE", "0007_SMALLER_DIAMETERS"})
         RegisterOnNetworks(std::string("checks/") + key, enmPace::Quick, Checking(key));

@@ -148,9 +148,12 @@ void CFunctionalAnalysisManager::RegisterFunctionalAnalysisItem(
     if (!item || GetItem(item->GetItemKey()))
         return;
     m_items.push_back(item);
-    System::CModuleScope::Instance()->NoteRegistered([this, key = item->GetItemKey()] {
-        std::erase_if(m_items, [&key](const auto& entry) { return entry->GetItemKey() == key; });
-    });
+    System::CModuleScope::Instance()->NoteRegistered(
+        [this, key = item->GetItemKey()] { UnregisterFunctionalAnalysisItem(key); });
+}
+
+void CFunctionalAnalysisManager::UnregisterFunctionalAnalysisItem(std::string_view key) {
+    std::erase_if(m_items, [key](const auto& entry) { return entry->GetItemKey() == key; });
 }
 
 boost::shared_ptr<IFunctionalAnalysisItem> CFunctionalAnalysisManager::GetItem(std::string_view key) const {

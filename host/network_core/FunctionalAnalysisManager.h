@@ -21,6 +21,9 @@ public:
     /// Enters an item for the life of the module that registers it. A null and a key that is taken are kept out.
     void RegisterFunctionalAnalysisItem(const boost::shared_ptr<IFunctionalAnalysisItem>& item);
 
+    /// Takes an item out again; nothing for an unknown key.
+    void UnregisterFunctionalAnalysisItem(std::string_view key);
+
     /// In the order of registration; no nulls.
     const std::vector<boost::shared_ptr<IFunctionalAnalysisItem>>& GetItems() const { return m_items; }
 

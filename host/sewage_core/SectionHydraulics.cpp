@@ -81,6 +81,7 @@ CSectionHydraulics CSectionHydraulicsReader::Calculate(const boost::shared_ptr<C
     figures.m_velocity = m_hydraulics.GetDBrzinaDjelomicnoIsp();
     figures.m_capacity = m_hydraulics.GetFullBoreFlow();
     figures.m_depth = m_hydraulics.GetDepth();
+    figures.m_hydraulicRadius = m_hydraulics.GetHydraulicRadius();
     figures.m_isOverfull = m_hydraulics.IsOverfull();
     return figures;
 }

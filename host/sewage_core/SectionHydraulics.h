@@ -34,6 +34,7 @@ struct CSectionHydraulics {
     double m_velocity = 0.0;                          ///< m/s
     double m_capacity = 0.0;                          ///< full-pipe capacity, m³/s
     double m_depth = 0.0;                             ///< m
+    double m_hydraulicRadius = 0.0;                   ///< m, at the depth
     bool m_isOverfull = false;
 };
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
 #include "analysis/FAI_MinimalPipeDepth.h"
-#include "tests/analysis/AnalysisStage.h"
+#include "tests/support/AnalysisStage.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;

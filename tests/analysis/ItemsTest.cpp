@@ -10,7 +10,7 @@
 #include "analysis/FAI_SmallerDiametersDownflow.h"
 #include "host/gis_core/CoreProgressBar.h"
 #include "host/gis_core/HostServices.h"
-#include "tests/analysis/AnalysisStage.h"
+#include "tests/support/AnalysisStage.h"
 
 using namespace OLMGis;
 using testing::ElementsAre;

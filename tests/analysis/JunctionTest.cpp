@@ -4,7 +4,7 @@
 #include "analysis/FAI_MultipleOutletSections.h"
 #include "analysis/FAI_NegativeCascade.h"
 #include "analysis/FAI_SmallerDiametersDownflow.h"
-#include "tests/analysis/AnalysisStage.h"
+#include "tests/support/AnalysisStage.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;

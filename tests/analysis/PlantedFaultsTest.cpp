@@ -3,7 +3,7 @@
 // All checks as the module registers them, on one network with known faults.
 #include "host/network_core/FunctionalAnalysisManager.h"
 #include "plugin/HCPluginInfo.h"
-#include "tests/analysis/AnalysisStage.h"
+#include "tests/support/AnalysisStage.h"
 
 #include <fmt/format.h>
 

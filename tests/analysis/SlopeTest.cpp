@@ -2,7 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "analysis/FAI_NegativeSlope.h"
 #include "analysis/FAI_NegativeSlopeCalc.h"
-#include "tests/analysis/AnalysisStage.h"
+#include "tests/support/AnalysisStage.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;

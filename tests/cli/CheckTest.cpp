@@ -60,11 +60,19 @@ protected:
 } // namespace
 
 TEST_F(FaultyProject, AllChecksRunInTheOrderOfRegistration) {
-    EXPECT_THAT(Check({}),
-                ElementsAre("0004_MIN_SLOPE AB 2 5 \"1/1000\"", "0004_MIN_SLOPE BC -1.5 0 \"1/1000\"",
-                            "0004_MIN_SLOPE BD 40 30 \"1/1000\"", "0006_NEGATIVE_CASCADE AB -0.75 -0.5 \"m\"",
-                            "0005_MULTI_OUTLET_SECT AB 2 1 null"));
-    EXPECT_EQ(Check({"--strict"}, 1).size(), 5U);
+    const std::vector<std::string> module{
+        "0004_MIN_SLOPE AB 2 5 \"1/1000\"", "0004_MIN_SLOPE BC -1.5 0 \"1/1000\"", "0004_MIN_SLOPE BD 40 30 \"1/1000\"",
+        "0006_NEGATIVE_CASCADE AB -0.75 -0.5 \"m\"", "0005_MULTI_OUTLET_SECT AB 2 1 null"};
+    EXPECT_EQ(Check({"--only", "module"}), module);
+    EXPECT_EQ(Check({"--only", "module", "--strict"}, 1), module);
+    std::vector<std::string> all = module;
+    for (const char* own :
+         {"0010_NO_OUTLET B 1 0 null", "0015_MISSING_INPUT AB 2 0 null", "0015_MISSING_INPUT BC 2 0 null",
+          "0015_MISSING_INPUT BD 3 0 null", "0015_MISSING_INPUT A 1 0 null", "0015_MISSING_INPUT B 1 0 null",
+          "0015_MISSING_INPUT C 1 0 null", "0015_MISSING_INPUT D 1 0 null"})
+        all.emplace_back(own);
+    EXPECT_EQ(Check({}), all);
+    EXPECT_EQ(Check({"--strict"}, 1), all);
 }
 
 TEST_F(FaultyProject, ItemsAreChosenAndLimitsSetByWords) {
@@ -72,7 +80,11 @@ TEST_F(FaultyProject, ItemsAreChosenAndLimitsSetByWords) {
                        "0004_MIN_SLOPE.VALUE_MIN=2", "--strict"},
                       1),
                 ElementsAre("0004_MIN_SLOPE BC -1.5 0 \"1/1000\"", "0006_NEGATIVE_CASCADE AB -0.75 -0.5 \"m\""));
-    EXPECT_EQ(Check({"0004_MIN_SLOPE.VALUE_MIN=1"}).size(), 4U) << "a value alone leaves all checks to run";
+    EXPECT_EQ(Check({"0004_MIN_SLOPE.VALUE_MIN=1"}).size(), 12U) << "a value alone leaves all checks to run";
+    EXPECT_EQ(Check({"--only", "module", "0004_MIN_SLOPE.VALUE_MIN=1"}).size(), 4U);
+    EXPECT_THAT(Check({"0015_MISSING_INPUT", "0010_NO_OUTLET", "0015_MISSING_INPUT.PIPE=0",
+                       "0015_MISSING_INPUT.LEVELS=0", "0015_MISSING_INPUT.GROUND=0"}),
+                ElementsAre("0010_NO_OUTLET B 1 0 null"));
     EXPECT_EQ(Check({"0007_SMALLER_DIAMETERS", "--strict"}).size(), 0U);
 }
 
@@ -87,6 +99,9 @@ TEST_F(FaultyProject, InvalidArgumentsChangeNothing) {
         {{"VALUE_MIN=3"}, "ITEM.TAG=VALUE"},
         {{"X.VALUE_MIN=3"}, "found the check \"X\""},
         {{"0004_MIN_SLOPE", "0003_MIN_LL_SLOPE.VALUE_MIN=3"}, "not among the checks to run"},
+        {{"--only", "module", "0009_RING"}, "found the check 0009_RING with --only module"},
+        {{"--only", "module", "0011_COMPONENTS.VALUE_MAX=2"}, "found the check 0011_COMPONENTS"},
+        {{"--only", "own"}, "own"},
         {{"--format", "xml"}, "xml"},
     };
     for (const auto& [arguments, message] : cases) {
@@ -140,6 +155,13 @@ TEST_F(FaultyProject, ADesignEndsWithTheChecks) {
     EXPECT_LT(ended.m_out.find("0005_MULTI_OUTLET_SECT"), ended.m_out.find("0006_NEGATIVE_CASCADE")) << "by key";
     EXPECT_THAT(ended.m_out, testing::ContainsRegex("0004_MIN_SLOPE +1 "));
     EXPECT_THAT(ReadFile(m_project), HasSubstr("0006_NEGATIVE_CASCADE"));
+    EXPECT_THAT(ended.m_out, testing::Not(HasSubstr("0015_MISSING_INPUT"))) << "the file does not name it";
+    const std::string more = m_folder.Write("more.json", R"({"02_ADDITIONAL": {"FC_ADD_USER": 1, "FC_ADD_USER_VAL": 3},
+                      "checks": {"0015_MISSING_INPUT": {"GROUND": 0}, "0009_RING": {}}})");
+    const CEnded own = Drenova({"design", m_project, "--params", more});
+    ASSERT_EQ(own.m_code, 0) << own.m_err;
+    EXPECT_THAT(own.m_out, testing::ContainsRegex("0007_SMALLER_DIAMETERS +0 [^\n]*\n0009_RING +0 [^\n]*\n"
+                                                  "0015_MISSING_INPUT +3 "));
     for (const char* bad : {R"({"02_ADDITIONAL": {}, "checks": {"0004": {}}})",
                             R"({"02_ADDITIONAL": {}, "checks": {"0004_MIN_SLOPE": {"MIN": 1}}})"})
         EXPECT_EQ(Drenova({"design", m_project, "--params", m_folder.Write("bad.json", bad)}).m_code, 3) << bad;

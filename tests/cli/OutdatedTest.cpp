@@ -128,6 +128,28 @@ TEST_F(Outdated, StayAfterARunOfSomeSections) {
     EXPECT_EQ(Find(m_project).count("01_WASTE_PERCENT"), 0U);
 }
 
+TEST_F(Outdated, AreFindingsOfACheck) {
+    const std::vector<std::string> check = {"check", m_project, "0016_OUTDATED_RESULT", "--format", "json", "--strict"};
+    EXPECT_EQ(Drenova(check).m_code, 0);
+    ASSERT_EQ(Drenova({"set", m_project, "FLOW_COEFDEN=2", "--names", "MAIN-01"}).m_code, 0);
+    const json outdated = json::parse(Drenova({"info", m_project, "--json"}).m_out).at("outdated");
+    const CEnded ended = Drenova(check);
+    EXPECT_EQ(ended.m_code, 1);
+    EXPECT_THAT(ended.m_err, Not(HasSubstr("is outdated: changed"))) << "the check uses none of them";
+    const json findings = json::parse(ended.m_out);
+    ASSERT_GT(outdated.size(), 4U);
+    ASSERT_EQ(findings.size(), outdated.size());
+    for (std::size_t i = 0; i < findings.size(); ++i) {
+        const std::string text = findings[i].at("text");
+        const json& entry = outdated[i];
+        EXPECT_THAT(text, testing::StartsWith(entry.at("result").get<std::string>() +
+                                              " is outdated, number of sections: 121. Changed since: " +
+                                              entry.at("changed")[0].get<std::string>()));
+        EXPECT_THAT(text, testing::EndsWith("Run again: " + entry.at("calculator").get<std::string>()));
+        EXPECT_EQ(findings[i].at("value"), 121.0);
+    }
+}
+
 TEST_F(Outdated, AreReportedByWhatReadsThem) {
     ASSERT_EQ(Drenova({"set", m_project, "FLOW_COEFDEN=2", "--all"}).m_code, 0);
     const std::string bytes = ReadFile(m_project);
@@ -140,6 +162,7 @@ TEST_F(Outdated, AreReportedByWhatReadsThem) {
         {{"run", m_project, "04_FC_TOTAL", "FLOW_TRANSIT=1"}, "drenova run PROJECT 03_FC_TRANSIT"},
         {{"hydraulics", m_project}, "FLOW_TOTAL is outdated"},
         {{"export", m_project, "csv", "-o", file}, "HYD_FILLING is outdated"},
+        {{"check", m_project}, "FLOW_TOTAL is outdated"},
     };
     for (const auto& row : rows) {
         std::vector<std::string> strict = row.m_verb;

@@ -154,6 +154,7 @@ const std::vector<std::regex>& MessageUses() {
             R"re((?:\b[Aa]dd\w*\([^;"]{0,80}|\{)"[A-Z][A-Z0-9_]*",\s*(?:(?:\w+::)*(?:Edit|CheckBox|ComboBox|FilePath|CustomDialog|CatalogPicker),\s*)?([0-9]{2,6}\b|[A-Za-z][\w:]*))re"),
         // a finding: findings.AddWithValue(section, 10360, {slope, 0.0, Unit})
         std::regex(R"(\bAdd(?:WithValue)?\(\*?\w+, ([\w:]+), \{)"),
+        std::regex(R"(\bAddWithCount\([^,;]+, ([\w:]+), )"),
         // the choices of a combo box: {{2137, 0}, {2138, 1}}
         std::regex(R"([{,]\s*\{([0-9]{3,5}|Messages::\w+), ?[A-Za-z0-9_:]+\})"),
         // a constant that says so: constexpr int FlowsStored = 2050; ///< message

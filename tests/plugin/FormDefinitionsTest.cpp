@@ -6,6 +6,7 @@
 #include "host/gis_core/ProjectSettings.h"
 #include "host/network_core/FunctionalAnalysisManager.h"
 #include "host/network_core/PropertyEditing.h"
+#include "host/sewage_calculations/NetworkChecks.h"
 #include "host/sewage_core/FlowCalculatorManager.h"
 #include "host/workspace_core/ModuleLoader.h"
 #include "host/workspace_core/WsManager.h"
@@ -51,6 +52,7 @@ TEST(FormDefinitions, CoverTheFieldsOfAllEditions) {
         ASSERT_TRUE(Utility::CModuleConfiguration::Instance()->ApplySettings());
         const auto module = Workspace::CModuleLoader::Load(DRENOVA_MODULE_FILE);
         ASSERT_TRUE(module);
+        const Sewage::CNetworkChecks checks;
         for (const auto& [key, form] : MakeForms())
             for (const auto& property : form->GetAllProperties()) {
                 tags[key].insert(property->GetTag());

@@ -3,6 +3,7 @@
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/NotificationFramework.h"
 #include "host/network_core/FunctionalAnalysisManager.h"
+#include "host/sewage_calculations/NetworkChecks.h"
 #include "host/sewage_core/FlowCalculatorManager.h"
 #include "host/sewage_core/IDensityUser.h"
 #include "host/workspace_core/DialogTable.h"
@@ -75,6 +76,22 @@ TEST(PluginRegistration, CalculatorsAndChecksAreListedInOrderAndComeAndGoWithThe
         stage.module = CModuleLoader::Load(DRENOVA_MODULE_FILE);
         ASSERT_TRUE(stage.module);
     }
+}
+
+TEST(PluginRegistration, OurOwnChecksFollowThoseOfTheModule) {
+    const CStage stage;
+    {
+        const Sewage::CNetworkChecks checks;
+        const auto keys = ItemKeys();
+        ASSERT_EQ(keys.size(), 16U);
+        EXPECT_EQ(keys[6], "0005_MANHOLE_PIPE");
+        EXPECT_THAT(std::vector(keys.begin() + 7, keys.end()),
+                    ElementsAre("0008_LEVEL_SLOPE", "0009_RING", "0010_NO_OUTLET", "0011_COMPONENTS", "0012_OVERFULL",
+                                "0013_VELOCITY", "0014_SHEAR_STRESS", "0015_MISSING_INPUT", "0016_OUTDATED_RESULT"));
+        for (std::size_t i = 0; i < keys.size(); ++i)
+            EXPECT_EQ(Sewage::CNetworkChecks::Has(keys[i]), i >= 7) << keys[i];
+    }
+    EXPECT_EQ(ItemKeys().size(), 7U) << "they leave the project alone";
 }
 
 TEST(PluginRegistration, RegistersThePanelAndTheHandlerOfTerrainTypes) {

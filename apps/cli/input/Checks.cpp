@@ -4,11 +4,13 @@
 
 #include "host/gis_core/Utility.h"
 #include "host/network_core/FormDefinitions.h"
+#include "host/sewage_calculations/NetworkChecks.h"
 #include "reports/ShownText.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <algorithm>
 #include <map>
 #include <set>
 
@@ -58,12 +60,30 @@ Status SortArgument(const std::string& argument, CSortedArguments& sorted) {
     return Done{};
 }
 
+/// BadArguments when a check is named that is not one of the module's.
+Status RequireModuleChecks(const CSortedArguments& sorted) {
+    std::set<std::string, std::less<>> named = sorted.m_items;
+    for (const auto& [key, values] : sorted.m_values)
+        named.insert(key);
+    for (const std::string& key : named)
+        if (OLMGis::Sewage::CNetworkChecks::Has(key))
+            return BadArguments(fmt::format("found the check {} with --only module, expected one of {}", key,
+                                            fmt::join(GetModuleCheckKeys(), ", ")));
+    return Done{};
+}
+
 } // namespace
 
 std::vector<std::string> GetCheckKeys() {
     std::vector<std::string> keys;
     for (const auto& item : CFunctionalAnalysisManager::Instance()->GetItems())
         keys.push_back(item->GetItemKey());
+    return keys;
+}
+
+std::vector<std::string> GetModuleCheckKeys() {
+    std::vector<std::string> keys = GetCheckKeys();
+    std::erase_if(keys, [](const std::string& key) { return OLMGis::Sewage::CNetworkChecks::Has(key); });
     return keys;
 }
 
@@ -83,17 +103,20 @@ Result<CCheckRequest> MakeCheckRequest(std::string_view key, std::vector<CFormVa
     return request;
 }
 
-Result<std::vector<CCheckRequest>> ReadCheckArguments(const std::vector<std::string>& arguments) {
+Result<std::vector<CCheckRequest>> ReadCheckArguments(const std::vector<std::string>& arguments, bool isModuleOnly) {
     CSortedArguments sorted;
     for (const std::string& argument : arguments)
         if (const Status status = SortArgument(argument, sorted); !status)
+            return status.GetError();
+    if (isModuleOnly)
+        if (const Status status = RequireModuleChecks(sorted); !status)
             return status.GetError();
     for (const auto& [key, values] : sorted.m_values)
         if (!sorted.m_items.empty() && sorted.m_items.find(key) == sorted.m_items.end())
             return BadArguments(
                 fmt::format("found a value of {}, which is not among the checks to run: name it too", key));
     std::vector<CCheckRequest> requests;
-    for (const std::string& key : GetCheckKeys()) {
+    for (const std::string& key : isModuleOnly ? GetModuleCheckKeys() : GetCheckKeys()) {
         if (!sorted.m_items.empty() && sorted.m_items.find(key) == sorted.m_items.end())
             continue;
         auto request = MakeCheckRequest(key, std::move(sorted.m_values[key]));

@@ -91,6 +91,7 @@ Status CProject::LoadModule() {
     if (!loaded)
         return loaded.GetError();
     m_module.emplace(std::move(loaded.Value()));
+    m_checks.emplace();
     return Done{};
 }
 

@@ -7,6 +7,7 @@
 #include "host/gis_core/ProjectContext.h"
 #include "host/gis_core/Result.h"
 #include "host/project_io/store/ProjectFile.h"
+#include "host/sewage_calculations/NetworkChecks.h"
 #include "host/workspace_core/ModuleLoader.h"
 
 #include <memory>
@@ -38,7 +39,8 @@ public:
     CProject(const CProject&) = delete;
     CProject& operator=(const CProject&) = delete;
 
-    /// Loads the hydraulics module, which registers calculators and checks. Refused or BadInput when it cannot be.
+    /// Loads the hydraulics module, which registers calculators and checks, and registers our own checks. Refused or
+    /// BadInput when it cannot be.
     OLMGis::Utility::Status LoadModule();
 
     /// Notes a file that the command reads beside the project and its rasters: an output may not overwrite it.
@@ -74,6 +76,7 @@ private:
     OLMGis::System::CContextActivation m_activation{m_context};
     std::optional<OLMGis::ProjectIo::CProjectFile> m_file;
     std::optional<OLMGis::Workspace::CModuleLoader> m_module;
+    std::optional<OLMGis::Sewage::CNetworkChecks> m_checks; ///< after those of the module
     std::string m_path;
     std::vector<std::string> m_warnings;
     std::vector<std::string> m_inputs; ///< other files that the command reads

@@ -22,6 +22,7 @@ namespace {
 struct COptions {
     std::string m_project;
     std::vector<std::string> m_items; ///< ITEM and ITEM.TAG=VALUE; none for all checks with their default values
+    std::string m_only;               ///< "module" for its checks alone; empty for all
     CFormatOption m_format;
     bool m_isStrict = false; ///< ends with 1 when something was found
     COutputOption m_output;
@@ -35,7 +36,7 @@ CVerbResult CheckProject(const COptions& options, CTerminal& terminal, std::ostr
         return isFree.GetError();
     if (const Status loaded = project.Value()->LoadModule(); !loaded)
         return loaded.GetError();
-    const auto requests = ReadCheckArguments(options.m_items);
+    const auto requests = ReadCheckArguments(options.m_items, !options.m_only.empty());
     if (!requests)
         return requests.GetError();
     COutdatedReading reading;
@@ -64,6 +65,8 @@ CVerb MakeCheck() {
     return CVerb("check", "PROJECT [ITEM...] [ITEM.TAG=VALUE...] [options]", "Check the network against design rules")
         .Project(options->m_project)
         .OptionalArguments("ITEM", options->m_items, "Checks to run; default: all. ITEM.TAG=VALUE sets a limit")
+        .Choice("--only", options->m_only, {"module"},
+                "Run only the checks of the hydraulics module: slopes, depths,\njunctions, manholes")
         .Formats(options->m_format, {"table", "csv", "json", "geojson"}, "Default: table")
         .Flag("--strict", options->m_isStrict, "Exit code 1 when something was found, or an outdated result was read")
         .SaveAs(options->m_output)

@@ -8,6 +8,7 @@
 #include "apps/cli/verbs/Verbs.h"
 #include "host/gis_core/RunTrace.h"
 #include "host/sewage_calculations/CalculationRun.h"
+#include "host/sewage_calculations/NetworkChecks.h"
 #include "host/sewage_core/LastForms.h"
 #include "reports/FindingListing.h"
 #include "reports/HydraulicsListing.h"
@@ -88,10 +89,13 @@ struct CDesignPlan {
     std::vector<CCheckRequest> m_checks;
 };
 
-/// All checks in ascending order of key, with the values of the file for those that it names.
+/// The checks of the module in ascending order of key, then those of our own that the file names; with its values.
 Result<std::vector<CCheckRequest>> PlanChecks(const CParameterFile& file) {
-    std::vector<std::string> keys = GetCheckKeys();
+    std::vector<std::string> keys = GetModuleCheckKeys();
     std::sort(keys.begin(), keys.end());
+    for (const std::string& key : GetCheckKeys())
+        if (OLMGis::Sewage::CNetworkChecks::Has(key) && file.FindCheckValues(key) != nullptr)
+            keys.push_back(key);
     std::vector<CCheckRequest> requests;
     for (const std::string& key : keys) {
         const auto* values = file.FindCheckValues(key);
@@ -222,8 +226,10 @@ CVerb MakeDesign() {
         .Flag("--strict", options->m_isStrict, StrictHelp)
         .SaveAs(options->m_output)
         .Examples({"drenova design town.gpkg --params design.json -o designed.gpkg", "drenova design town.gpkg"})
-        .Notes("Calculators run in ascending order of key, then the hydraulics of all pipes are calculated and all\n"
-               "checks run with the limits of the file. If one stops, the project is unchanged.")
+        .Notes(
+            "Calculators run in ascending order of key, then the hydraulics of all pipes are calculated, then the\n"
+            "checks run: those of the module, and any other that the file names under \"checks\". If one stops, the\n"
+            "project is unchanged.")
         .Runs([options](CTerminal& terminal, std::ostream& results) { return RunDesign(*options, terminal, results); });
 }
 

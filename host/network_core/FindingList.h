@@ -8,12 +8,12 @@
 
 #include <boost/shared_ptr.hpp>
 
+#include <cstddef>
+#include <string>
 #include <string_view>
 #include <vector>
 
-namespace Analysis {
-
-using CMessages = std::vector<boost::shared_ptr<OLMGis::Topology::CFAMsg>>;
+namespace OLMGis::Topology {
 
 /// What a check measured and the limit that it broke; the text of a finding shows the value at most.
 struct CMeasured {
@@ -26,20 +26,24 @@ struct CMeasured {
 class CFindingList {
 public:
     /// Keeps a reference to messages.
-    explicit CFindingList(CMessages& messages)
-        : m_messages(messages), m_notes(OLMGis::Topology::CFindingNotes::Active()) {}
+    explicit CFindingList(std::vector<boost::shared_ptr<CFAMsg>>& messages)
+        : m_messages(messages), m_notes(CFindingNotes::Active()) {}
 
     /// Adds a finding with the text of a message. entity: the node or section that the finding names.
-    void Add(const OLMGis::Topology::CEntity& entity, int message, const CMeasured& measured);
+    void Add(const CEntity& entity, int message, const CMeasured& measured);
 
     /// The same with the value after the text, in brackets with two decimals.
-    void AddWithValue(const OLMGis::Topology::CEntity& entity, int message, const CMeasured& measured);
+    void AddWithValue(const CEntity& entity, int message, const CMeasured& measured);
+
+    /// The same with a count after the text, in brackets; it is the measured value, with the limit 0.
+    void AddWithCount(const CEntity& entity, int message, std::size_t count);
+
+    /// Adds a finding with a complete text.
+    void AddText(const CEntity& entity, std::string text, const CMeasured& measured);
 
 private:
-    void Append(const OLMGis::Topology::CEntity& entity, std::string text, const CMeasured& measured);
-
-    CMessages& m_messages;
-    OLMGis::Topology::CFindingNotes* m_notes; ///< null while none are open
+    std::vector<boost::shared_ptr<CFAMsg>>& m_messages;
+    CFindingNotes* m_notes; ///< null while none are open
 };
 
-} // namespace Analysis
+} // namespace OLMGis::Topology

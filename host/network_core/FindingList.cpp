@@ -1,30 +1,31 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
-#include "analysis/FindingList.h"
+#include "host/network_core/FindingList.h"
 
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/Utility.h"
 
 #include <boost/make_shared.hpp>
 
-#include <string>
+namespace OLMGis::Topology {
 
-namespace Analysis {
-
-using OLMGis::Topology::CEntity;
-using OLMGis::Topology::CFAMsg;
-using OLMGis::Utility::CUtility;
-using OLMGis::Utility::Msg;
+using Utility::CUtility;
+using Utility::Msg;
 
 void CFindingList::Add(const CEntity& entity, int message, const CMeasured& measured) {
-    Append(entity, CUtility::Format("%s", Msg(message)), measured);
+    AddText(entity, Msg(message), measured);
 }
 
 void CFindingList::AddWithValue(const CEntity& entity, int message, const CMeasured& measured) {
-    Append(entity, CUtility::Format("%s (%.2f)", Msg(message), measured.m_value), measured);
+    AddText(entity, CUtility::Format("%s (%.2f)", Msg(message), measured.m_value), measured);
 }
 
-void CFindingList::Append(const CEntity& entity, std::string text, const CMeasured& measured) {
+void CFindingList::AddWithCount(const CEntity& entity, int message, std::size_t count) {
+    AddText(entity, CUtility::Format("%s (%s)", Msg(message), std::to_string(count)),
+            {static_cast<double>(count), 0.0, {}});
+}
+
+void CFindingList::AddText(const CEntity& entity, std::string text, const CMeasured& measured) {
     const auto finding = boost::make_shared<CFAMsg>();
     finding->m_guid = entity.GetGuid();
     finding->m_text = std::move(text);
@@ -33,4 +34,4 @@ void CFindingList::Append(const CEntity& entity, std::string text, const CMeasur
         m_notes->Add({&entity, measured.m_value, measured.m_limit, measured.m_unit});
 }
 
-} // namespace Analysis
+} // namespace OLMGis::Topology
