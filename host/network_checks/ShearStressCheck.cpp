@@ -2,8 +2,6 @@
 // Copyright (C) the Drenova authors
 #include "host/network_checks/ShearStressCheck.h"
 
-#include "host/formulas/Units.h"
-#include "host/formulas/WallShearStress.h"
 #include "host/network_checks/FlowingSections.h"
 
 namespace OLMGis::NetworkChecks {
@@ -31,15 +29,13 @@ std::vector<CNetworkCheck::CField> CShearStressCheck::GetFields() const {
 void CShearStressCheck::Run(const Topology::CPropertiesEx& form, const Topology::CAnalysedNetwork& network,
                             Topology::CFindingList& findings) {
     const double least = form.GetDblProperty(LeastStress, DefaultLeast, 1);
-    ForEachFlowing(
-        GetItemName(), network, [&](const Topology::CSection& section, const Sewage::CSectionHydraulics& hydraulics) {
-            if (!(hydraulics.m_slope > 0.0))
-                return;
-            const double stress =
-                Formulas::WallShearStress(hydraulics.m_hydraulicRadius, hydraulics.m_slope / Formulas::PerMille);
-            if (stress < least)
-                findings.AddWithValue(section, TooLow, {stress, least, "N/m²"});
-        });
+    ForEachFlowing(GetItemName(), network,
+                   [&](const Topology::CSection& section, const Sewage::CSectionHydraulics& hydraulics) {
+                       if (!(hydraulics.m_slope > 0.0))
+                           return;
+                       if (hydraulics.m_shearStress < least)
+                           findings.AddWithValue(section, TooLow, {hydraulics.m_shearStress, least, "N/m²"});
+                   });
 }
 
 } // namespace OLMGis::NetworkChecks

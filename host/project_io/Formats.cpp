@@ -45,16 +45,6 @@ CFormatList FormatsWith(Direction CFormat::*direction) {
     return formats;
 }
 
-Result<const CFormat*> Find(const CFormatList& formats, std::string_view key) {
-    std::vector<std::string_view> keys;
-    for (const CFormat* format : formats) {
-        if (format->m_key == key)
-            return format;
-        keys.push_back(format->m_key);
-    }
-    return BadArguments(fmt::format("format: found \"{}\", expected one of {}", key, fmt::join(keys, ", ")));
-}
-
 } // namespace
 
 const std::vector<CFormat>& GetFormats() {
@@ -126,12 +116,18 @@ CFormatList GetExportFormats() {
     return FormatsWith(&CFormat::m_export);
 }
 
-Result<const CFormat*> FindImportFormat(std::string_view key) {
-    return Find(GetImportFormats(), key);
+Result<const CFormat*> FindFormat(const CFormatList& formats, std::string_view key) {
+    std::vector<std::string_view> keys;
+    for (const CFormat* format : formats) {
+        if (format->m_key == key)
+            return format;
+        keys.push_back(format->m_key);
+    }
+    return BadArguments(fmt::format("format: found \"{}\", expected one of {}", key, fmt::join(keys, ", ")));
 }
 
-Result<const CFormat*> FindExportFormat(std::string_view key) {
-    return Find(GetExportFormats(), key);
+Result<const CFormat*> FindImportFormat(std::string_view key) {
+    return FindFormat(GetImportFormats(), key);
 }
 
 Result<const CFormat*> GuessImportFormat(const std::string& path) {

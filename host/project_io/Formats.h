@@ -48,9 +48,11 @@ const std::vector<CFormat>& GetFormats();
 std::vector<const CFormat*> GetImportFormats();
 std::vector<const CFormat*> GetExportFormats();
 
-/// The format of that key among those with m_import; BadArguments, listing the keys, when there is none.
+/// The format of that key among some (no nulls); BadArguments, listing the keys, when there is none.
+Utility::Result<const CFormat*> FindFormat(const std::vector<const CFormat*>& formats, std::string_view key);
+
+/// The same among those with m_import.
 Utility::Result<const CFormat*> FindImportFormat(std::string_view key);
-Utility::Result<const CFormat*> FindExportFormat(std::string_view key);
 
 /// The format with m_import that has the suffix of the file's name, letter case ignored; BadArguments, listing the
 /// known suffixes, when there is none. The file is not opened.

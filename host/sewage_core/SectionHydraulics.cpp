@@ -3,6 +3,7 @@
 #include "host/sewage_core/SectionHydraulics.h"
 
 #include "host/formulas/Units.h"
+#include "host/formulas/WallShearStress.h"
 #include "host/gis_core/DataRW.h"
 #include "host/network_core/PipeManager.h"
 
@@ -45,28 +46,51 @@ CSectionHydraulicsReader::CSectionHydraulicsReader(double viscosity, const CData
     m_hydraulics.SetDViskozitet(viscosity);
 }
 
-CSectionHydraulics CSectionHydraulicsReader::Calculate(const boost::shared_ptr<CSection>& section) {
+/// Figures with the flow and its key, where the section has one.
+CSectionHydraulics CSectionHydraulicsReader::ReadFlow(const boost::shared_ptr<CSection>& section) const {
     CSectionHydraulics figures;
-    std::optional<double> flow;
     for (const CDataDefinition* key : m_flows)
-        if (flow = Read(key, section); flow) {
+        if (const auto flow = Read(key, section)) {
             figures.m_flowKey = key;
+            figures.m_flow = *flow;
             break;
         }
-    if (!flow)
+    return figures;
+}
+
+CSectionHydraulics CSectionHydraulicsReader::Calculate(const boost::shared_ptr<CSection>& section) {
+    CSectionHydraulics figures = ReadFlow(section);
+    if (figures.m_flowKey == nullptr)
         return figures;
-    figures.m_flow = *flow;
     figures.m_pipe = section->GetPipe();
-    if (!figures.m_pipe) {
+    if (figures.m_pipe)
+        CalculateInPipe(section, figures);
+    else
         figures.m_gap = section->GetPipeReference().empty() ? enmHydraulicsGap::Pipe : enmHydraulicsGap::UnknownPipe;
+    return figures;
+}
+
+CSectionHydraulics CSectionHydraulicsReader::Calculate(const boost::shared_ptr<CSection>& section,
+                                                       const boost::shared_ptr<Topology::CCatalogItem>& pipe) {
+    CSectionHydraulics figures = ReadFlow(section);
+    if (figures.m_flowKey == nullptr)
         return figures;
-    }
+    figures.m_pipe = pipe;
+    if (pipe)
+        CalculateInPipe(section, figures);
+    else
+        figures.m_gap = enmHydraulicsGap::Pipe;
+    return figures;
+}
+
+void CSectionHydraulicsReader::CalculateInPipe(const boost::shared_ptr<CSection>& section,
+                                               CSectionHydraulics& figures) {
     figures.m_roughness =
         Read(m_roughness, section).value_or(CPipeManager::Instance()->GetPipeRoughness(figures.m_pipe));
     const std::optional<double> slope = Read(m_slope, section);
     if (!slope) {
         figures.m_gap = enmHydraulicsGap::Slope;
-        return figures;
+        return;
     }
     figures.m_gap = enmHydraulicsGap::None;
     figures.m_slope = *slope;
@@ -81,9 +105,10 @@ CSectionHydraulics CSectionHydraulicsReader::Calculate(const boost::shared_ptr<C
     figures.m_velocity = m_hydraulics.GetDBrzinaDjelomicnoIsp();
     figures.m_capacity = m_hydraulics.GetFullBoreFlow();
     figures.m_depth = m_hydraulics.GetDepth();
-    figures.m_hydraulicRadius = m_hydraulics.GetHydraulicRadius();
+    if (figures.m_slope > 0.0)
+        figures.m_shearStress =
+            Formulas::WallShearStress(m_hydraulics.GetHydraulicRadius(), figures.m_slope / Formulas::PerMille);
     figures.m_isOverfull = m_hydraulics.IsOverfull();
-    return figures;
 }
 
 int CSectionHydraulicsReader::Store(const boost::shared_ptr<CSection>& section,

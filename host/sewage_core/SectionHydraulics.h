@@ -34,7 +34,7 @@ struct CSectionHydraulics {
     double m_velocity = 0.0;                          ///< m/s
     double m_capacity = 0.0;                          ///< full-pipe capacity, m³/s
     double m_depth = 0.0;                             ///< m
-    double m_hydraulicRadius = 0.0;                   ///< m, at the depth
+    double m_shearStress = 0.0;                       ///< mean wall shear stress, N/m²; 0 for a slope of 0 or below
     bool m_isOverfull = false;
 };
 
@@ -53,11 +53,18 @@ public:
     /// Figures of a section; those that need the missing value are 0. Null has no flow.
     CSectionHydraulics Calculate(const boost::shared_ptr<Topology::CSection>& section);
 
+    /// The same with a pipe of the catalogue in place of the section's own; null is no pipe.
+    CSectionHydraulics Calculate(const boost::shared_ptr<Topology::CSection>& section,
+                                 const boost::shared_ptr<Topology::CCatalogItem>& pipe);
+
     /// Stores filling, velocity and capacity as HYD_FILLING, HYD_VELOCITY and HYD_CAPACITY. On a section that lacks a
     /// value it sets results of an earlier calculation to null. Non-zero when numbers were stored.
     int Store(const boost::shared_ptr<Topology::CSection>& section, const CSectionHydraulics& figures) const;
 
 private:
+    CSectionHydraulics ReadFlow(const boost::shared_ptr<Topology::CSection>& section) const;
+    void CalculateInPipe(const boost::shared_ptr<Topology::CSection>& section, CSectionHydraulics& figures);
+
     std::vector<const Data::CDataDefinition*> m_flows; ///< the first with a value counts
     const Data::CDataDefinition* m_slope;
     const Data::CDataDefinition* m_roughness;

@@ -6,6 +6,7 @@
 #include "host/network_core/CatalogManager.h"
 #include "host/network_core/ManholeManager.h"
 #include "host/network_core/Node.h"
+#include "host/network_core/NominalDiameter.h"
 #include "tests/support/TestProject.h"
 #include "tests/support/TextNetwork.h"
 
@@ -142,4 +143,29 @@ TEST(ManholeManager, HeightsOfANodeWinOverTheItem) {
     EXPECT_EQ(manager.GetManholeH2(b.get(), {}) + manager.GetManholeH2(nullptr, item) +
                   manager.GetManholeHeight({}, item) + manager.GetManholeInnerDiameter({}),
               0.0);
+}
+
+TEST(PipeManager, NominalDiametersAreThoseOfTheNames) {
+    const CTestProject project;
+    const auto group = Pipes().AddGroup("g", "Group").Value();
+    const struct {
+        const char* m_name;
+        double m_diameter;
+    } rows[] = {
+        {"PVC-U SN 8 DN/OD 315", 315.0},
+        {"DN/ID 300 SN 8", 300.0},
+        {"Clay DN 150", 150.0},
+        {"DN250", 250.0},
+        {"DN 10 SDR 17 DN 12.5", 12.5},
+        // Without a number of its own: the inside width.
+        {"Concrete 300", 777.0},
+        {"DN", 777.0},
+        {"DN unknown", 777.0},
+        {"DN 0", 777.0},
+    };
+    for (const auto& row : rows) {
+        const auto pipe = Pipes().AddPipe(*group, std::string("guid") + row.m_name, row.m_name, Circle(777.0)).Value();
+        EXPECT_EQ(NominalDiameter(*pipe), row.m_diameter) << row.m_name;
+    }
+    EXPECT_EQ(NominalDiameter(*group), 0.0) << "a group is no pipe";
 }

@@ -35,7 +35,8 @@ TEST(Formats, AreFoundBySuffixAndByKey) {
     }
     EXPECT_TRUE(FindImportFormat("inp"));
     EXPECT_THAT(FindImportFormat("csv").GetError().message, HasSubstr("expected one of geojson, inp"));
-    EXPECT_THAT(FindExportFormat("inp").GetError().message, HasSubstr("expected one of geojson, csv, catalog"));
+    EXPECT_THAT(FindFormat(GetExportFormats(), "inp").GetError().message,
+                HasSubstr("expected one of geojson, csv, catalog"));
 }
 
 /// Otherwise a suffix or a key would not choose one format.

@@ -43,6 +43,15 @@ Result<const CDataDefinition*> FindKey(enmEntityKind kind, std::string_view key)
                                     Suggest(key, keys)));
 }
 
+Result<const CDataDefinition*> FindFlowKey(std::string_view key) {
+    auto found = FindKey(enmEntityKind::Section, key);
+    if (found && found.Value()->m_unit != "m³/s")
+        return BadArguments(
+            fmt::format("--flow: found {} in {}, expected a flow in m³/s", key,
+                        found.Value()->m_unit.empty() ? std::string("no unit") : found.Value()->m_unit));
+    return found;
+}
+
 Result<CDefinitionList> FindKeys(enmEntityKind kind, const std::vector<std::string>& keys) {
     CDefinitionList definitions;
     for (const std::string& key : keys) {

@@ -19,7 +19,10 @@ using Reports::CDefinitionList;
 OLMGis::Utility::Result<const OLMGis::Data::CDataDefinition*> FindKey(OLMGis::Data::enmEntityKind kind,
                                                                       std::string_view key);
 
-/// The same for several keys; each definition once, in the order of the keys.
+/// The attribute of sections in m³/s that --flow names. BadArguments for another key.
+OLMGis::Utility::Result<const OLMGis::Data::CDataDefinition*> FindFlowKey(std::string_view key);
+
+/// The same as FindKey for several keys; each definition once, in the order of the keys.
 OLMGis::Utility::Result<CDefinitionList> FindKeys(OLMGis::Data::enmEntityKind kind,
                                                   const std::vector<std::string>& keys);
 

@@ -2,11 +2,11 @@
 // Copyright (C) the Drenova authors
 #include "apps/cli/input/KnownSettings.h"
 
+#include "apps/cli/input/PipeGroups.h"
 #include "host/gis_core/Editions.h"
 #include "host/gis_core/InstallationPaths.h"
 #include "host/gis_core/ProjectSettings.h"
 #include "host/gis_core/Utility.h"
-#include "host/network_core/CatalogManager.h"
 #include "host/network_core/TerrainSurfaces.h"
 #include "host/project_io/base/CoordinateSystem.h"
 #include "host/project_io/terrain/TerrainAttachment.h"
@@ -22,7 +22,6 @@
 namespace Cli {
 
 using OLMGis::System::CProjectSettings;
-using OLMGis::Topology::CCatalogManager;
 using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::CUtility;
 using OLMGis::Utility::Done;
@@ -76,15 +75,11 @@ Result<std::string> ReadCrs(std::string_view text, const std::string& /*project*
 /// The pipe group of designs that name no other; by name or GUID, stored as given.
 Result<std::string> ReadPipeGroup(std::string_view text, const std::string& /*project*/) {
     const std::string_view group = CUtility::Trim(text);
-    const auto& pipes = *CCatalogManager::Instance()->GetCatalog(CCatalogManager::PipeCatalog, 1);
-    const auto found = pipes.GetItembyGuid(group);
-    if (group.empty() || (found && found->IsGroup()) || pipes.GetGroupByName(group))
-        return std::string(group);
-    std::vector<std::string> names;
-    for (const auto& known : pipes.GetGroups())
-        names.push_back(known->GetName());
-    return BadArguments(fmt::format("found \"{}\", expected the name or GUID of a group of pipes{}", OnOneLine(text),
-                                    Suggest(group, names)));
+    if (group.empty())
+        return std::string();
+    if (const auto found = FindPipeGroup(group); !found)
+        return found.GetError();
+    return std::string(group);
 }
 
 const std::vector<std::string>& TerrainNames() {

@@ -6,15 +6,23 @@
 #include "apps/cli/shell/Interrupt.h"
 #include "apps/cli/shell/OutputFile.h"
 #include "apps/cli/verbs/Verbs.h"
+#include "host/gis_core/Utility.h"
 #include "host/project_io/Formats.h"
 #include "reports/EntityChoice.h"
+#include "reports/ExportFormats.h"
+#include "reports/ShownText.h"
 
+#include <fmt/format.h>
+
+#include <filesystem>
 #include <memory>
 
 namespace Cli {
 
 using OLMGis::ProjectIo::CExportChoice;
 using OLMGis::ProjectIo::enmCatalogKind;
+using OLMGis::Utility::BadArguments;
+using OLMGis::Utility::CUtility;
 using OLMGis::Utility::Status;
 
 namespace {
@@ -34,9 +42,13 @@ CExportChoice MakeChoice(const COptions& options) {
 }
 
 CVerbResult ExportProject(const COptions& options, CTerminal& terminal) {
-    const auto format = OLMGis::ProjectIo::FindExportFormat(options.m_format);
+    const auto format = OLMGis::ProjectIo::FindFormat(Reports::GetExportFormats(), options.m_format);
     if (!format)
         return format.GetError();
+    if (CUtility::ToLower(std::filesystem::path(options.m_output.m_path).extension().string()) == ".xlsx")
+        return BadArguments(fmt::format(
+            "--output: found {}, a spreadsheet, expected a file name that ends in one of {}",
+            Reports::OnOneLine(options.m_output.m_path), OLMGis::ProjectIo::TextOfSuffixes(*format.Value())));
     const auto project = CProject::Open(options.m_project, terminal);
     if (!project)
         return project.GetError();
@@ -65,7 +77,7 @@ CVerbResult ExportProject(const COptions& options, CTerminal& terminal) {
 
 CVerb MakeExport() {
     const auto options = std::make_shared<COptions>();
-    const auto formats = OLMGis::ProjectIo::GetExportFormats();
+    const auto formats = Reports::GetExportFormats();
     return CVerb("export", "PROJECT FORMAT -o FILE [options]", "Write a file for other programs")
         .Project(options->m_project)
         .ArgumentChoice("FORMAT", options->m_format, GetFormatKeys(formats), "One of the formats below")
@@ -74,7 +86,8 @@ CVerb MakeExport() {
         .Choice("--kind", options->m_kind, {"pipe", "manhole"}, "Catalogue of the format catalog; default: pipe")
         .Flag("--strict", options->m_isStrict, StrictHelp)
         .Examples({"drenova export town.gpkg geojson -o town.geojson",
-                   "drenova export town.gpkg csv --on nodes -o nodes.csv"})
+                   "drenova export town.gpkg csv --on nodes -o nodes.csv",
+                   "drenova export town.gpkg hydraulics -o hydraulics.csv"})
         .Notes(ListFormats(formats, &OLMGis::ProjectIo::CFormat::m_writes))
         .Runs([options](CTerminal& terminal, std::ostream&) { return ExportProject(*options, terminal); });
 }

@@ -15,9 +15,7 @@
 
 namespace Cli {
 
-using OLMGis::Data::CDataDefinition;
 using OLMGis::Utility::BadArguments;
-using OLMGis::Utility::Result;
 
 namespace {
 
@@ -29,16 +27,6 @@ struct COptions {
     CFormatOption m_format;
     COutputOption m_output;
 };
-
-/// The attribute of sections in m³/s that --flow names.
-Result<const CDataDefinition*> FindFlowKey(const std::string& key) {
-    auto found = FindKey(OLMGis::Data::enmEntityKind::Section, key);
-    if (found && found.Value()->m_unit != "m³/s")
-        return BadArguments(
-            fmt::format("--flow: found {} in {}, expected a flow in m³/s", key,
-                        found.Value()->m_unit.empty() ? std::string("no unit") : found.Value()->m_unit));
-    return found;
-}
 
 CVerbResult CalculateHydraulics(const COptions& options, CTerminal& terminal, std::ostream& results) {
     const auto viscosity = OLMGis::Utility::CUtility::ParseDouble(options.m_viscosity);

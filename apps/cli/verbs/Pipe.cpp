@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
+#include "apps/cli/input/Quantity.h"
 #include "apps/cli/verbs/Verbs.h"
 #include "host/formulas/SectionGeometry.h"
 #include "host/formulas/Units.h"
@@ -18,11 +19,8 @@
 
 namespace Cli {
 
-using OLMGis::Data::CValueRange;
 using OLMGis::Data::enmJudgement;
-using OLMGis::Data::ExplainJudgement;
 using OLMGis::Data::Judge;
-using OLMGis::Data::PossibleValues;
 using OLMGis::Formulas::CShapeKind;
 using OLMGis::Formulas::enmShapeDimensions;
 using OLMGis::Formulas::FindShapeKind;
@@ -51,22 +49,6 @@ struct COptions {
     CFormatOption m_format;
 };
 
-CValueRange Range(double least, double greatest, double leastUsual, double greatestUsual) {
-    CValueRange range;
-    range.m_min = least;
-    range.m_max = greatest;
-    range.m_usualMin = leastUsual;
-    range.m_usualMax = greatestUsual;
-    return range;
-}
-
-/// A number of the command line.
-struct CQuantity {
-    const char* m_option;
-    const char* m_unit;
-    CValueRange m_range;
-};
-
 CQuantity Size() {
     CQuantity size{"DIMENSIONS", "mm", Range(0.0, 1e6, 20.0, 20000.0)};
     size.m_range.m_isMinExcluded = true;
@@ -86,12 +68,6 @@ CQuantity Roughness() {
     return roughness;
 }
 
-CQuantity Viscosity() {
-    CQuantity viscosity{"--viscosity", "m²/s", Range(0.0, 1.0, 1e-7, 1e-4)};
-    viscosity.m_range.m_marks = {0.0}; // walls alone brake
-    return viscosity;
-}
-
 CQuantity Flow() {
     return {"--flow", "m³/s", Range(0.0, 1e6, 0.0, 20.0)};
 }
@@ -103,22 +79,6 @@ CQuantity Filling() {
 std::vector<std::string> Shapes() {
     const auto keys = KeysOfSizedShapes();
     return {keys.begin(), keys.end()};
-}
-
-void WarnOfUnusual(const CQuantity& quantity, double value, std::vector<std::string>& warnings) {
-    if (Judge(quantity.m_range, value) == enmJudgement::Unusual)
-        warnings.push_back(
-            fmt::format("{}: {}", quantity.m_option, ExplainJudgement(quantity.m_range, value, quantity.m_unit)));
-}
-
-Status ReadNumber(const CQuantity& quantity, std::string_view text, double& value, std::vector<std::string>& warnings) {
-    const auto number = CUtility::ParseDouble(text);
-    if (!number || Judge(quantity.m_range, *number) == enmJudgement::Impossible)
-        return BadArguments(fmt::format("{}: found \"{}\", expected a number: {}", quantity.m_option, OnOneLine(text),
-                                        PossibleValues(quantity.m_range, quantity.m_unit)));
-    value = *number;
-    WarnOfUnusual(quantity, value, warnings);
-    return Done{};
 }
 
 Status ReadShape(const COptions& options, CPipeQuestion& question, std::vector<std::string>& warnings) {

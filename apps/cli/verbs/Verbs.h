@@ -27,6 +27,7 @@ CVerb MakeDesign();
 CVerb MakeCheck();
 CVerb MakeDirections();
 CVerb MakeBalance();
+CVerb MakeSize();
 CVerb MakeHydraulics();
 CVerb MakePipe();
 CVerb MakeCurves();
