@@ -64,6 +64,35 @@ const CCase Cases[] = {
      2,
      "",
      "this command reads"},
+    {"import of nodes alone", {"import", "--nodes", "/n.csv", "-o", "/new.gpkg"}, 2, "", "--sections: found none"},
+    {"import without an input", {"import", "-o", "/new.gpkg"}, 2, "", "expected INPUT, or --nodes"},
+    {"import without an output", {"import", "/twins.geojson"}, 2, "", "expected -o PROJECT.gpkg"},
+    {"import of tables and a file",
+     {"import", "/twins.geojson", "--nodes", "/n.csv", "--sections", "/s.csv", "-o", "/new.gpkg"},
+     2,
+     "",
+     "expected one of them"},
+    {"import of a file with a system",
+     {"import", "/twins.geojson", "-o", "/x.gpkg", "--crs", "EPSG:3765"},
+     2,
+     "",
+     "--crs"},
+    {"import of tables in an unknown system",
+     {"import", "--nodes", "/n.csv", "--sections", "/s.csv", "-o", "/new.gpkg", "--crs", "EPSG:1"},
+     2,
+     "",
+     "EPSG:1"},
+    {"import of tables onto one",
+     {"import", "--nodes", "/n.csv", "--sections", "/s.csv", "-o", "/n.csv", "--replace"},
+     2,
+     "",
+     "this command reads"},
+    {"import of a bad table",
+     {"import", "--nodes", "/n.csv", "--sections", "/s.csv", "-o", "/new.gpkg"},
+     3,
+     "",
+     "s.csv: line 2, column to: found \"Z\""},
+    {"template and more", {"import", "--template", "/t", "-o", "/new.gpkg"}, 2, "", "expected the folder alone"},
     {"import with an unknown catalogue",
      {"import", "/twins.geojson", "-o", "/new.gpkg", "--catalog", "/none.csv"},
      4,
@@ -155,6 +184,8 @@ TEST(Arguments, EndWithTheirExitCode) {
     const CFolder folder;
     folder.Write("twins.geojson", Twins);
     folder.Write("bad.csv", "name,FLOW_USER\none,much\n");
+    folder.Write("n.csv", "name,x,y\nA,1,2\n");
+    folder.Write("s.csv", "name,from,to\nS,A,Z\n");
     folder.Write("tag.json", R"({"01_WASTE_PERCENT": {"PERIOD": 30, "PERIODE": 1}})");
     folder.Write("value.json", R"({"01_WASTE_PERCENT": {"PERIOD": "long"}})");
     folder.Write("calculator.json", R"({"1_WASTE": {}})");
@@ -179,8 +210,8 @@ TEST(Arguments, EndWithTheirExitCode) {
         }
         EXPECT_TRUE(ReadFile(project) == before);
     }
-    EXPECT_EQ(folder.List(), "bad.csv calculator.json empty.gpkg others.gpkg others.json run.gpkg set.gpkg tag.json "
-                             "town.gpkg twins.geojson value.json");
+    EXPECT_EQ(folder.List(), "bad.csv calculator.json empty.gpkg n.csv others.gpkg others.json run.gpkg s.csv set.gpkg "
+                             "tag.json town.gpkg twins.geojson value.json");
 }
 
 /// Each verb that the program lists explains itself with an example that begins with the verb.

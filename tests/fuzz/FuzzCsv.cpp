@@ -51,7 +51,8 @@ std::string Export(enmCatalogKind kind) {
 
 Utility::Result<int> Import(const std::string& text, enmEntityKind kind) {
     std::istringstream stream(text);
-    return ProjectIo::LoadCsv(stream, FileName, kind);
+    const auto loaded = ProjectIo::LoadCsv(stream, FileName, kind);
+    return loaded ? Utility::Result<int>(loaded->m_count) : Utility::Result<int>(loaded.GetError());
 }
 
 Utility::Result<int> Import(const std::string& text, enmCatalogKind kind) {

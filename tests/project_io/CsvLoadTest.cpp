@@ -21,7 +21,8 @@ namespace {
 
 Utility::Result<int> Load(const std::string& text, enmEntityKind kind) {
     std::istringstream stream(text);
-    return LoadCsv(stream, "t.csv", kind);
+    const auto loaded = LoadCsv(stream, "t.csv", kind);
+    return loaded ? Utility::Result<int>(loaded->m_count) : Utility::Result<int>(loaded.GetError());
 }
 
 std::string Export(enmEntityKind kind) {
@@ -67,17 +68,20 @@ std::string Catchments() {
 
 } // namespace
 
-TEST(CsvLoad, EntitiesGoByNameOrGuidAndEmptyCellsMakeNull) {
+TEST(CsvLoad, EntitiesGoByNameOrGuidAndTheWordNullRemoves) {
     CLoadedNetwork network;
     const CTextNetwork& net = network.m_net;
     net.Set("AB", "FLOW_USER", 7.0);
+    net.Set("AB", "FLOW_COEFDEN", 2.0);
     const auto count =
-        Load("name,FLOW_INTIME,FLOW_USER,PIPE_MARK\nBC,5.5,1e-3,\"a,b\"\nAB,6,,\n", enmEntityKind::Section);
+        Load("name,FLOW_INTIME,FLOW_USER,PIPE_MARK,FLOW_COEFDEN\nBC,5.5,1e-3,\"a,b\",\nAB,6,null,null,\n",
+             enmEntityKind::Section);
     ASSERT_TRUE(count) << count.GetError().message;
     EXPECT_EQ(count.Value(), 6);
     EXPECT_EQ(net.Get("BC", "FLOW_INTIME"), Data::CDataBox(5.5));
     EXPECT_EQ(net.Get("BC", "PIPE_MARK"), Data::CDataBox("a,b"));
     EXPECT_FALSE(net.Get("AB", "FLOW_USER").IsNotNull());
+    EXPECT_EQ(net.Get("AB", "FLOW_COEFDEN"), Data::CDataBox(2.0)) << "an empty cell leaves the value";
     ASSERT_TRUE(Load("guid;LEVEL_LINE_POSITION;name\n{T-2};4;Twin\n", enmEntityKind::Section));
     Data::CDataBox box;
     Data::CDataRW::Read("LEVEL_LINE_POSITION", ActiveTopology().GetSectionByGuid("t-2"), box, 0, nullptr);
@@ -97,7 +101,7 @@ TEST(CsvLoad, CatchmentsGoBySectionAndKindsOrAreMade) {
                             "t-2,industrial|rain,0.5,\n",
                             enmEntityKind::Catchment);
     ASSERT_TRUE(count) << count.GetError().message;
-    EXPECT_EQ(count.Value(), 3 + 3 + 3 + 4 + 3) << "nulls count where they are written";
+    EXPECT_EQ(count.Value(), 3 + 3 + 2 + 4 + 3) << "an empty cell is no value";
     EXPECT_EQ(Catchments(), "catchment-0 AB 1 0.55 0.6 -\n"
                             "catchment-1 AB 3 0.3 - 90\n"
                             "catchment-2 BC 1 1 - -\n"
@@ -129,8 +133,10 @@ TEST(CsvLoad, FaultsNameLineAndColumnAndStoreNothing) {
     constexpr auto section = enmEntityKind::Section;
     constexpr auto catchment = enmEntityKind::Catchment;
     const CCase cases[] = {
-        {section, "name,FLOW_USR\nAB,1\n", "line 1: found the column \"FLOW_USR\""},
-        {section, "name,TERRAIN_1\nAB,1\n", "line 1: found the column \"TERRAIN_1\""},
+        {section, "name,FLOW_USR\nAB,1\n",
+         "line 1, column \"FLOW_USR\": found \"FLOW_USR\", expected the key or label of a column of "
+         "sections, did you mean FLOW_USER?"},
+        {section, "name,TERRAIN_1\nAB,1\n", "line 1, column \"TERRAIN_1\": found \"TERRAIN_1\""},
         {section, "name\nAB\n", "line 1: found no column with values"},
         {section, "FLOW_USER\n1\n", "line 1: found no column name or guid"},
         {section, "name,FLOW_USER\nAB,1\nXY,2\n", "line 3, column name: found \"XY\""},
@@ -139,31 +145,44 @@ TEST(CsvLoad, FaultsNameLineAndColumnAndStoreNothing) {
         {section, "guid,FLOW_USER\nt-9,2\n", "line 2, column guid: found \"t-9\""},
         {section, "name,guid,FLOW_USER\nAB,t-1,2\n", "line 2, column name: found \"AB\""},
         {section, "name,from,to,FLOW_USER\nAB,A,C,2\n", "line 2, column to: found \"C\", expected \"B\""},
-        {section, "name,FLOW_USER\nBC,1\nAB,\"1,5\"\n", "line 3: FLOW_USER: found \"1,5\", expected a number"},
-        {section, "name,FLOW_USER\nAB,inf\n", "line 2: FLOW_USER: found \"inf\""},
-        {section, "name,LEVEL_LINE_POSITION\nAB,1.5\n", "line 2: LEVEL_LINE_POSITION: found \"1.5\""},
+        {section, "name,FLOW_USER\nBC,1.5\nAB,\"1,5\"\n",
+         "line 3, column FLOW_USER: found \"1,5\", expected a decimal point as on line 2 (1.5)"},
+        {section, "name;FLOW_USER\nBC;1.234,5\n",
+         "line 2, column FLOW_USER: found \"1.234,5\", expected a number without signs between thousands"},
+        {section, "name;FLOW_USER [kg]\nBC;1\n",
+         "line 1, column \"FLOW_USER [kg]\": found the unit \"kg\", expected one of m³/s, l/s, l/min, m3/h, m3/d"},
+        {section, "name;PIPE_MARK [m]\nBC;1\n",
+         "line 1, column \"PIPE_MARK [m]\": found the unit \"m\", expected a column"},
+        {section, "name;FLOW_USER;FLOW_INTIME\nBC;x;-1\nXY;1;1\n1;2\n",
+         "found 3 faults. Correct the table; nothing was loaded:\n"
+         "  t.csv: line 2, column FLOW_USER: found \"x\", expected a number\n"
+         "  t.csv: line 3, column name: found \"XY\""},
+        {section, "name,FLOW_USER\nAB,inf\n", "line 2, column FLOW_USER: found \"inf\""},
+        {section, "name,LEVEL_LINE_POSITION\nAB,1.5\n", "line 2, column LEVEL_LINE_POSITION: found \"1.5\""},
         {section, "name,LEVEL_LINE_POSITION\nAB,7\n",
-         "found 1 impossible value. Correct the table; nothing was loaded:\n  line 2: section AB: LEVEL_LINE_POSITION "
-         "7"},
+         "found 1 impossible value. Correct the table; nothing was loaded:\n  line 2, column LEVEL_LINE_POSITION: "
+         "section AB: LEVEL_LINE_POSITION 7"},
         {section, "name,length\nAB,-7\n",
-         "found 1 impossible value. Correct the table; nothing was loaded:\n  line 2: section AB: length -7, expected "
+         "found 1 impossible value. Correct the table; nothing was loaded:\n  line 2, column length: section AB: "
+         "length -7, expected "
          "0 to 1000000 m"},
         {section, "name,FLOW_INTIME,PIPE_ROUGHNESS\nAB,Infinity,NaN\nBC,-5,-1\n",
          "found 4 impossible values. Correct the table; nothing was loaded:\n"
-         "  line 2: section AB: FLOW_INTIME Infinity, expected 0 to 10000 min\n"
-         "  line 2: section AB: PIPE_ROUGHNESS NaN, expected 0 to 1000000 mm\n"
-         "  line 3: section BC: FLOW_INTIME -5, expected 0 to 10000 min\n"
-         "  line 3: section BC: PIPE_ROUGHNESS -1, expected 0 to 1000000 mm"},
+         "  line 2, column FLOW_INTIME: section AB: FLOW_INTIME Infinity, expected 0 to 10000 min\n"
+         "  line 2, column PIPE_ROUGHNESS: section AB: PIPE_ROUGHNESS NaN, expected 0 to 1000000 mm\n"
+         "  line 3, column FLOW_INTIME: section BC: FLOW_INTIME -5, expected 0 to 10000 min\n"
+         "  line 3, column PIPE_ROUGHNESS: section BC: PIPE_ROUGHNESS -1, expected 0 to 1000000 mm"},
         {node, "name,TERRAIN_1\nA,1\nZ,2\n", "line 3, column name: found \"Z\""},
         {node, "name,guid,TERRAIN_1\nA,node-B,2\n", "line 2, column name: found \"A\""},
         {catchment, "name,area\nAB,1\n", "line 2, column name: found \"AB\", which has 2 catchments"},
         {catchment, "section,kinds,area\nBC,rain,1\n", "line 2, column section: found \"BC\", which has 2"},
-        {catchment, "section,kinds,area\nAB,snow,1\n", "line 2: kinds: found \"snow\""},
+        {catchment, "section,kinds,area\nAB,snow,1\n", "line 2, column kinds: found \"snow\""},
         {catchment, "section,kinds,area\nAB,industrial,\n", "line 2, column area: found no value"},
         {catchment, "section,area\nt-1,1\n", "line 2, column kinds: found no value"},
         {catchment, "section,kinds,area\nAB,rain,1\nAB,rain,2\n", "line 3: found an entity that is on line 2 already"},
         {catchment, "section,kinds,area\nAB,rain,-1\n",
-         "found 1 impossible value. Correct the table; nothing was loaded:\n  line 2: catchment of section AB: area "
+         "found 1 impossible value. Correct the table; nothing was loaded:\n  line 2, column area: catchment of "
+         "section AB: area "
          "-1"},
         {catchment, "section,guid,area\nBC,catchment-0,1\n", "line 2, column section: found \"BC\", expected \"AB\""},
         {catchment, "guid,area\ncatchment-9,1\n", "line 2, column guid: found \"catchment-9\""},

@@ -30,6 +30,7 @@ struct CImportSummary {
     std::size_t m_pipeCount = 0;         ///< pipes that the import entered into the project's own catalogue
     std::vector<CImportNote> m_notes;    ///< in the order in which they were noticed first
     std::vector<std::string> m_warnings; ///< whole sentences, in order
+    std::vector<std::string> m_readings; ///< how each file was read, where that had to be found out: whole sentences
 
     /// Counts occurrences of what; where: line, record or name, kept of the first occurrence only. Cost: the number of
     /// kinds of notes.

@@ -32,8 +32,8 @@ void CValueFaults::Add(std::string place) {
     ++m_count;
 }
 
-std::string CValueFaults::ToText(std::string_view fileName, std::string_view advice) const {
-    std::string text = fmt::format("{}: found {} impossible value{}", fileName, m_count, m_count == 1 ? "" : "s");
+std::string CValueFaults::ToText(std::string_view fileName, std::string_view advice, std::string_view thing) const {
+    std::string text = fmt::format("{}: found {} {}{}", fileName, m_count, thing, m_count == 1 ? "" : "s");
     if (m_count > m_places.size())
         text += fmt::format(", of which these are the first {}", m_places.size());
     if (!advice.empty())
@@ -44,11 +44,13 @@ std::string CValueFaults::ToText(std::string_view fileName, std::string_view adv
     return text;
 }
 
-Utility::Status CValueFaults::ToStatus(std::string_view fileName, std::string_view advice) const {
+Utility::Status CValueFaults::ToStatus(std::string_view fileName, std::string_view advice,
+                                       std::string_view thing) const {
     if (m_count == 0)
         return Utility::Done();
     // Not through BadInput, which would join the lines; the places were made fit to be shown one by one.
-    return Utility::Error{Utility::enmErrorKind::BadInput, ToText(Utility::ToShown(std::string(fileName)), advice)};
+    return Utility::Error{Utility::enmErrorKind::BadInput,
+                          ToText(Utility::ToShown(std::string(fileName)), advice, thing)};
 }
 
 void CUnusualValues::Add(std::string_view name, std::string_view value) {

@@ -35,11 +35,14 @@ public:
     std::size_t GetCount() const { return m_count; }
     const std::vector<std::string>& GetPlaces() const { return m_places; }
 
-    /// One sentence with the number, then the places, a line each. advice: what to do next, may be empty.
-    std::string ToText(std::string_view fileName, std::string_view advice) const;
+    /// One sentence with the number, then the places, a line each. advice: what to do next, may be empty. thing: what
+    /// one place is.
+    std::string ToText(std::string_view fileName, std::string_view advice,
+                       std::string_view thing = "impossible value") const;
 
     /// Done without faults, else BadInput with ToText.
-    Utility::Status ToStatus(std::string_view fileName, std::string_view advice) const;
+    Utility::Status ToStatus(std::string_view fileName, std::string_view advice,
+                             std::string_view thing = "impossible value") const;
 
 private:
     std::vector<std::string> m_places;

@@ -26,8 +26,8 @@ constexpr double FarEnd = 1.0;
 
 class CLinker {
 public:
-    CLinker(CExchangeRecords& records, const std::string& fileName, CImportSummary& summary)
-        : m_records(records), m_fileName(fileName), m_summary(summary) {}
+    CLinker(CExchangeRecords& records, const CFeaturePlaces& places, CImportSummary& summary)
+        : m_records(records), m_places(places), m_summary(summary) {}
 
     Status LinkSections();
     Status LinkCatchments();
@@ -36,17 +36,22 @@ public:
 
 private:
     std::string LabelOfSection(std::uint32_t section) const;
-    Error Fault(std::string_view label, std::string_view text) const {
-        return BadInput(fmt::format("{}: {}: {}", m_fileName, label, text));
+    Error Fault(std::uint32_t feature, std::string_view label, std::string_view key, std::string_view text) const {
+        return BadInput(m_places.Fault(feature, label, key, text));
     }
+
+    /// Done where the fault is listed and the linking goes on, else the fault itself.
+    Status Take(const Status& fault);
 
     Status LinkEnd(std::uint32_t section, bool isStart);
     Status Snap(std::uint32_t section, bool isStart, std::uint32_t& node);
     void NoteFarEnds(std::uint32_t section);
-    Status FindSection(std::string_view text, std::string_view label, std::uint32_t& section) const;
+    Status LinkMainOutlet(CExchangeRecords::CMainOutlet& outlet);
+    Status FindSection(std::string_view text, std::uint32_t feature, std::string_view label,
+                       std::uint32_t& section) const;
 
     CExchangeRecords& m_records;
-    const std::string& m_fileName;
+    const CFeaturePlaces& m_places;
     CImportSummary& m_summary;
     std::unique_ptr<CNodeSnapper> m_snapper; ///< made for the first end that needs it
 };
@@ -55,17 +60,32 @@ std::string CLinker::LabelOfSection(std::uint32_t section) const {
     return LabelOfFeature(m_records.m_sections[section].m_feature, "section", m_records.m_sectionNames[section].View());
 }
 
+Status CLinker::Take(const Status& fault) {
+    if (!m_places.ListsAll())
+        return fault;
+    m_records.m_faults.Add(fault.GetError().message);
+    return Done();
+}
+
 Status CLinker::LinkSections() {
     for (std::uint32_t i = 0; i < m_records.m_sections.size(); ++i) {
-        if (const Status status = LinkEnd(i, true); !status)
-            return status;
-        if (const Status status = LinkEnd(i, false); !status)
-            return status;
+        bool isLinked = true;
+        for (const bool isStart : {true, false}) {
+            const Status end = LinkEnd(i, isStart);
+            isLinked = isLinked && end;
+            if (!end)
+                if (Status taken = Take(end); !taken)
+                    return taken;
+        }
+        if (!isLinked)
+            continue;
         NoteFarEnds(i);
-        if (m_records.m_sections[i].m_from == m_records.m_sections[i].m_to)
+        const CExchangeRecords::CSection& section = m_records.m_sections[i];
+        if (section.m_from == section.m_to)
             m_records.m_faults.Add(
-                fmt::format("section {}: leads from a node to itself, expected two nodes (feature {})",
-                            ShownName(m_records.m_sectionNames[i].View()), m_records.m_sections[i].m_feature));
+                m_places.Listed(section.m_feature, "to",
+                                fmt::format("section {}: leads from a node to itself, expected two nodes",
+                                            ShownName(m_records.m_sectionNames[i].View()))));
     }
     return Done();
 }
@@ -77,9 +97,9 @@ Status CLinker::LinkEnd(std::uint32_t section, bool isStart) {
         return Snap(section, isStart, end);
     const std::uint32_t node = m_records.m_nodeOfName[end];
     if (node == NoRecord)
-        return Fault(LabelOfSection(section),
-                     fmt::format("{}: found {}, expected the name of a node of the file", isStart ? "from" : "to",
-                                 Quote(m_records.m_nodeNames[end].View())));
+        return Fault(
+            record.m_feature, LabelOfSection(section), isStart ? "from" : "to",
+            fmt::format("found {}, expected the name of a node of the file", Quote(m_records.m_nodeNames[end].View())));
     end = node;
     return Done();
 }
@@ -92,12 +112,12 @@ Status CLinker::Snap(std::uint32_t section, bool isStart, std::uint32_t& node) {
     const CNodeSnapper::CFound found = m_snapper->Find(point);
     if (found.m_place == NoRecord)
         return Fault(
-            LabelOfSection(section),
+            m_records.m_sections[section].m_feature, LabelOfSection(section), "",
             fmt::format("found no node within {} m of its {} at {} {}, expected one, or a node named in \"{}\"",
                         SnapTolerance, isStart ? "start" : "end", point.m_x, point.m_y, isStart ? "from" : "to"));
     if (found.m_isAmbiguous)
         m_summary.Count("end of a section at which there are several nodes, of which the first was taken",
-                        LabelOfSection(section));
+                        m_places.Label(m_records.m_sections[section].m_feature, LabelOfSection(section)));
     node = found.m_place;
     return Done();
 }
@@ -110,21 +130,23 @@ void CLinker::NoteFarEnds(std::uint32_t section) {
     const CPoint& start = m_records.m_nodePoints[record.m_from];
     const CPoint& end = m_records.m_nodePoints[record.m_to];
     if (Topology::Distance(start, line.front()) > FarEnd || Topology::Distance(end, line.back()) > FarEnd)
-        m_summary.Count("section whose line ends more than 1 m from its nodes", LabelOfSection(section));
+        m_summary.Count("section whose line ends more than 1 m from its nodes",
+                        m_places.Label(record.m_feature, LabelOfSection(section)));
 }
 
-Status CLinker::FindSection(std::string_view text, std::string_view label, std::uint32_t& section) const {
+Status CLinker::FindSection(std::string_view text, std::uint32_t feature, std::string_view label,
+                            std::uint32_t& section) const {
     section = m_records.m_sectionsByGuid.Find(text);
     if (section != NoRecord)
         return Done();
     section = m_records.m_sectionsByName.Find(text);
     if (section == NoRecord)
-        return Fault(label,
-                     fmt::format("section: found {}, expected the name or GUID of a section of the file", Quote(text)));
+        return Fault(feature, label, "section",
+                     fmt::format("found {}, expected the name or GUID of a section of the file", Quote(text)));
     if (m_records.m_isNameRepeated[section])
-        return Fault(label, fmt::format("section: found {}, a name that several sections have, expected the GUID of "
-                                        "one of them",
-                                        Quote(text)));
+        return Fault(
+            feature, label, "section",
+            fmt::format("found {}, a name that several sections have, expected the GUID of one of them", Quote(text)));
     return Done();
 }
 
@@ -140,33 +162,45 @@ Status CLinker::LinkCatchments() {
         }
         const std::string_view text = record.m_sectionText.View();
         const std::string_view name = m_records.m_catchmentNames[i].View();
-        if (const Status status = FindSection(text, "", record.m_section); !status)
-            return FindSection(text,
-                               name.empty() ? LabelOfFeature(record.m_feature, "catchment of section", text)
-                                            : LabelOfFeature(record.m_feature, "catchment", name),
-                               record.m_section);
+        last = NoRecord;
+        if (const Status status = FindSection(text, record.m_feature, "", record.m_section); !status) {
+            const std::string label = name.empty() ? LabelOfFeature(record.m_feature, "catchment of section", text)
+                                                   : LabelOfFeature(record.m_feature, "catchment", name);
+            if (Status taken = Take(FindSection(text, record.m_feature, label, record.m_section)); !taken)
+                return taken;
+            continue;
+        }
         last = record.m_section;
     }
     return Done();
 }
 
 Status CLinker::LinkMainOutlets() {
+    for (CExchangeRecords::CMainOutlet& outlet : m_records.m_mainOutlets)
+        if (const Status status = LinkMainOutlet(outlet); !status)
+            if (Status taken = Take(status); !taken)
+                return taken;
+    return Done();
+}
+
+Status CLinker::LinkMainOutlet(CExchangeRecords::CMainOutlet& outlet) {
     const Data::CDataDefinition& key = *Data::CDataConfiguration::Instance()->GetDataDefinitionByID("MAIN_SECT_OUT");
-    for (CExchangeRecords::CMainOutlet& record : m_records.m_mainOutlets) {
-        const std::string_view name = m_records.m_nodeNames[record.m_nameId].View();
-        const std::string label = LabelOfFeature(record.m_feature, "main_outlet of node", name);
-        const std::uint32_t node = m_records.m_nodeOfName[record.m_nameId];
-        if (node == NoRecord)
-            return Fault(label, fmt::format("node: found {}, expected the name of a node of the file", Quote(name)));
-        if (const Status status = FindSection(record.m_sectionText.View(), label, record.m_section); !status)
-            return status;
-        if (m_records.m_sections[record.m_section].m_from != node)
-            return Fault(label, fmt::format("section: found {}, which does not leave the node, expected one that does",
-                                            Quote(record.m_sectionText.View())));
-        if (m_records.m_attributes.IsNotNull(key, node))
-            return Fault(label, "found a second main outlet of the node, expected one");
-        m_records.m_attributes.Set(key, node, Data::CDataBox(m_records.m_sectionGuids[record.m_section].View()));
-    }
+    const std::string_view name = m_records.m_nodeNames[outlet.m_nameId].View();
+    const std::string label = LabelOfFeature(outlet.m_feature, "main_outlet of node", name);
+    const std::uint32_t node = m_records.m_nodeOfName[outlet.m_nameId];
+    if (node == NoRecord)
+        return Fault(outlet.m_feature, label, "node",
+                     fmt::format("found {}, expected the name of a node of the file", Quote(name)));
+    if (const Status status = FindSection(outlet.m_sectionText.View(), outlet.m_feature, label, outlet.m_section);
+        !status)
+        return status;
+    if (m_records.m_sections[outlet.m_section].m_from != node)
+        return Fault(outlet.m_feature, label, "section",
+                     fmt::format("found {}, which does not leave the node, expected one that does",
+                                 Quote(outlet.m_sectionText.View())));
+    if (m_records.m_attributes.IsNotNull(key, node))
+        return Fault(outlet.m_feature, label, "", "found a second main outlet of the node, expected one");
+    m_records.m_attributes.Set(key, node, Data::CDataBox(m_records.m_sectionGuids[outlet.m_section].View()));
     return Done();
 }
 
@@ -185,8 +219,8 @@ void CLinker::CheckStoredOutlets() {
 
 } // namespace
 
-Status LinkExchange(CExchangeRecords& records, const std::string& fileName, CImportSummary& summary) {
-    CLinker linker(records, fileName, summary);
+Status LinkExchange(CExchangeRecords& records, const CFeaturePlaces& places, CImportSummary& summary) {
+    CLinker linker(records, places, summary);
     if (const Status status = linker.LinkSections(); !status)
         return status;
     if (const Status status = linker.LinkCatchments(); !status)

@@ -5,6 +5,7 @@
 #include "host/gis_core/Result.h"
 #include "host/project_io/base/ImportSummary.h"
 #include "host/project_io/exchange/ExchangeRecords.h"
+#include "host/project_io/exchange/FeaturePlaces.h"
 
 #include <string>
 #include <string_view>
@@ -17,7 +18,8 @@ inline constexpr double SnapTolerance = 0.001;
 
 /// Joins the records of an exchange file: sections to nodes, by name or by their drawn ends, catchments to sections,
 /// main outlets to both. BadInput, naming file and feature, for what refers to nothing or to something else than it
-/// should. What is odd but usable is noted in the summary. Linear.
-Utility::Status LinkExchange(CExchangeRecords& records, const std::string& fileName, CImportSummary& summary);
+/// should; where places list all faults, these go to the records and the answer is Done. What is odd but usable is
+/// noted in the summary. Linear.
+Utility::Status LinkExchange(CExchangeRecords& records, const CFeaturePlaces& places, CImportSummary& summary);
 
 } // namespace OLMGis::ProjectIo

@@ -47,7 +47,7 @@ Status CheckMeasures(const CExchangeRecords& records, const CCoordinateSystem& s
                                        system.ToText(), system.m_name));
 }
 
-void MeasurePolygons(CExchangeRecords& records) {
+void MeasurePolygons(CExchangeRecords& records, const CFeaturePlaces& places) {
     const Data::CDataDefinition& area = *Data::FindDefinition("area");
     for (std::uint32_t i = 0; i < records.m_catchments.size(); ++i) {
         const auto& catchment = records.m_catchments[i];
@@ -55,8 +55,9 @@ void MeasurePolygons(CExchangeRecords& records) {
             continue;
         const Topology::CRings rings = records.RingsOf(catchment);
         if (const std::string fault = FindPolygonFault(rings); !fault.empty())
-            records.m_faults.Add(fmt::format("catchment of section {}: polygon {} (feature {})",
-                                             ShownName(catchment.m_sectionText.View()), fault, catchment.m_feature));
+            records.m_faults.Add(places.Listed(
+                catchment.m_feature, "geometry",
+                fmt::format("catchment of section {}: polygon {}", ShownName(catchment.m_sectionText.View()), fault)));
         if (!records.m_attributes.IsNotNull(area, i))
             records.m_attributes.Set(area, i,
                                      Data::CDataBox(Topology::PolygonArea(rings) / Formulas::SquareMetresPerHectare));
@@ -66,9 +67,9 @@ void MeasurePolygons(CExchangeRecords& records) {
 } // namespace
 
 Status MeasureExchange(CExchangeRecords& records, const std::optional<CCoordinateSystem>& system,
-                       const std::string& fileName, CImportSummary& summary) {
+                       const CFeaturePlaces& places, CImportSummary& summary) {
     if (system && system->m_isGeographic) {
-        if (Status status = CheckMeasures(records, *system, fileName); !status)
+        if (Status status = CheckMeasures(records, *system, places.GetFileName()); !status)
             return status;
         summary.m_warnings.push_back(
             fmt::format("the coordinates are degrees ({}): a plan of them is distorted. Lengths and areas are those "
@@ -79,7 +80,7 @@ Status MeasureExchange(CExchangeRecords& records, const std::optional<CCoordinat
         ConvertToMetres(records, system->m_metresPerUnit);
         summary.m_warnings.push_back(DescribeConversion(*system));
     }
-    MeasurePolygons(records);
+    MeasurePolygons(records, places);
     return Done();
 }
 

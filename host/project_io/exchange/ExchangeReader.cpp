@@ -46,13 +46,13 @@ bool IsWhole(double number) {
 
 } // namespace
 
-Error CExchangeReader::Fault(std::string_view text) const {
-    return BadInput(fmt::format("{}: {}: {}", m_fileName, m_feature->Label(), text));
+Error CExchangeReader::Fault(std::string_view key, std::string_view text) const {
+    return BadInput(m_places.Fault(m_feature->GetNumber(), m_feature->Label(), key, text));
 }
 
 Status CExchangeReader::TakeCatalog(enmCatalogTable kind, std::string_view table) {
     std::istringstream stream{std::string(table)};
-    const auto entered = ImportCatalogCsv(stream, m_fileName + ", catalogue", kind, enmCatalogValues::Any);
+    const auto entered = ImportCatalogCsv(stream, m_places.GetFileName() + ", catalogue", kind, enmCatalogValues::Any);
     if (!entered)
         return entered.GetError();
     if (kind == enmCatalogTable::Pipe)
@@ -65,10 +65,10 @@ Status CExchangeReader::TakeCrs(std::string_view name) {
     if (crs.empty())
         return BadInput(fmt::format("{}: crs: found {}, expected an EPSG name such as \"EPSG:3765\", or no crs for "
                                     "plain plane coordinates in m",
-                                    m_fileName, Quote(name)));
+                                    m_places.GetFileName(), Quote(name)));
     auto system = ParseCrs(crs);
     if (!system)
-        return Error{system.GetError().kind, fmt::format("{}: {}", m_fileName, system.GetError().message)};
+        return Error{system.GetError().kind, fmt::format("{}: {}", m_places.GetFileName(), system.GetError().message)};
     m_system = std::move(system.Value());
     return Done();
 }
@@ -102,7 +102,7 @@ Status CExchangeReader::ReadText(std::string_view key, bool isRequired, std::str
         return Done();
     }
     if (property->m_value.m_kind != enmJsonKind::Text)
-        return Fault(fmt::format("{}: found {}, expected a text", key, property->m_value.Describe()));
+        return Fault(key, fmt::format("found {}, expected a text", property->m_value.Describe()));
     text = property->m_value.m_text;
     return Done();
 }
@@ -114,14 +114,14 @@ Status CExchangeReader::ReadGuid(std::string_view layer, std::string_view name, 
         return status;
     const CExchangeProperty* property = m_feature->FindProperty("guid");
     if (property != nullptr && property->m_value.m_kind == enmJsonKind::Text && given.empty())
-        return Fault("guid: found an empty text, expected a GUID or none");
+        return Fault("guid", "found an empty text, expected a GUID or none");
     const std::string made = given.empty() ? CUtility::MakeGuid(layer, name, m_feature->GetNumber()) : std::string();
     guids.push_back(m_records.m_texts.Keep(given.empty() ? made : given));
     if (index.Insert(m_record))
         return Done();
-    return Fault(fmt::format("guid: found {}, which another {} has already (case and braces do not count), expected "
-                             "GUIDs that occur once",
-                             Quote(guids.back().View()), layer));
+    return Fault("guid", fmt::format("found {}, which another {} has already (case and braces do not count), expected "
+                                     "GUIDs that occur once",
+                                     Quote(guids.back().View()), layer));
 }
 
 std::uint32_t CExchangeReader::NameId(std::string_view name) {
@@ -143,10 +143,9 @@ Status CExchangeReader::CheckGeometry(std::string_view type, bool isRequired) {
         return Done();
     }
     if (const std::string fault = geometry.FindFault(type); !fault.empty())
-        return Fault("geometry: " + fault);
+        return Fault("geometry", fault);
     if (geometry.HasHeights())
-        m_summary.Count("geometry with heights, which are not imported (terrain and levels are attributes)",
-                        m_feature->Label());
+        m_summary.Count("geometry with heights, which are not imported (terrain and levels are attributes)", Label());
     return Done();
 }
 
@@ -155,18 +154,20 @@ Status CExchangeReader::ReadNode() {
     if (const Status status = ReadText("name", true, name); !status)
         return status;
     if (name.empty())
-        return Fault("name: found an empty text, expected the name of the node");
+        return Fault("name", "found an empty text, expected the name of the node");
     m_record = static_cast<std::uint32_t>(m_records.m_nodes.size());
     const std::uint32_t id = NameId(name);
-    if (m_records.m_nodeOfName[id] != NoRecord)
-        return Fault(fmt::format("found a name that feature {} has already, expected names of nodes that occur once",
-                                 m_records.m_nodes[m_records.m_nodeOfName[id]].m_feature));
+    if (m_records.m_nodeOfName[id] != NoRecord) {
+        const std::size_t other = m_records.m_nodes[m_records.m_nodeOfName[id]].m_feature;
+        return Fault(fmt::format("found a name that {} has already, expected names of nodes that occur once",
+                                 m_places.Label(other, fmt::format("feature {}", other))));
+    }
     m_records.m_nodeOfName[id] = m_record;
     if (const Status status = CheckGeometry("Point", false); !status)
         return status;
     const bool isDrawn = m_feature->GetGeometry().IsGiven();
     if (!isDrawn)
-        m_summary.Count("node without a point, which no plan can show", m_feature->Label());
+        m_summary.Count("node without a point, which no plan can show", Label());
     m_records.m_nodes.push_back({id, FeatureNumber()});
     m_records.m_nodePoints.push_back(isDrawn ? m_feature->GetGeometry().GetPoints().front() : Topology::CPoint());
     if (const Status status = ReadGuid("node", name, m_records.m_nodeGuids, m_records.m_nodesByGuid); !status)
@@ -241,14 +242,15 @@ Status CExchangeReader::ReadPipe() {
         if (!item || item->GetPipeData() == nullptr) {
             const auto named = m_pipes.GetItemsByName(text);
             if (named.size() > 1)
-                return Fault(fmt::format("pipe: found {}, a name that {} pipes of the catalogue have, expected the "
-                                         "GUID of one of them",
-                                         Quote(text), named.size()));
+                return Fault("pipe", fmt::format("found {}, a name that {} pipes of the catalogue have, expected the "
+                                                 "GUID of one of them",
+                                                 Quote(text), named.size()));
             if (named.empty())
-                return Fault(fmt::format(
-                    "pipe: found {}, expected the name or GUID of a pipe of the catalogue; give the catalogue "
-                    "with import --catalog FILE.csv, or import it afterwards and set PIPE_REF=GUID",
-                    Quote(text)));
+                return Fault(
+                    "pipe",
+                    fmt::format("found {}, expected the name or GUID of a pipe of the catalogue; give the catalogue "
+                                "with import --catalog FILE.csv, or import it afterwards and set PIPE_REF=GUID",
+                                Quote(text)));
             item = named.front();
         }
         m_lastPipeText = text;
@@ -294,18 +296,18 @@ Status CExchangeReader::ReadKinds() {
         return Fault("found no kinds, expected a list of rain, household and industrial");
     const bool isList = kinds->m_value.m_kind == enmJsonKind::List;
     if (!isList && kinds->m_value.m_kind != enmJsonKind::Null)
-        return Fault(fmt::format("kinds: found {}, expected a list of rain, household and industrial",
-                                 kinds->m_value.Describe()));
+        return Fault("kinds", fmt::format("found {}, expected a list of rain, household and industrial",
+                                          kinds->m_value.Describe()));
     int sum = 0;
     for (const CExchangeProperty::CItem& item : kinds->m_items) {
         const auto kind = KindOfName(item.m_value.m_text);
         if (!kind)
-            return Fault(
-                fmt::format("kinds: found {}, expected rain, household or industrial", item.m_value.Describe()));
+            return Fault("kinds",
+                         fmt::format("found {}, expected rain, household or industrial", item.m_value.Describe()));
         sum |= *kind;
     }
     if (sum == 0)
-        m_summary.Count("catchment of no kind, from which nothing flows", m_feature->Label());
+        m_summary.Count("catchment of no kind, from which nothing flows", Label());
     return isList ? Stage(*Definition("kinds"), CDataBox(sum)) : Status(Done());
 }
 
@@ -361,7 +363,7 @@ Status CExchangeReader::ReadAttributes(enmEntityKind kind, std::initializer_list
 
 Status CExchangeReader::ReadAttribute(const CDataDefinition& definition, const CJsonValue& value) {
     const auto fault = [&](std::string_view expected) {
-        return Fault(fmt::format("{}: found {}, expected {}", definition.m_id, value.Describe(), expected));
+        return Fault(definition.m_id, fmt::format("found {}, expected {}", value.Describe(), expected));
     };
     if (value.m_kind == enmJsonKind::Null)
         return Done();
@@ -387,12 +389,10 @@ Status CExchangeReader::ReadAttribute(const CDataDefinition& definition, const C
 
 void CExchangeReader::AddFault(const CDataDefinition& definition, double value) {
     const bool isCatchment = definition.m_entityKind == enmEntityKind::Catchment;
-    m_records.m_faults.Add(
-        m_records.m_faults.IsListed()
-            ? fmt::format("{} (feature {})",
-                          PlaceOfValue(definition, m_feature->FindText(isCatchment ? "section" : "name"), value),
-                          m_feature->GetNumber())
-            : std::string());
+    const std::string_view name = m_feature->FindText(isCatchment ? "section" : "name");
+    m_records.m_faults.Add(m_records.m_faults.IsListed() ? m_places.Listed(m_feature->GetNumber(), definition.m_id,
+                                                                           PlaceOfValue(definition, name, value))
+                                                         : std::string());
 }
 
 Status CExchangeReader::Stage(const CDataDefinition& definition, const CDataBox& box) {

@@ -7,6 +7,7 @@
 #include "host/project_io/base/ImportSummary.h"
 #include "host/project_io/exchange/ExchangeParser.h"
 #include "host/project_io/exchange/ExchangeRecords.h"
+#include "host/project_io/exchange/FeaturePlaces.h"
 
 #include <initializer_list>
 #include <optional>
@@ -24,9 +25,9 @@ namespace OLMGis::ProjectIo {
 class CExchangeReader final : public IExchangeSink {
 public:
     /// Everything is borrowed; pipes is the catalogue that the property `pipe` refers to.
-    CExchangeReader(const std::string& fileName, const Topology::CCatalog& pipes, CExchangeRecords& records,
+    CExchangeReader(const CFeaturePlaces& places, const Topology::CCatalog& pipes, CExchangeRecords& records,
                     CImportSummary& summary)
-        : m_fileName(fileName), m_pipes(pipes), m_records(records), m_summary(summary) {}
+        : m_places(places), m_pipes(pipes), m_records(records), m_summary(summary) {}
 
     Utility::Status TakeCrs(std::string_view name) override;
     Utility::Status TakeCatalog(enmCatalogTable kind, std::string_view table) override;
@@ -55,10 +56,12 @@ private:
     Utility::Status CheckGeometry(std::string_view type, bool isRequired);
     std::uint32_t NameId(std::string_view name);
 
-    Utility::Error Fault(std::string_view text) const;
+    Utility::Error Fault(std::string_view text) const { return Fault({}, text); }
+    Utility::Error Fault(std::string_view key, std::string_view text) const;
+    std::string Label() const { return m_places.Label(m_feature->GetNumber(), m_feature->Label()); }
     std::uint32_t FeatureNumber() const { return static_cast<std::uint32_t>(m_feature->GetNumber()); }
 
-    const std::string& m_fileName;
+    const CFeaturePlaces& m_places;
     const Topology::CCatalog& m_pipes;
     CExchangeRecords& m_records;
     CImportSummary& m_summary;

@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 
 namespace OLMGis::ProjectIo {
 
@@ -31,7 +32,9 @@ Error CCsvReader::Fault(std::string_view text) const {
 }
 
 Error CCsvReader::Fault(std::string_view column, std::string_view text) const {
-    return BadInput(fmt::format("{}: line {}, column {}: {}", m_name, m_rowLine, column, text));
+    const auto place = FindColumn(column);
+    return BadInput(fmt::format("{}: line {}, column {}: {}", m_name, m_rowLine,
+                                place ? std::string_view(m_heads[*place]) : column, text));
 }
 
 int CCsvReader::Peek() {
@@ -121,28 +124,42 @@ Result<bool> CCsvReader::ReadRecord() {
 }
 
 void CCsvReader::ReadHeadLine() {
+    constexpr std::string_view separators = "\t;,";
+    std::array<std::size_t, separators.size()> counts{};
     bool isQuoted = false;
     bool hasText = false;
-    std::size_t commas = 0;
-    std::size_t semicolons = 0;
     for (int byte = Take(); byte != EndOfFile; byte = Take()) {
         m_headLine += static_cast<char>(byte);
         m_headAt = m_headLine.size();
         isQuoted = isQuoted != (byte == '"');
-        commas += !isQuoted && byte == ',' ? 1U : 0U;
-        semicolons += !isQuoted && byte == ';' ? 1U : 0U;
+        if (const std::size_t kind = separators.find(static_cast<char>(byte)); !isQuoted && kind != separators.npos)
+            ++counts[kind];
         hasText = hasText || (byte != '\n' && byte != '\r');
         if ((byte == '\n' && !isQuoted && hasText) || m_headLine.size() == LongestField)
             break;
     }
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     m_headAt = m_headLine.starts_with(byteOrderMark) ? byteOrderMark.size() : 0;
-    m_separator = semicolons > 0 && commas == 0 ? ';' : ',';
+    const auto most = std::max_element(counts.begin(), counts.end());
+    m_separator = *most == 0 ? ',' : separators[static_cast<std::size_t>(most - counts.begin())];
+}
+
+bool CCsvReader::TakeSeparatorLine() {
+    constexpr std::string_view beginning = "sep=";
+    const std::string_view line = CUtility::Trim(std::string_view(m_headLine).substr(m_headAt));
+    if (line.size() != beginning.size() + 1 || !line.starts_with(beginning))
+        return false;
+    m_separator = line.back();
+    m_headLine.clear();
+    m_headAt = 0;
+    ++m_line;
+    return true;
 }
 
 Status CCsvReader::ReadHead() {
     try {
         ReadHeadLine();
+        (void)TakeSeparatorLine();
         const auto head = ReadRecord();
         if (!head)
             return head.GetError();
@@ -153,6 +170,7 @@ Status CCsvReader::ReadHead() {
     }
     for (std::size_t i = 0; i < m_fieldCount; ++i) {
         m_columns.emplace_back(CUtility::Trim(m_fields[i]));
+        m_heads.push_back(m_columns.back());
         if (m_columns.back().empty())
             return Fault(fmt::format("found no name for column {}, expected one", i + 1));
         if (std::find(m_columns.begin(), m_columns.end() - 1, m_columns.back()) != m_columns.end() - 1)
@@ -164,13 +182,22 @@ Status CCsvReader::ReadHead() {
 Result<bool> CCsvReader::Next() {
     try {
         auto row = ReadRecord();
+        m_canGoOn = static_cast<bool>(row);
         if (row && row.Value() && m_fieldCount != m_columns.size())
-            return Fault(
-                fmt::format("found {} fields, expected {} as in the head line", m_fieldCount, m_columns.size()));
+            return Fault(fmt::format("found {} fields, expected {} as in the head line{}", m_fieldCount,
+                                     m_columns.size(),
+                                     m_separator == ',' && m_fieldCount > m_columns.size()
+                                         ? " (numbers with a decimal comma need quotation marks, or another separator)"
+                                         : ""));
         return row;
     } catch (const std::exception& error) {
         return ReadError(m_name, error);
     }
+}
+
+bool CCsvReader::IsRowEmpty() const {
+    return std::all_of(m_fields.begin(), m_fields.begin() + static_cast<std::ptrdiff_t>(m_fieldCount),
+                       [](const std::string& field) { return field.empty(); });
 }
 
 std::optional<std::size_t> CCsvReader::FindColumn(std::string_view column) const {

@@ -16,7 +16,8 @@ namespace OLMGis::ProjectIo {
 /// Reads a table of comma-separated values (RFC 4180) with a head line, one row in memory at a time. Quoted fields may
 /// contain separators, line ends and doubled quotation marks; lines end in LF or CR LF; a UTF-8 byte order mark and
 /// empty lines are skipped. The apostrophe before a text that looks like a formula is left out, see FormulaGuard.h. The
-/// separator is a semicolon where the head line has one and no comma. Texts are UTF-8. Linear.
+/// separator is the tab, semicolon or comma that the head line has most of (in this order where it has as many), or
+/// that a first line "sep=;" names, as spreadsheets write it. Texts are UTF-8. Linear.
 class CCsvReader {
 public:
     static constexpr std::size_t LongestField = std::size_t{1}
@@ -35,8 +36,20 @@ public:
     /// head line and for text that is not a table.
     Utility::Result<bool> Next();
 
+    /// After an error of Next: whether the rows below can be read, as after a row with too many or too few fields.
+    bool CanGoOn() const { return m_canGoOn; }
+
+    char GetSeparator() const { return m_separator; }
+
+    /// Gives the columns other names, one for each, empty ones for columns that nobody looks for. Messages go on to
+    /// call them as the file does.
+    void RenameColumns(std::vector<std::string> names) { m_columns = std::move(names); }
+
     /// Names of the columns, without blanks around them; no empty ones, none twice.
     const std::vector<std::string>& GetColumns() const { return m_columns; }
+
+    /// Whether all fields of the current row are empty, as in rows that a spreadsheet has below its last one.
+    bool IsRowEmpty() const;
 
     /// Place of a column, nothing when there is none of that name (plain characters).
     std::optional<std::size_t> FindColumn(std::string_view column) const;
@@ -49,7 +62,8 @@ public:
     /// The line on which the current row begins, from 1.
     std::size_t GetLine() const { return m_rowLine; }
 
-    /// An error of the current row: "name: line 3: text", or with a column "name: line 3, column area: text".
+    /// An error of the current row: "name: line 3: text", or with a column "name: line 3, column area: text"; column:
+    /// as GetColumns or, where that does not have it, as it is to be shown.
     Utility::Error Fault(std::string_view text) const;
     Utility::Error Fault(std::string_view column, std::string_view text) const;
 
@@ -58,12 +72,14 @@ private:
     Utility::Status ReadField(std::string& field);
     Utility::Status Append(std::string& field, int byte);
     void ReadHeadLine();
+    bool TakeSeparatorLine();
     int Peek();
     int Take();
     bool EndsField(int byte) const;
 
     std::istream& m_stream;
     std::string m_name;
+    std::vector<std::string> m_heads; ///< names of the columns in the file
     std::vector<std::string> m_columns;
     std::vector<std::string> m_fields; ///< never shrinks, so that its texts keep their memory
     std::size_t m_fieldCount = 0;
@@ -73,6 +89,7 @@ private:
     std::size_t m_line = 1;
     std::size_t m_rowLine = 1;
     char m_separator = ',';
+    bool m_canGoOn = false;
 };
 
 } // namespace OLMGis::ProjectIo

@@ -55,14 +55,6 @@ void CCsvTargets::IndexCatchments() {
     }
 }
 
-bool CCsvTargets::IsIdentifying(std::string_view column) const {
-    if (column == "name" || column == "guid")
-        return true;
-    if (m_kind == enmEntityKind::Section)
-        return column == "from" || column == "to";
-    return m_kind == enmEntityKind::Catchment && column == "section";
-}
-
 Status CCsvTargets::CheckHead() const {
     if (m_name || m_guid || (m_kind == enmEntityKind::Catchment && m_reader.FindColumn("section")))
         return Done();

@@ -31,9 +31,6 @@ class CCsvTargets {
 public:
     CCsvTargets(const Topology::CTopologyStorage& topology, Data::enmEntityKind kind, const CCsvReader& reader);
 
-    /// Whether the column identifies the entity and is not an attribute.
-    bool IsIdentifying(std::string_view column) const;
-
     /// BadInput when the head line has no column that identifies the entity.
     Utility::Status CheckHead() const;
 
