@@ -157,6 +157,7 @@ TEST(BuiltInCatalogFiles, ReferencesMayBeNames) {
         ASSERT_TRUE(Pipes().AddPipe(*Pipes().AddGroup(group, group).Value(), group + std::string("p"), "DN 1", {}));
     const auto ambiguous = load("name,PIPE_REF\nS1,DN 1\n");
     ASSERT_FALSE(ambiguous);
-    EXPECT_THAT(ambiguous.GetError().message, HasSubstr("line 2: PIPE_REF: found \"DN 1\", a name that 2 pipes"));
+    EXPECT_THAT(ambiguous.GetError().message,
+                HasSubstr("line 2, column PIPE_REF: found \"DN 1\", a name that 2 pipes"));
     EXPECT_EQ(section->GetPipe()->GetName(), "Clay DN 300");
 }

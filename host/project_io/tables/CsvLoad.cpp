@@ -114,7 +114,7 @@ Status CTableLoad::ReadRow(std::uint32_t record) {
         if (IsCatalogReference(definition)) {
             value = ResolveCatalogReference(definition, std::move(value.Value()));
             if (!value)
-                return m_table.GetRows().Fault(definition.m_id, value.GetError().message);
+                return m_table.ColumnFault(column, value.GetError().message);
         }
         m_values.Set(definition, record, value.Value());
         if (definition.m_id == "kinds" && value.Value().IsNotNull())

@@ -109,18 +109,20 @@ Result<CDataBox> CTableReader::GetValue(std::size_t place) {
     if (!value && definition.m_id == "kinds")
         if (const int kinds = KindsOf(text); kinds != 0)
             return CDataBox(kinds);
-    if (!value) {
-        // The message begins with the key, which the column names already.
-        std::string_view message = value.GetError().message;
-        const std::string beginning = definition.m_id + ": ";
-        message.remove_prefix(message.starts_with(beginning) ? beginning.size() : 0);
-        return m_rows->Fault(definition.m_id, message);
-    }
+    if (!value)
+        return ColumnFault(place, value.GetError().message);
     if (value->IsNotNull() && !column.m_conversion.IsOne()) {
         if (definition.m_type == enmDataType::Double)
             return CDataBox(column.m_conversion.Apply(value->AsDouble()));
     }
     return value;
+}
+
+Utility::Error CTableReader::ColumnFault(std::size_t column, std::string_view message) const {
+    const std::string& key = m_columns[column].m_definition->m_id;
+    if (message.starts_with(key + ": "))
+        message.remove_prefix(key.size() + 2);
+    return m_rows->Fault(key, message);
 }
 
 std::string CTableReader::Describe() const {

@@ -70,6 +70,9 @@ public:
     /// Not judged by its range. BadInput naming line and column.
     Utility::Result<Data::CDataBox> GetValue(std::size_t column);
 
+    /// A fault of the current row in the column of an attribute; a message that begins with its key goes on without it.
+    Utility::Error ColumnFault(std::size_t column, std::string_view message) const;
+
     /// One sentence: separator, decimal sign, encoding, columns known by other names, units that were converted.
     std::string Describe() const;
 
