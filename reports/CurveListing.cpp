@@ -43,9 +43,10 @@ ordered_json Describe(const CIDFCurves& curves, const CCurveQuestion& question, 
         }
         answer["curves"].push_back(std::move(each));
     });
-    for (const CIDFCurves::CProblem& problem : curves.GetProblems())
-        answer["problems"].push_back(
-            {{"line", problem.m_line == 0 ? ordered_json() : ordered_json(problem.m_line)}, {"text", problem.m_text}});
+    for (const auto* const list : {&curves.GetProblems(), &curves.GetDoubts()})
+        for (const CIDFCurves::CProblem& problem : *list)
+            answer["problems"].push_back({{"line", problem.m_line == 0 ? ordered_json() : ordered_json(problem.m_line)},
+                                          {"text", problem.m_text}});
     return answer;
 }
 

@@ -144,11 +144,13 @@ Error MakeUnknownArgumentError(const CLI::App& program, const std::string& argum
     const CLI::App& chosen = GetChosen(program);
     const bool isOption = argument.size() > 1 && argument.front() == '-';
     const std::string name = isOption ? argument.substr(0, argument.find('=')) : argument;
-    const char* const expected = isOption ? "an option" : &chosen == &program ? "a verb" : "nothing more";
+    const char* const expected = &chosen == &program ? "a verb" : "nothing more";
     const auto candidates =
         isOption || &chosen == &program ? GetCandidates(chosen, isOption) : std::vector<std::string>();
-    return MakeError(program, fmt::format("found \"{}\", expected {}{}", Reports::OnOneLine(argument), expected,
-                                          Reports::Suggest(name, candidates)));
+    const std::string found = isOption
+                                  ? fmt::format("unknown option {}", Reports::OnOneLine(name))
+                                  : fmt::format("found \"{}\", expected {}", Reports::OnOneLine(argument), expected);
+    return MakeError(program, found + Reports::Suggest(name, candidates));
 }
 
 /// What the library found wrong. An unknown argument often explains a missing one, so it comes first.

@@ -37,7 +37,7 @@ const CCase Cases[] = {
     {"no arguments", {}, 2, "", "expected a verb"},
     {"unknown verb", {"rnu", "P"}, 2, "", "did you mean run?"},
     {"unknown verb asked for help", {"rnu", "--help"}, 2, "", "did you mean run?"},
-    {"unknown option", {"info", "P", "--jsn"}, 2, "", "did you mean --json?"},
+    {"unknown option", {"info", "P", "--jsn"}, 2, "", "unknown option --jsn, did you mean --json?"},
     {"unknown option where a word is missing", {"info", "--jsn"}, 2, "", "did you mean --json?"},
     {"missing word", {"info"}, 2, "", "PROJECT is required"},
     {"word too many", {"info", "P", "P"}, 2, "", "expected nothing more"},
@@ -115,7 +115,8 @@ const CCase Cases[] = {
     {"all and some to set", {"set", "P", "FLOW_USER=1", "--all", "--names", "one"}, 2, "", "excludes"},
     {"an empty place to write", {"set", "P", "FLOW_USER=1", "--all", "-o", ""}, 2, "", "expected OUT.gpkg"},
     {"no number", {"set", "P", "FLOW_USER=1,5", "--all"}, 2, "", "found \"1,5\""},
-    {"not a number", {"set", "P", "FLOW_USER=NaN", "--all"}, 2, "", "expected a number"},
+    {"not a number", {"set", "P", "FLOW_INTIME=NaN", "--all"}, 2, "", "found NaN"},
+    {"infinity in a result", {"set", "P", "FLOW_RAIN=Infinity", "--all", "-o", "/inf.gpkg"}, 0},
     {"no value", {"set", "P", "FLOW_USER", "--all"}, 2, "", "expected KEY=VALUE"},
     {"parameters are not for people", {"set", "P", "FLOW_WASTE_PER_S={}", "--all"}, 2, "", "only calculations"},
     {"area below 0", {"set", "P", "area=-1", "--on", "catchments", "--all"}, 2, "", "area"},
@@ -139,6 +140,9 @@ const CCase Cases[] = {
      2,
      "",
      "PERIOD (DESIGN_HORIZON): found \"x\""},
+    {"run without rain", {"run", "P", "00_RAIN_SIMPLE", "VALUE_INTENSITY=-5"}, 2, "", "expected 0 l/(s"},
+    {"run without a tolerance", {"form", "P", "001_RAIN_ITP", "PRECISION=0"}, 2, "", "expected above 0"},
+    {"run of ice", {"form", "P", "001_RAIN_ITP", "WATER_VISCOSITY=0"}, 2, "", "expected above 0"},
     {"run of an unknown section", {"run", "P", "01_WASTE_PERCENT", "--names", "two"}, 2, "", "found \"two\""},
     {"run of a repeated name", {"run", "P", "01_WASTE_PERCENT", "--names", "twin"}, 2, "", "expected the GUID"},
     {"run by GUID", {"run", "P", "01_WASTE_PERCENT", "--names", "{t2}", "-o", "/run.gpkg"}, 0, ": 1 section\n"},
@@ -210,8 +214,8 @@ TEST(Arguments, EndWithTheirExitCode) {
         }
         EXPECT_TRUE(ReadFile(project) == before);
     }
-    EXPECT_EQ(folder.List(), "bad.csv calculator.json empty.gpkg n.csv others.gpkg others.json run.gpkg s.csv set.gpkg "
-                             "tag.json town.gpkg twins.geojson value.json");
+    EXPECT_EQ(folder.List(), "bad.csv calculator.json empty.gpkg inf.gpkg n.csv others.gpkg others.json run.gpkg s.csv "
+                             "set.gpkg tag.json town.gpkg twins.geojson value.json");
 }
 
 /// Each verb that the program lists explains itself with an example that begins with the verb.

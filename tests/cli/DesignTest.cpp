@@ -72,6 +72,9 @@ TEST_F(ForkProject, DirectionsAreSetByWordAndByLevel) {
     ASSERT_EQ(Drenova({"set", m_project, "MAIN_SECT_OUT=", "--on", "nodes", "--all"}).m_code, 0);
     ended = Drenova({"directions", m_project, "--auto", "--json"});
     EXPECT_EQ(json::parse(ended.m_out)[0]["main_outlet"]["name"], "BD") << "the lowest level line";
+    const std::string chosen = ReadFile(m_project);
+    EXPECT_EQ(Drenova({"directions", m_project, "--auto"}).m_code, 1) << "nothing is left to choose";
+    EXPECT_EQ(ReadFile(m_project), chosen);
 }
 
 /// Household: 50 inh/ha on 1 ha times 4 / 1000 / 1000 = 0.0002 m³/s on AB, nothing on the others; user flow 0.002 m³/s

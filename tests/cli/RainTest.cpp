@@ -375,7 +375,7 @@ TEST_F(RainProject, RefusesOptionsOfOtherCalculators) {
 }
 
 TEST_F(RainProject, PrintsJsonAlsoWithoutResults) {
-    const CEnded none = Run({"PRECISION=-1", "--format", "json"});
+    const CEnded none = Run({"RAINFALL_MODE=2484", "FREQUENCY_N=100", "--format", "json"});
     EXPECT_EQ(none.m_code, 1);
     EXPECT_EQ(json::parse(none.m_out), json::array());
     EXPECT_TRUE(json::parse(Run({"--explain", "G6", "--format", "json"}).m_out).is_null());

@@ -238,6 +238,34 @@ TEST_F(ReadyTown, KeysNameExactlyTheWriters) {
     EXPECT_EQ(written, declared);
 }
 
+/// A file that the command reads is not its output, --replace or not, and nothing is written when results cannot be.
+TEST_F(ReadyTown, TemplatesNeverOverwriteWhatTheCommandReads) {
+    ASSERT_EQ(Drenova({"set", m_project, "FLOW_INTIME=", "--all"}).m_code, 0);
+    const std::string curves = m_folder.Write("curves.txt", ReadFile(Samples + "rivertown-curves.txt"));
+    const std::string parameters = m_folder.Write("p.json", R"({"001_RAIN_ITP": {"FILE_PATH": "curves.txt"}})");
+    const std::pair<std::vector<std::string>, std::string> rows[] = {
+        {{"form", m_project, "001_RAIN_ITP", "FILE_PATH=" + curves}, curves},
+        {{"form", m_project, "001_RAIN_ITP"}, m_project},
+        {{"ready", m_project, "--params", parameters}, parameters},
+        {{"ready", m_project, "--params", parameters}, curves},
+        {{"ready", m_project, "--params", parameters}, m_project},
+    };
+    for (const auto& [words, output] : rows) {
+        const std::string before = ReadFile(output);
+        std::vector<std::string> arguments = words;
+        arguments.insert(arguments.end(), {"--template", output, "--replace"});
+        const CEnded ended = Drenova(arguments);
+        EXPECT_EQ(ended.m_code, 2) << words.front() << " " << output;
+        EXPECT_THAT(ended.m_err, HasSubstr("this command reads"));
+        EXPECT_EQ(ReadFile(output), before);
+    }
+    const std::string table = m_folder / "missing.csv";
+    CStart start{{"ready", m_project, "--params", parameters, "--template", table}};
+    start.m_outputTo = "/dev/full";
+    EXPECT_EQ(Drenova(start).m_code, 4);
+    EXPECT_FALSE(std::filesystem::exists(table));
+}
+
 /// A template reads back as the form that it was made of.
 TEST_F(ReadyTown, AFormTemplateReadsBack) {
     const CEnded shown = Drenova({"form", m_project, "01_WASTE_PERCENT", "CONSUMPTION=180", "--json"});

@@ -10,7 +10,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
 
 namespace Cli {
 
@@ -70,8 +69,6 @@ Result<CDataBox> ReadValue(const CDataDefinition& definition, std::string_view t
     auto value = OLMGis::ProjectIo::AttributeOfText(definition, text);
     if (!value)
         return BadArguments(value.GetError().message);
-    if (value->GetKind() == CDataBox::enmKind::Double && !std::isfinite(value->AsDouble()))
-        return BadArguments(fmt::format("{}: found \"{}\", expected a number", definition.m_id, text));
     return std::move(value.Value());
 }
 

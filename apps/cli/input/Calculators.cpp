@@ -71,9 +71,11 @@ std::vector<CFormValue> GetLastValues(std::string_view calculator, const std::st
 }
 
 Result<OLMGis::Sewage::CPlannedRun> PlanRun(const boost::shared_ptr<IFlowCalculator>& calculator,
-                                            std::vector<CFormValue> values, CTerminal& terminal) {
+                                            std::vector<CFormValue> values, const CFileCheck& checkFile,
+                                            CTerminal& terminal) {
     using OLMGis::Topology::CTopologyMultiStorage;
     CArgumentFormEditor editor(std::move(values));
+    editor.SetFileCheck(checkFile);
     const OLMGis::Topology::CFormEditorScope scope(editor);
     const auto parameters = calculator->CreateParameters();
     calculator->InputParameters(CTopologyMultiStorage::Instance()->GetActiveTopology()->GetSections(), parameters.get(),

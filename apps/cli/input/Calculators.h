@@ -12,6 +12,7 @@
 
 #include <boost/shared_ptr.hpp>
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,11 +35,14 @@ OLMGis::Utility::Result<Reports::CParameterFile> ReadParameterFile(const std::st
 /// path, for messages.
 std::vector<CFormValue> GetLastValues(std::string_view calculator, const std::string& project);
 
-/// A calculator with a new form into which values were entered. The error is that of a value that the form refuses.
-/// Notes go to the terminal.
+/// Asked for each file that a form reads; an error gives the form up.
+using CFileCheck = std::function<OLMGis::Utility::Status(const std::string& file)>;
+
+/// A calculator with a new form into which values were entered. The error is that of a value that the form refuses, or
+/// of the check of a file. Notes go to the terminal.
 OLMGis::Utility::Result<OLMGis::Sewage::CPlannedRun>
 PlanRun(const boost::shared_ptr<OLMGis::Sewage::IFlowCalculator>& calculator, std::vector<CFormValue> values,
-        CTerminal& terminal);
+        const CFileCheck& checkFile, CTerminal& terminal);
 
 /// A run as it was asked for: what messages about it name.
 struct CRunNames {

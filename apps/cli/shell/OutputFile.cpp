@@ -79,7 +79,7 @@ Status CheckOutput(const COutputOption& output, const std::vector<std::string>& 
     if (std::any_of(inputs.begin(), inputs.end(),
                     [&output](const std::string& input) { return IsSamePath(output.m_path, input); }))
         return BadArguments(
-            fmt::format("--output: {} is a file that this command reads, expected another name", output.m_path));
+            fmt::format("{}: this command reads the file, expected another name for its output", output.m_path));
     std::error_code ignored;
     if (!output.m_replaces && std::filesystem::exists(output.m_path, ignored))
         return Refused(fmt::format("{}: exists already; --replace replaces it", output.m_path));

@@ -48,7 +48,6 @@ struct COptions {
 constexpr double WaterViscosity = 1e-6; ///< m²/s, the default of "hydraulics"
 
 /// Runs one calculator with the values of the parameter file and prints what it stored.
-using CFileCheck = std::function<Status(const std::string& file)>;
 
 Result<CCalculationOutcome> RunOne(const std::string& key, const std::vector<CFormValue>& values,
                                    const std::string& project, const CFileCheck& checkFile, CTerminal& terminal,

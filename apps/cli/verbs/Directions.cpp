@@ -87,28 +87,30 @@ CVerbResult ShowOrChoose(const COptions& options, CTerminal& terminal, std::ostr
     for (const std::string& argument : options.m_outlets)
         if (const Status set = SetOutlet(argument); !set)
             return set.GetError();
+    int count = 0;
     if (options.m_isAutomatic) {
-        const int count =
-            CFlowDirection::ChooseAutomatically(CTopologyMultiStorage::Instance()->GetActiveTopology()->GetNodes());
+        count = CFlowDirection::ChooseAutomatically(CTopologyMultiStorage::Instance()->GetActiveTopology()->GetNodes());
         terminal.Print(
             fmt::format("main outlets of {} chosen by level and pipe", Count(static_cast<std::size_t>(count), "node")));
     }
     const std::vector<Reports::CFork> forks = Reports::FindForks();
     Print(results, Reports::MakeOutletListing(forks), options.m_format.Get());
     results.flush();
-    if (options.m_isAutomatic || !options.m_outlets.empty()) {
+    const bool stores = count > 0 || !options.m_outlets.empty();
+    const enmExitCode code = options.m_isAutomatic && !stores ? enmExitCode::NothingStored : enmExitCode::Done;
+    if (stores) {
         if (const Status saved = project.Value()->Save(options.m_output); !saved)
             return saved.GetError();
         terminal.Print(fmt::format("{}: saved", project.Value()->GetTarget(options.m_output)));
     }
     if (options.m_format.Get() != Reports::enmFormat::Text)
-        return enmExitCode::Done;
+        return code;
     const auto open =
         std::count_if(forks.begin(), forks.end(), [](const auto& fork) { return fork.m_mainOutlet == nullptr; });
     terminal.Print(forks.empty() ? std::string("no node needs a main outlet")
                                  : fmt::format("{} with several sections out, {} without a main outlet",
                                                Count(forks.size(), "node"), open));
-    return enmExitCode::Done;
+    return code;
 }
 
 } // namespace
@@ -122,7 +124,8 @@ CVerb MakeDirections() {
         .Several("--set", options->m_outlets, "NODE=SECTION",
                  "Choose the main outlet of a node, by names or GUIDs; several may follow")
         .Flag("--auto", options->m_isAutomatic,
-              "Choose the others: lowest level line, then larger pipe, then first in the network")
+              "Choose the others: lowest level line, then larger pipe, then first in the network;\nexit code 1 when "
+              "there is nothing to choose")
         .Formats(options->m_format, {"table", "csv", "json"}, "Default: table")
         .SaveAs(options->m_output)
         .Examples({"drenova directions town.gpkg", "drenova directions town.gpkg --set M004=MAIN-07 --auto"})

@@ -30,8 +30,6 @@ struct COptions {
 };
 
 Status WriteTemplate(const COptions& options, const CPropertiesEx& form) {
-    if (const Status isNew = CheckOutput({options.m_template, options.m_replaces}, {options.m_project}); !isNew)
-        return isNew;
     std::error_code error;
     const auto folder =
         std::filesystem::weakly_canonical(std::filesystem::absolute(options.m_template, error).parent_path(), error);
@@ -53,7 +51,17 @@ CVerbResult ShowForm(const COptions& options, CTerminal& terminal, std::ostream&
     const auto calculator = FindCalculator(options.m_calculator);
     if (!calculator)
         return calculator.GetError();
-    const auto run = PlanRun(calculator.Value(), std::move(values.Value()), terminal);
+    const auto checkTemplate = [&]() -> Status {
+        return options.m_template.empty() ? Status(Done{})
+                                          : project.Value()->CheckExport({options.m_template, options.m_replaces});
+    };
+    if (const Status isFree = checkTemplate(); !isFree)
+        return isFree.GetError();
+    const auto checkFile = [&](const std::string& read) {
+        project.Value()->Reads(read);
+        return checkTemplate();
+    };
+    const auto run = PlanRun(calculator.Value(), std::move(values.Value()), checkFile, terminal);
     if (!run)
         return run.GetError();
     static const CPropertiesEx none;

@@ -76,9 +76,9 @@ CVerb MakeHydraulics() {
         .Flag("--strict", options->m_isStrict, StrictHelp)
         .SaveAs(options->m_output)
         .Examples({"drenova hydraulics town.gpkg --format csv"})
-        .Notes("Every section with a flow, a pipe and a SECTION_SLOPE. The roughness is PIPE_ROUGHNESS, without it "
-               "that of the pipe. HYD_FILLING, HYD_VELOCITY and HYD_CAPACITY\n"
-               "are stored. Exit code: 1 when nothing was stored.")
+        .Notes("Every section with a flow, a pipe and a SECTION_SLOPE. The roughness is PIPE_ROUGHNESS, without it\n"
+               "that of the pipe. HYD_FILLING, HYD_VELOCITY and HYD_CAPACITY are stored. Exit code: 1 when nothing\n"
+               "was stored.")
         .Runs([options](CTerminal& terminal, std::ostream& results) {
             return CalculateHydraulics(*options, terminal, results);
         });

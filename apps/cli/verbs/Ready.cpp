@@ -13,6 +13,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -39,7 +40,7 @@ struct COptions {
 };
 
 /// The calculators asked for, in the order of the design work, with the values of the parameter file.
-Result<std::vector<CPlannedRun>> MakePlan(const COptions& options, CTerminal& terminal) {
+Result<std::vector<CPlannedRun>> MakePlan(const COptions& options, CProject& project, CTerminal& terminal) {
     for (const std::string& key : options.m_calculators)
         if (const auto known = FindCalculator(key); !known)
             return known.GetError();
@@ -50,6 +51,11 @@ Result<std::vector<CPlannedRun>> MakePlan(const COptions& options, CTerminal& te
             return read.GetError();
         file = std::move(read.Value());
     }
+    // The templates are checked when it is known which of them are written.
+    const auto noteFile = [&project](const std::string& read) -> Status {
+        project.Reads(read);
+        return Done{};
+    };
     std::vector<CPlannedRun> plan;
     for (const std::string& key : GetCalculatorKeys()) {
         const auto* const values = file ? file->FindValues(key) : nullptr;
@@ -57,8 +63,8 @@ Result<std::vector<CPlannedRun>> MakePlan(const COptions& options, CTerminal& te
             std::find(options.m_calculators.begin(), options.m_calculators.end(), key) != options.m_calculators.end();
         if (!(options.m_calculators.empty() ? !file || values != nullptr : isAsked))
             continue;
-        auto run =
-            PlanRun(FindCalculator(key).Value(), values == nullptr ? std::vector<CFormValue>() : *values, terminal);
+        auto run = PlanRun(FindCalculator(key).Value(), values == nullptr ? std::vector<CFormValue>() : *values,
+                           noteFile, terminal);
         if (!run)
             return run.GetError();
         plan.push_back(std::move(run.Value()));
@@ -76,15 +82,25 @@ std::string TemplateOf(const std::string& path, enmEntityKind kind) {
         .string();
 }
 
+constexpr std::array EntityKinds = {enmEntityKind::Section, enmEntityKind::Node, enmEntityKind::Catchment};
+
+/// Whether each table to fill in may be written: one that may not leaves none behind.
+Status CheckTemplates(const COptions& options, const std::vector<CMissingInput>& missing, const CProject& project) {
+    for (const enmEntityKind kind : EntityKinds)
+        if (Reports::MakeFillInTable(missing, kind))
+            if (Status isFree = project.CheckExport({TemplateOf(options.m_template, kind), options.m_replaces});
+                !isFree)
+                return isFree;
+    return Done{};
+}
+
 /// Writes the tables to fill in, one for each kind of entity that lacks something.
 Status WriteTemplates(const COptions& options, const std::vector<CMissingInput>& missing, CTerminal& terminal) {
-    for (const enmEntityKind kind : {enmEntityKind::Section, enmEntityKind::Node, enmEntityKind::Catchment}) {
+    for (const enmEntityKind kind : EntityKinds) {
         const auto table = Reports::MakeFillInTable(missing, kind);
         if (!table)
             continue;
         const std::string path = TemplateOf(options.m_template, kind);
-        if (const Status isNew = CheckOutput({path, options.m_replaces}, {options.m_project}); !isNew)
-            return isNew;
         const auto write = [&table](std::ostream& stream) -> Status {
             Reports::PrintAsCsv(stream, *table);
             return Done{};
@@ -105,15 +121,23 @@ CVerbResult ShowMissing(const COptions& options, CTerminal& terminal, std::ostre
         return project.GetError();
     if (const Status loaded = project.Value()->LoadModule(); !loaded)
         return loaded.GetError();
-    const auto plan = MakePlan(options, terminal);
+    if (!options.m_parameterFile.empty())
+        project.Value()->Reads(options.m_parameterFile);
+    const auto plan = MakePlan(options, *project.Value(), terminal);
     if (!plan)
         return plan.GetError();
     const std::vector<CMissingInput> missing = OLMGis::Sewage::FindMissingInputs(plan.Value());
+    if (!options.m_template.empty())
+        if (const Status areFree = CheckTemplates(options, missing, *project.Value()); !areFree)
+            return areFree.GetError();
     Print(results, Reports::CListing(Reports::MakeReadyTable(missing)), options.m_format.Get());
     results.flush();
-    if (!options.m_template.empty())
+    if (!options.m_template.empty()) {
+        if (const Status printed = terminal.CheckResults(); !printed)
+            return printed.GetError();
         if (const Status written = WriteTemplates(options, missing, terminal); !written)
             return written.GetError();
+    }
     terminal.Print(missing.empty()
                        ? fmt::format("{}: nothing is missing", options.m_project)
                        : fmt::format("{}: {} missing", options.m_project, Reports::Count(missing.size(), "value")));
