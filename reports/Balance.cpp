@@ -40,8 +40,7 @@ const CTopologyStorage& GetTopology() {
 
 bool HasValues(const char* key) {
     const auto* const definition = FindDefinition(key);
-    const auto* const column = definition == nullptr ? nullptr : GetTopology().GetStore().FindColumn(*definition);
-    return column != nullptr && column->CountNotNull() > 0;
+    return definition != nullptr && GetTopology().GetStore().HasValues(*definition);
 }
 
 /// By row of section; absent values are 0.
@@ -205,9 +204,10 @@ private:
         const CCarriedAmounts& flow = m_amounts[2];
         row.m_areaAbove = SumOf(area.m_entered, above);
         row.m_areaArriving = area.m_hasRun ? area.m_carried[end] : 0.0;
-        row.m_inhabitantsAbove = SumOf(inhabitants.m_entered, above);
-        if (inhabitants.m_hasRun)
+        if (inhabitants.m_hasRun) {
+            row.m_inhabitantsAbove = SumOf(inhabitants.m_entered, above);
             row.m_inhabitantsArriving = inhabitants.m_carried[end];
+        }
         if (flow.m_hasRun) {
             row.m_flowAbove = SumOf(flow.m_entered, above);
             row.m_transitArriving = flow.m_carried[end];

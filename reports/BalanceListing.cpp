@@ -3,6 +3,7 @@
 #include "reports/BalanceListing.h"
 
 #include "reports/JsonDocument.h"
+#include "reports/RainListing.h"
 #include "reports/ShownText.h"
 
 #include <fmt/format.h>
@@ -67,11 +68,11 @@ struct CWording {
 CWording WordingOf(enmBalanced quantity) {
     switch (quantity) {
     case enmBalanced::Area:
-        return {"contributing area", "ha", 2};
+        return {"ha of contributing area", "ha", 2};
     case enmBalanced::Inhabitants:
-        return {"inhabitants", "inhabitants", 0};
+        return {"inhabitants", "inhabitants", 1};
     case enmBalanced::Flow:
-        return {"flow", "m³/s", 4};
+        return {"m³/s of flow", "m³/s", 4};
     }
     return {"", "", 0};
 }
@@ -103,35 +104,32 @@ CListing MakeBalanceListing(const std::vector<CBalanceRow>& rows) {
     return listing;
 }
 
-CRemark DescribeLoss(const CLoss& loss, const std::vector<COutletChoice>& choices) {
+CRemark DescribeLoss(const CLoss& loss, const std::vector<COutletChoice>& choices, const std::string& projectPath) {
     constexpr std::size_t MostNodes = 10;
     const CWording wording = WordingOf(loss.m_quantity);
     std::vector<std::string> places;
     for (std::size_t i = 0; i < std::min(loss.m_at.size(), MostNodes); ++i)
         places.push_back(fmt::format("{} ({:.{}f} {})", loss.m_at[i].first->GetName(), loss.m_at[i].second,
                                      wording.m_decimals, wording.m_unit));
-    std::string text = fmt::format(
-        "{:.{}f} of {:.{}f} {} of {} never arrive at an end of the network; lost at {}: {}{}.", loss.m_lost,
-        wording.m_decimals, loss.m_entered, wording.m_decimals, wording.m_unit, wording.m_what,
-        Count(loss.m_at.size(), "node"), fmt::join(places, ", "), loss.m_at.size() > MostNodes ? ", ..." : "");
+    std::string text = fmt::format("{:.{}f} of {:.{}f} {} never arrive at an end of the network; lost at {}: {}{}.",
+                                   loss.m_lost, wording.m_decimals, loss.m_entered, wording.m_decimals, wording.m_what,
+                                   Count(loss.m_at.size(), "node"), fmt::join(places, ", "),
+                                   loss.m_at.size() > MostNodes ? ", ..." : "");
     if (choices.empty()) {
-        text += loss.m_quantity == enmBalanced::Area
-                    ? " No other main outlets carry more: look for ways out of a node that meet again, for rings, and "
-                      "for a run that considered partial areas."
-                    : " No other main outlets carry more: look for ways out of a node that meet again, and for rings.";
+        text += " No other main outlets carry more: look for ways out of a node that meet again, and for rings.";
     } else {
         std::vector<std::string> outlets;
         for (const COutletChoice& choice : choices)
             outlets.push_back(fmt::format("{}={}", choice.first->GetName(), choice.second->GetName()));
-        text += fmt::format(" More arrives with other main outlets: drenova directions PROJECT --set {}",
+        text += fmt::format(" More arrives with other main outlets: drenova directions {} --set {}", projectPath,
                             fmt::join(outlets, " "));
     }
     return {CRemark::enmKind::Warning, OnOneLine(text)};
 }
 
-CRemarks MakeLossRemarks(const std::string& calculator) {
+CRemarks MakeLossRemarks(const std::string& calculator, const std::string& projectPath) {
     static const std::vector<std::pair<std::string_view, std::vector<enmBalanced>>> quantities = {
-        {"001_RAIN_ITP", {enmBalanced::Area}},
+        {RainCalculator, {enmBalanced::Area}},
         {"01_WASTE_AREAS", {enmBalanced::Inhabitants}},
         {"01_WASTE_PERCENT", {enmBalanced::Inhabitants}},
         {"03_FC_TRANSIT", {enmBalanced::Flow}},
@@ -142,7 +140,7 @@ CRemarks MakeLossRemarks(const std::string& calculator) {
         if (key == calculator)
             for (const enmBalanced quantity : balanced)
                 if (const auto loss = FindLoss(quantity))
-                    remarks.push_back(DescribeLoss(*loss, FindBetterOutlets(quantity)));
+                    remarks.push_back(DescribeLoss(*loss, FindBetterOutlets(quantity), projectPath));
     return remarks;
 }
 

@@ -10,10 +10,10 @@
 
 namespace Reports {
 
-/// One sentence: the result, what changed, and the command that renews it.
-std::string DescribeOutdated(const OLMGis::Sewage::COutdatedResult& result);
+/// One sentence: the result, what changed, and the commands that renew it. project: path, as commands name it.
+std::string DescribeOutdated(const OLMGis::Sewage::COutdatedResult& result, const std::string& project);
 
 /// A warning for each.
-CRemarks MakeOutdatedRemarks(const std::vector<OLMGis::Sewage::COutdatedResult>& results);
+CRemarks MakeOutdatedRemarks(const std::vector<OLMGis::Sewage::COutdatedResult>& results, const std::string& project);
 
 } // namespace Reports

@@ -10,6 +10,7 @@
 #include "rain/curves/RainChoices.h"
 #include "reports/Balance.h"
 #include "reports/BalanceListing.h"
+#include "reports/RainListing.h"
 #include "reports/ShownText.h"
 
 #include <fmt/format.h>
@@ -64,12 +65,13 @@ const CStoredResult* Find(const CCalculationOutcome& outcome, std::string_view k
     return found == outcome.m_results.end() ? nullptr : &*found;
 }
 
-void WarnOfSums(const std::string& calculator, const CFormValues& form, CRemarks& remarks) {
+void WarnOfSums(const std::string& calculator, const CFormValues& form, const std::string& projectPath,
+                CRemarks& remarks) {
     if (form.IsAllOff())
-        remarks.push_back(
-            Warning(fmt::format("all flows of the form are switched off, so every sum is 0. Switch on "
-                                "what counts (drenova form PROJECT {}), for example {}=1",
-                                calculator, calculator == "03_FC_TRANSIT" ? "FC_WASTE_PER" : "FLOW_TRANSIT")));
+        remarks.push_back(Warning(fmt::format("all flows of the form are switched off, so every sum is 0. Switch on "
+                                              "what counts (drenova form {} {}), for example {}=1",
+                                              projectPath, calculator,
+                                              calculator == "03_FC_TRANSIT" ? "FC_WASTE_PER" : "FLOW_TRANSIT")));
     if (calculator != "03_FC_TRANSIT" || !form.IsOn("FC_WASTE_PER") || !form.IsOn("FC_HOUSEWASTE_AREA"))
         return;
     const double byPopulation = SumOverSections(Flow::Keys::WastePercent);
@@ -148,24 +150,62 @@ void WarnOfChains(CRemarks& remarks) {
                                               fmt::join(ends, ", "), count > ends.size() ? ", ..." : "")));
 }
 
+/// A whole-network run writes each section that it reaches: what it leaves behind no longer belongs to the network.
+void WarnOfFormer(const std::string& calculator, const CCalculationOutcome& outcome, const std::string& projectPath,
+                  CRemarks& remarks) {
+    constexpr std::size_t MostNames = 20;
+    const auto& former = outcome.m_former;
+    const auto& topology = *OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
+    if (former.m_sections.empty())
+        return;
+    if (outcome.m_sectionCount < static_cast<int>(topology.GetSections().size())) {
+        if (calculator == "01_WASTE_PERCENT")
+            remarks.push_back(Warning(fmt::format(
+                "the whole population was spread over {}; {} keep the flows of an earlier run, which count it again",
+                Count(static_cast<std::size_t>(outcome.m_sectionCount), "section"),
+                Count(former.m_sections.size(), "other section"))));
+        return;
+    }
+    std::vector<std::string_view> names;
+    for (const auto* section : former.m_sections)
+        names.push_back(section->GetName());
+    std::string keys;
+    for (const auto* key : former.m_keys)
+        keys += fmt::format(" {}=", key->m_id);
+    const std::size_t shown = std::min(names.size(), MostNames);
+    remarks.push_back(Warning(fmt::format(
+        "{} without results of this run keep those of an earlier run of {}, which later runs would sum: {}. Remove "
+        "them: drenova set {}{} --names {}",
+        Count(names.size(), "section"), calculator, FirstNames(names, MostNames), projectPath, keys,
+        fmt::join(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(shown), ","))));
+}
+
 } // namespace
 
-CRemarks MakeRunWarnings(const std::string& calculator, const CCalculationOutcome& outcome) {
+CRemarks MakeRunWarnings(const std::string& calculator, const CCalculationOutcome& outcome,
+                         const std::string& projectPath) {
     CRemarks remarks;
     if (!outcome.HasStored())
         return remarks;
     const CFormValues form(outcome.m_parameters);
+    WarnOfFormer(calculator, outcome, projectPath, remarks);
     if (calculator == "03_FC_TRANSIT" || calculator == "04_FC_TOTAL")
-        WarnOfSums(calculator, form, remarks);
+        WarnOfSums(calculator, form, projectPath, remarks);
+    if (calculator == "01_WASTE_PERCENT" && form.Get("BROJ_STANOVNIKA") > 0.0)
+        if (const CStoredResult* const flow = Find(outcome, Flow::Keys::WastePercent);
+            flow != nullptr && flow->m_sum == 0.0)
+            remarks.push_back(Warning(fmt::format("the flow of {} inhabitants is 0 on every section: the population is "
+                                                  "spread by length times FLOW_COEFDEN, whose sum is 0",
+                                                  form.Get("BROJ_STANOVNIKA"))));
     if (calculator == "02_ADDITIONAL")
         WarnOfDefaults(outcome, form, remarks);
-    if (calculator == "001_RAIN_ITP")
+    if (calculator == RainCalculator)
         WarnOfDurations(form, remarks);
-    if (calculator == "001_RAIN_ITP" && form.IsOn("PARTIAL_AREA_EFFECT")) {
+    if (calculator == RainCalculator && form.IsOn("PARTIAL_AREA_EFFECT")) {
         WarnOfChains(remarks);
         return remarks;
     }
-    for (CRemark& loss : MakeLossRemarks(calculator))
+    for (CRemark& loss : MakeLossRemarks(calculator, projectPath))
         remarks.push_back(std::move(loss));
     return remarks;
 }

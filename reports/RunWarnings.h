@@ -11,7 +11,9 @@ namespace Reports {
 
 /// What deserves a second look after a run that ended well, with the numbers concerned: sums without a flow switched
 /// on, domestic flow counted twice, amounts at the defaults of the form, partial areas, losses on the way to the ends
-/// of the network. The project is as the run left it. Linear.
-CRemarks MakeRunWarnings(const std::string& calculator, const OLMGis::Sewage::CCalculationOutcome& outcome);
+/// of the network, values of earlier runs that stayed. The project is as the run left it; projectPath: as commands name
+/// it. Linear.
+CRemarks MakeRunWarnings(const std::string& calculator, const OLMGis::Sewage::CCalculationOutcome& outcome,
+                         const std::string& projectPath);
 
 } // namespace Reports

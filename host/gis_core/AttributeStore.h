@@ -56,6 +56,12 @@ public:
         return definition.m_index < m_columns.size() ? m_columns[definition.m_index].get() : nullptr;
     }
 
+    /// Whether any entity has a value. Cost: rows / 64.
+    bool HasValues(const CDataDefinition& definition) const {
+        const CAttributeColumn* column = FindColumn(definition);
+        return column != nullptr && column->CountNotNull() > 0;
+    }
+
     /// The column of a definition, made when it isn't there. For the project file, which fills columns whole, and for
     /// the journal; everybody else writes through Write.
     CAttributeColumn& GetColumn(const CDataDefinition& definition);

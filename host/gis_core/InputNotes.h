@@ -16,7 +16,6 @@ namespace OLMGis::Data {
 namespace Inputs {
 inline constexpr std::string_view Catchments = "catchments";
 inline constexpr std::string_view Topology = "topology";
-inline constexpr std::string_view Terrain = "terrain";
 inline constexpr std::string_view Catalog = "catalog";
 inline constexpr std::string_view Settings = "settings";
 inline constexpr std::string_view File = "FILE_PATH";

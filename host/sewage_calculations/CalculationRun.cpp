@@ -199,7 +199,7 @@ Result<CCalculationOutcome> RunCalculation(const CCalculationRequest& request) {
     if (origin) {
         outcome.m_outdated = SelectRead(outdated, origin->GetNotes(), request.m_key);
         if (outcome.HasStored())
-            origin->Keep(request.m_key, journal);
+            outcome.m_former = origin->Keep(request.m_key, journal);
     }
     if (outcome.HasStored())
         CLastForms::Instance()->Set(request.m_key, TakeLastForm(*parameters->m_properties));

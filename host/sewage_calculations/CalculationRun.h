@@ -55,6 +55,9 @@ struct CCalculationOutcome {
     /// Results of other calculators that the run read although they were outdated before it.
     std::vector<COutdatedResult> m_outdated{};
 
+    /// Values that earlier runs of the calculator stored on sections without results of this one.
+    CFormerResults m_former{};
+
     bool HasStored() const { return !m_results.empty(); }
 };
 

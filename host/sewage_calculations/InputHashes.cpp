@@ -5,12 +5,14 @@
 #include "host/gis_core/DataConfiguration.h"
 #include "host/gis_core/InputNotes.h"
 #include "host/gis_core/InstallationPaths.h"
+#include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/ProjectContext.h"
 #include "host/gis_core/ProjectSettings.h"
 #include "host/gis_core/Utility.h"
 #include "host/network_core/CatalogManager.h"
 #include "host/network_core/PipeManager.h"
 #include "host/network_core/TopologyMultiStorage.h"
+#include "host/sewage_core/SewageCalculationConfigurator.h"
 
 #include <bit>
 #include <cmath>
@@ -132,8 +134,9 @@ std::optional<std::uint64_t> HashCatalog(std::string_view detail) {
 /// The hash of a stored value; 0 for one that counts as null.
 class CValueHash {
 public:
-    explicit CValueHash(const CAttributeColumn& column, const CTopologyStorage& topology)
-        : m_column(column), m_texts(topology.GetStore().GetTexts()) {
+    CValueHash(const CDataDefinition& definition, const CAttributeColumn& column, const CTopologyStorage& topology)
+        : m_column(column), m_texts(topology.GetStore().GetTexts()),
+          m_isReference(definition.m_id == "PIPE_REF" || definition.m_id == "MAIN_SECT_OUT") {
         if (column.GetType() == enmDataType::Text)
             m_textHashes.resize(m_texts.GetCount());
     }
@@ -145,7 +148,7 @@ public:
         if (m_column.GetType() == enmDataType::Text) {
             std::uint64_t& hash = m_textHashes[bits];
             if (hash == 0)
-                hash = HashText(m_texts.Get(static_cast<std::uint32_t>(bits)));
+                hash = Hash(m_texts.Get(static_cast<std::uint32_t>(bits)));
             return hash;
         }
         if (m_column.GetType() == enmDataType::Int)
@@ -155,8 +158,11 @@ public:
     }
 
 private:
+    std::uint64_t Hash(std::string_view text) const { return m_isReference ? HashGuid(text) : HashText(text); }
+
     const CAttributeColumn& m_column;
     const Data::CTextPool& m_texts;
+    bool m_isReference;                      ///< the texts are GUIDs
     std::vector<std::uint64_t> m_textHashes; ///< by id in the pool, 0 for one not made
 };
 
@@ -206,7 +212,7 @@ std::uint64_t CInputHashes::HashAttribute(const CDataDefinition& definition) {
         return 0;
     return Keep(m_attributes[definition.m_index], {column->GetChangeCount(), topology.GetChangeCount()}, [&] {
         const std::vector<std::uint64_t>& guids = GetGuidHashes(definition.m_entityKind);
-        CValueHash valueOf(*column, topology);
+        CValueHash valueOf(definition, *column, topology);
         std::uint64_t sum = 0;
         const auto add = [&](const auto& entities) {
             for (const auto& entity : entities)
@@ -278,6 +284,11 @@ std::optional<std::uint64_t> CInputHashes::HashOther(std::string_view name, std:
         return detail == CSection::GeometryInput ? HashGeometry() : HashConnections();
     if (name == Data::Inputs::Catalog)
         return HashCatalog(detail);
+    // As they are in force: a setting that was never made equals its default.
+    if (name == Data::Inputs::Settings && detail == System::CProjectSettings::Edition)
+        return HashText(Utility::CModuleConfiguration::Instance()->GetEdition());
+    if (name == Data::Inputs::Settings && detail == System::CProjectSettings::Turkish)
+        return HashNumber(CSewageCalculationConfigurator::IsTurkishExtensionAllowed());
     if (name == Data::Inputs::Settings)
         return HashText(System::CProjectSettings::Instance()->Get(detail));
     if (name == Data::Inputs::File) {

@@ -40,11 +40,6 @@ bool HasChanged(const CResultInput& input) {
     return now && *now != input.m_hash;
 }
 
-bool HasValues(const CDataDefinition& definition) {
-    const auto* const column = GetStore().FindColumn(definition);
-    return column != nullptr && column->CountNotNull() > 0;
-}
-
 /// How many sections have a value of each key that a run stored.
 class CStoredCounts {
 public:
@@ -60,6 +55,12 @@ public:
             if (GetCount(*definition) > 0)
                 keys.push_back(definition->m_id);
         return keys;
+    }
+
+    /// Whether the run gave the section in a row a value.
+    bool Has(const CDataDefinition& definition, std::uint32_t row) const {
+        return definition.m_index < m_rows.size() && row < m_rows[definition.m_index].size() &&
+               m_rows[definition.m_index][row];
     }
 
     /// Whether the run wrote every value that the attribute has now.
@@ -139,8 +140,30 @@ void Merge(CResultOrigin& origin, const CResultOrigin& former) {
     }
 }
 
+/// Sections with values of keys that a run stored, but not on them.
+CFormerResults FindFormer(const CResultOrigin& origin, const CStoredCounts& counts) {
+    CFormerResults former;
+    const auto& topology = *Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
+    std::vector<bool> isListed(topology.GetSectionRowCount(), false);
+    for (const std::string& key : origin.m_results) {
+        const CDataDefinition* const definition = Data::FindDefinition(key);
+        if (definition == nullptr || counts.IsWhole(*definition))
+            continue;
+        former.m_keys.push_back(definition);
+        const auto* const column = GetStore().FindColumn(*definition);
+        for (const auto& section : topology.GetSections()) {
+            if (!column->IsNotNull(section->GetRow()) || counts.Has(*definition, section->GetRow()))
+                continue;
+            if (!isListed[section->GetRow()])
+                former.m_sections.push_back(section.get());
+            isListed[section->GetRow()] = true;
+        }
+    }
+    return former;
+}
+
 /// Takes results that a run wrote whole away from the calculators that stored them before.
-void TakeOver(const CResultOrigin& origin, const CStoredCounts& counts) {
+void ReplaceOthers(const CResultOrigin& origin, const CStoredCounts& counts) {
     CResultOrigins& origins = *CResultOrigins::Instance();
     const std::vector<CResultOrigin> all = origins.GetAll();
     for (CResultOrigin other : all) {
@@ -156,18 +179,48 @@ void TakeOver(const CResultOrigin& origin, const CStoredCounts& counts) {
     }
 }
 
+/// The calculators with outdated results from which those of the i-th come, and the i-th, in the order of runs.
+/// changed: of each origin, what changed.
+std::vector<std::string> FindRenewal(const std::vector<CResultOrigin>& origins,
+                                     const std::vector<std::vector<std::string>>& changed, std::size_t i) {
+    std::vector<bool> isNeeded(origins.size(), false);
+    isNeeded[i] = true;
+    for (bool hasGrown = true; hasGrown;) {
+        hasGrown = false;
+        for (std::size_t maker = 0; maker < origins.size(); ++maker) {
+            if (isNeeded[maker] || changed[maker].empty())
+                continue;
+            const auto isRead = [&](const std::string& key) {
+                for (std::size_t reader = 0; reader < origins.size(); ++reader)
+                    if (isNeeded[reader] &&
+                        std::find(changed[reader].begin(), changed[reader].end(), key) != changed[reader].end())
+                        return true;
+                return false;
+            };
+            isNeeded[maker] = std::any_of(origins[maker].m_results.begin(), origins[maker].m_results.end(), isRead);
+            hasGrown = hasGrown || isNeeded[maker];
+        }
+    }
+    std::vector<std::string> runs;
+    for (std::size_t maker = 0; maker < origins.size(); ++maker)
+        if (isNeeded[maker])
+            runs.push_back(origins[maker].m_calculator);
+    return runs;
+}
+
 } // namespace
 
 COriginRecorder::COriginRecorder() {
     m_scope.emplace(GetStore(), m_notes);
 }
 
-void COriginRecorder::Keep(std::string_view calculator, const Data::CJournal& journal) {
+CFormerResults COriginRecorder::Keep(std::string_view calculator, const Data::CJournal& journal) {
     Stop();
     const CStoredCounts counts(journal);
     CResultOrigin origin{std::string(calculator), counts.GetKeys(), {}};
     if (origin.m_results.empty())
-        return;
+        return {};
+    CFormerResults kept = FindFormer(origin, counts);
     origin.m_inputs = HashInputs(m_notes, origin.m_results);
     CResultOrigins& origins = *CResultOrigins::Instance();
     if (const CResultOrigin* const former = origins.Find(calculator)) {
@@ -178,8 +231,9 @@ void COriginRecorder::Keep(std::string_view calculator, const Data::CJournal& jo
         if (std::any_of(former->m_results.begin(), former->m_results.end(), remains))
             Merge(origin, CResultOrigin(*former));
     }
-    TakeOver(origin, counts);
+    ReplaceOthers(origin, counts);
     origins.Put(std::move(origin));
+    return kept;
 }
 
 std::vector<COutdatedResult> FindOutdatedResults() {
@@ -214,10 +268,11 @@ std::vector<COutdatedResult> FindOutdatedResults() {
         for (const CResultInput& input : origins[i].m_inputs)
             if (std::find(changed[i].begin(), changed[i].end(), input.m_name) != changed[i].end())
                 enter(names, input.m_name);
+        const std::vector<std::string> runs = FindRenewal(origins, changed, i);
         for (const std::string& key : origins[i].m_results)
             if (const auto* const definition = Data::FindDefinition(key);
-                definition != nullptr && HasValues(*definition))
-                outdated.push_back({definition, origins[i].m_calculator, names});
+                definition != nullptr && GetStore().HasValues(*definition))
+                outdated.push_back({definition, origins[i].m_calculator, names, runs});
     }
     return outdated;
 }

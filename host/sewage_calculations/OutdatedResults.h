@@ -6,6 +6,7 @@
 #include "host/gis_core/InputNotes.h"
 #include "host/gis_core/ProjectContext.h"
 #include "host/gis_core/ResultOrigins.h"
+#include "host/network_core/Section.h"
 
 #include <optional>
 #include <string>
@@ -29,6 +30,15 @@ struct COutdatedResult {
     /// What changed since, each once, in this order: keys of attributes in the order of the definitions, then names of
     /// Data::Inputs. Never empty. The key of another result is named when its values changed or it is outdated itself.
     std::vector<std::string> m_changed;
+
+    /// Keys of the calculators to run again, in this order: those whose outdated results it comes from, then its own.
+    std::vector<std::string> m_renewal;
+};
+
+/// Values of an earlier run that a run left behind: it stored the keys on other sections.
+struct CFormerResults {
+    std::vector<const Data::CDataDefinition*> m_keys;  ///< never null; in the order of the definitions
+    std::vector<const Topology::CSection*> m_sections; ///< with a value of one of them, each once, in network order
 };
 
 /// Results of the active project that are outdated, by calculator and key. A file that can't be read now counts as
@@ -53,8 +63,8 @@ public:
     /// the run.
     ///
     /// Where values remain that this run did not write, as after a run of some sections, what was outdated stays so: an
-    /// input keeps its former hash. Linear in the journal and the inputs.
-    void Keep(std::string_view calculator, const Data::CJournal& journal);
+    /// input keeps its former hash. Returns these. Linear in the journal and the inputs.
+    CFormerResults Keep(std::string_view calculator, const Data::CJournal& journal);
 
 private:
     Data::CInputNotes m_notes;

@@ -4,6 +4,7 @@
 
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/ModuleConfiguration.h"
+#include "host/gis_core/ProjectContext.h"
 #include "host/gis_core/Utility.h"
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/sewage_calculations/OutdatedResults.h"
@@ -49,11 +50,7 @@ std::string FindMaker(const std::string& key) {
 /// Whether no section has a value.
 bool IsMissing(const std::string& key) {
     const CDataDefinition* const definition = Data::FindDefinition(key);
-    const CSectionList& sections = GetAllSections();
-    Data::CDataBox box;
-    return std::none_of(sections.begin(), sections.end(), [&](const auto& section) {
-        return Data::CDataRW::Read(definition, section, box, 0, nullptr) != 0;
-    });
+    return definition == nullptr || !System::CProjectContext::Active().GetAttributes().HasValues(*definition);
 }
 
 /// What is wrong with a result that another run adds up; nothing for one that is there and fits its inputs.

@@ -218,7 +218,7 @@ private:
         const bool isSmall = std::all_of(m_greatest.begin(), m_greatest.end(), [&](const auto& point) {
             return !isUsual(point) || DepthOf(point.first, point.second) < LeastPlausibleDepth(point.first);
         });
-        if (shown != m_greatest.end() && isSmall)
+        if (m_greatest.size() > 1 && shown != m_greatest.end() && shown->second > 0.0 && isSmall)
             Doubt(m_greatestLine, CUtility::Format(Msg(LooksLikeMillimetres), DepthOf(shown->first, shown->second),
                                                    CUtility::ToText(shown->first)));
     }

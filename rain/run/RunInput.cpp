@@ -5,9 +5,12 @@
 #include "flow/FlowKeys.h"
 #include "flow/FlowValue.h"
 #include "host/gis_core/DataRW.h"
+#include "host/gis_core/InputNotes.h"
+#include "host/gis_core/ProjectContext.h"
 #include "host/sewage_core/CatchmentAreaManager.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 using OLMGis::Data::CDataBox;
@@ -71,8 +74,14 @@ CRunInput::CRunInput(const CRunNetwork& network, const CRunSettings& settings)
             input.m_timeFactor = ReadNumber(*section, timeFactor);
         CCatchmentAreaManager::Instance()->GetCATotalCorectedArea(section, input.m_ownArea);
         input.m_length = section->GetLength2D();
-        input.m_existingPipe = section->GetPipe();
     }
+    // Where existing pipes are ignored they are only listed beside the results, which do not depend on them.
+    OLMGis::Data::CInputNotes unused;
+    std::optional<OLMGis::Data::CInputNotesScope> scope;
+    if (settings.m_useExistingPipe == 0 && settings.m_existingPipeGroup == 0)
+        scope.emplace(OLMGis::System::CProjectContext::Active().GetAttributes(), unused);
+    for (const std::uint32_t row : GetRows())
+        m_inputs[row].m_existingPipe = GetSection(row)->GetPipe();
 }
 
 } // namespace Rain

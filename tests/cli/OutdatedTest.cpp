@@ -159,7 +159,7 @@ TEST_F(Outdated, AreReportedByWhatReadsThem) {
         const char* m_warning;
     } rows[] = {
         {{"run", m_project, "03_FC_TRANSIT", "FC_WASTE_PER=1"}, "FLOW_WASTE_PER is outdated: changed"},
-        {{"run", m_project, "04_FC_TOTAL", "FLOW_TRANSIT=1"}, "drenova run PROJECT 03_FC_TRANSIT"},
+        {{"run", m_project, "04_FC_TOTAL", "FLOW_TRANSIT=1"}, " 03_FC_TRANSIT --last"},
         {{"hydraulics", m_project}, "FLOW_TOTAL is outdated"},
         {{"export", m_project, "csv", "-o", file}, "HYD_FILLING is outdated"},
         {{"check", m_project}, "FLOW_TOTAL is outdated"},

@@ -50,7 +50,7 @@ TEST(Balance, LossesAndBetterOutlets) {
         // The same with a third way out, which leads to an end of its own: F.
         {"A-B-C-D-E\nB-F", {{'B', "BC"}}, 0.0, ""},
         // The side way enters the main sewer X below; with it as main outlet all of it arrives.
-        {"A-B-C\nB-X-Y\nZ-X", {{'B', "BC"}}, 200.0, "directions PROJECT --set B=BX"},
+        {"A-B-C\nB-X-Y\nZ-X", {{'B', "BC"}}, 200.0, "directions town.gpkg --set B=BX"},
         {"A-B-C\nB-X-Y\nZ-X", {{'B', "BX"}}, 0.0, ""},
         // A ring.
         {"A-B-C-B", {{'B', "BC"}}, 300.0, "No other main outlets carry more"},
@@ -68,7 +68,8 @@ TEST(Balance, LossesAndBetterOutlets) {
             continue;
         EXPECT_DOUBLE_EQ(loss->m_lost, row.m_lost) << row.m_drawing;
         const auto choices = Reports::FindBetterOutlets(enmBalanced::Inhabitants);
-        EXPECT_THAT(Reports::DescribeLoss(*loss, choices).m_text, HasSubstr(row.m_warning)) << row.m_drawing;
+        EXPECT_THAT(Reports::DescribeLoss(*loss, choices, "town.gpkg").m_text, HasSubstr(row.m_warning))
+            << row.m_drawing;
     }
 }
 

@@ -7,6 +7,7 @@
 #include "host/sewage_calculations/OutdatedResults.h"
 
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace Cli {
@@ -17,12 +18,14 @@ inline constexpr const char* StrictHelp = "Exit code 1, with nothing stored, whe
 /// Watches what a verb reads, from its making to Report.
 class COutdatedReading {
 public:
-    COutdatedReading();
+    /// project: path, for the commands that renew results.
+    explicit COutdatedReading(std::string project);
 
     /// Ends and warns of each outdated result that was read; whether there were any.
     bool Report(CTerminal& terminal);
 
 private:
+    std::string m_project;
     std::vector<OLMGis::Sewage::COutdatedResult> m_outdated;
     OLMGis::Data::CInputNotes m_notes;
     std::optional<OLMGis::Data::CInputNotesScope> m_scope;

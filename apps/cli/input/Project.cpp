@@ -3,8 +3,12 @@
 #include "apps/cli/input/Project.h"
 
 #include "apps/cli/shell/Interrupt.h"
+#include "host/gis_core/Editions.h"
+#include "host/gis_core/InputNotes.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/PerformanceTimer.h"
+#include "host/gis_core/ProjectSettings.h"
+#include "host/gis_core/ResultOrigins.h"
 #include "host/gis_core/ShortName.h"
 #include "host/network_core/CatalogManager.h"
 #include "host/network_core/TopologyMultiStorage.h"
@@ -14,6 +18,9 @@
 #include "reports/ShownText.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
 
 namespace Cli {
 
@@ -65,10 +72,20 @@ Result<std::unique_ptr<CProject>> CProject::Open(const std::string& path, CTermi
             "settings {} language=en",
             path, applied.GetError().message, path)));
     }
+    const std::string edition = OLMGis::System::CProjectSettings::Instance()->Get(
+        OLMGis::System::CProjectSettings::Edition, OLMGis::System::Editions::All.front());
+    if (std::find(OLMGis::System::Editions::All.begin(), OLMGis::System::Editions::All.end(), edition) ==
+        OLMGis::System::Editions::All.end())
+        terminal.Warn(Reports::OnOneLine(fmt::format("{}: found the edition {}, expected {}; calculations use that of "
+                                                     "no country. Choose one: drenova settings {} edition={}",
+                                                     path, edition, fmt::join(OLMGis::System::Editions::All, ", "),
+                                                     path, OLMGis::System::Editions::All.front())));
     const auto& topology = *OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
+    const auto faults = OLMGis::ProjectIo::JudgeProject(topology).m_impossible;
+    project->m_faultCount = faults.GetCount();
     if (values == enmValues::MustBePossible)
-        if (const Status possible = OLMGis::ProjectIo::JudgeProject(topology).m_impossible.ToStatus(
-                path, "drenova info lists all; correct them with drenova set or drenova load");
+        if (const Status possible = faults.ToStatus(path, "drenova info lists all; correct values with drenova set or "
+                                                          "drenova load, geometry in a GIS or by a new import");
             !possible)
             return possible.GetError();
     terminal.Detail(fmt::format("{}: {} read in {:.2f} s", path,
@@ -98,7 +115,11 @@ Status CProject::LoadModule() {
 Status CProject::CheckValues() const {
     const auto& topology = *OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
     const auto values = OLMGis::ProjectIo::JudgeProject(topology);
-    if (Status possible = values.m_impossible.ToStatus(m_path, "Nothing was stored; correct these, too"); !possible)
+    // One command rarely reaches all of them; each that removes some is a step.
+    if (values.m_impossible.GetCount() > 0 && values.m_impossible.GetCount() < m_faultCount)
+        m_terminal.Warn(fmt::format("{} impossible values are left; drenova info {} lists them",
+                                    values.m_impossible.GetCount(), m_path));
+    else if (Status possible = values.m_impossible.ToStatus(m_path, "Nothing was stored; correct these"); !possible)
         return possible;
     for (const std::string& unusual : values.m_unusual)
         m_terminal.Warn(unusual);
@@ -109,6 +130,11 @@ std::vector<std::string> CProject::GatherInputs() const {
     std::vector<std::string> inputs = m_inputs;
     for (std::string& raster : OLMGis::ProjectIo::GetTerrainPaths(m_path))
         inputs.push_back(std::move(raster));
+    // Curve files of earlier runs are read to see whether they have changed.
+    for (const auto& origin : OLMGis::Data::CResultOrigins::Instance()->GetAll())
+        for (const auto& input : origin.m_inputs)
+            if (input.m_name == OLMGis::Data::Inputs::File)
+                inputs.push_back(input.m_detail);
     return inputs;
 }
 

@@ -79,6 +79,7 @@ private:
     std::optional<OLMGis::Sewage::CNetworkChecks> m_checks; ///< after those of the module
     std::string m_path;
     std::vector<std::string> m_warnings;
+    std::size_t m_faultCount = 0;      ///< impossible values when it was opened
     std::vector<std::string> m_inputs; ///< other files that the command reads
 };
 

@@ -20,7 +20,7 @@ CVerbResult ShowBalance(const COptions& options, CTerminal& terminal, std::ostre
     const auto project = CProject::Open(options.m_project, terminal);
     if (!project)
         return project.GetError();
-    COutdatedReading reading;
+    COutdatedReading reading(options.m_project);
     const std::vector<Reports::CBalanceRow> rows = Reports::MakeBalance();
     Print(results, Reports::MakeBalanceListing(rows), options.m_format.Get());
     results.flush();
@@ -28,7 +28,7 @@ CVerbResult ShowBalance(const COptions& options, CTerminal& terminal, std::ostre
     using Reports::enmBalanced;
     for (const auto quantity : {enmBalanced::Area, enmBalanced::Inhabitants, enmBalanced::Flow})
         if (const auto loss = Reports::FindLoss(quantity))
-            terminal.Show({Reports::DescribeLoss(*loss, Reports::FindBetterOutlets(quantity))});
+            terminal.Show({Reports::DescribeLoss(*loss, Reports::FindBetterOutlets(quantity), options.m_project)});
     if (rows.empty())
         terminal.Print("no section ends the network");
     return enmExitCode::Done;

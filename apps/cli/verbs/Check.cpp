@@ -39,16 +39,16 @@ CVerbResult CheckProject(const COptions& options, CTerminal& terminal, std::ostr
     const auto requests = ReadCheckArguments(options.m_items, !options.m_only.empty());
     if (!requests)
         return requests.GetError();
-    COutdatedReading reading;
+    COutdatedReading reading(options.m_project);
     const Status ended = RunChecks(requests.Value(), terminal);
     const bool isOutdated = reading.Report(terminal);
     if (!ended)
         return ended.GetError();
-    if (isOutdated && options.m_isStrict)
-        return enmExitCode::NothingStored;
     const auto& findings = *OLMGis::Topology::CFunctionalAnalysisManager::Instance()->GetFindings();
     Print(results, Reports::CListing(Reports::MakeFindingTable(findings)), options.m_format.Get());
     results.flush();
+    if (isOutdated && options.m_isStrict)
+        return enmExitCode::NothingStored;
     if (const Status saved = project.Value()->Save(options.m_output); !saved)
         return saved.GetError();
     const std::size_t count = Reports::CountFindings(findings);

@@ -81,6 +81,8 @@ CVerbResult ShowCurves(const COptions& options, CTerminal& terminal, std::ostrea
         return read.GetError();
     if (const Status read = ReadNumber("--duration", options.m_duration, question.m_duration); !read)
         return read.GetError();
+    if (question.m_duration && !(*question.m_duration >= 0.0))
+        return BadArguments(fmt::format("--duration: found {}, expected 0 min or more", OnOneLine(options.m_duration)));
     auto file = CInputFile::Open(options.m_file);
     if (!file)
         return file.GetError();

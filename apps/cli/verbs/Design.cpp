@@ -48,7 +48,6 @@ struct COptions {
 constexpr double WaterViscosity = 1e-6; ///< m²/s, the default of "hydraulics"
 
 /// Runs one calculator with the values of the parameter file and prints what it stored.
-
 Result<CCalculationOutcome> RunOne(const std::string& key, const std::vector<CFormValue>& values,
                                    const std::string& project, const CFileCheck& checkFile, CTerminal& terminal,
                                    std::ostream& results) {
@@ -69,8 +68,8 @@ Result<CCalculationOutcome> RunOne(const std::string& key, const std::vector<CFo
         return outcome.GetError();
     if (const Status ended = CheckEnd(outcome.Value(), editor, {project, key}, terminal); !ended)
         return Error{ended.GetError().kind, fmt::format("{}: {}", key, ended.GetError().message)};
-    terminal.Show(Reports::MakeOutdatedRemarks(outcome->m_outdated));
-    terminal.Show(Reports::MakeRunWarnings(key, outcome.Value()));
+    terminal.Show(Reports::MakeOutdatedRemarks(outcome->m_outdated, project));
+    terminal.Show(Reports::MakeRunWarnings(key, outcome.Value(), project));
     for (const std::string& tag : editor.GetOutOfForce())
         terminal.Note(fmt::format("{}: {} has no effect with the other values of the form", key, tag));
     if (outcome->HasStored()) {
@@ -201,10 +200,15 @@ CVerbResult RunDesign(const COptions& options, CTerminal& terminal, std::ostream
     if (runs->m_isStoppedByRain || (options.m_isStrict && runs->m_hasReadOutdated))
         return enmExitCode::NothingStored;
     const Reports::CNetworkHydraulics hydraulics = Reports::CalculateNetworkHydraulics(WaterViscosity);
-    terminal.Show(Reports::MakeOutdatedRemarks(hydraulics.m_outdated));
+    terminal.Show(Reports::MakeOutdatedRemarks(hydraulics.m_outdated, options.m_project));
     terminal.Show(hydraulics.m_remarks);
-    if (const Status checked = RunChecks(plan->m_checks, terminal); !checked)
+    COutdatedReading reading(options.m_project);
+    const Status checked = RunChecks(plan->m_checks, terminal);
+    const bool isOutdated = reading.Report(terminal) || !hydraulics.m_outdated.empty();
+    if (!checked)
         return checked.GetError();
+    if (options.m_isStrict && isOutdated)
+        return enmExitCode::NothingStored;
     PrintSummary(results, hydraulics);
     if (runs->m_hasChanges || hydraulics.m_hasStored) {
         if (const Status saved = project.Value()->Save(options.m_output); !saved)

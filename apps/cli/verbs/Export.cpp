@@ -56,7 +56,7 @@ CVerbResult ExportProject(const COptions& options, CTerminal& terminal) {
         return isFree.GetError();
     if (const Status goesOn = Interrupt::Check(); !goesOn)
         return goesOn.GetError();
-    COutdatedReading reading;
+    COutdatedReading reading(options.m_project);
     bool isGivenUp = false;
     const auto write = [&](std::ostream& stream) -> Status {
         Status written = format.Value()->m_export(stream, MakeChoice(options));

@@ -32,7 +32,7 @@ CVerbResult ShowAttributes(const COptions& options, CTerminal& terminal, std::os
     const auto entities = ChooseOrAll(kind, options.m_names);
     if (!entities)
         return entities.GetError();
-    COutdatedReading reading;
+    COutdatedReading reading(options.m_project);
     Print(results, Reports::CListing(Reports::MakeAttributeTable(entities.Value(), definitions.Value())),
           options.m_format.Get());
     reading.Report(terminal);

@@ -46,7 +46,7 @@ CVerbResult CalculateHydraulics(const COptions& options, CTerminal& terminal, st
         flow = key.Value();
     }
     const Reports::CNetworkHydraulics hydraulics = Reports::CalculateNetworkHydraulics(*viscosity, flow);
-    terminal.Show(Reports::MakeOutdatedRemarks(hydraulics.m_outdated));
+    terminal.Show(Reports::MakeOutdatedRemarks(hydraulics.m_outdated, options.m_project));
     if (options.m_isStrict && !hydraulics.m_outdated.empty())
         return enmExitCode::NothingStored;
     terminal.Show(hydraulics.m_remarks);

@@ -50,7 +50,7 @@ struct COptions {
 };
 
 CQuantity Size() {
-    CQuantity size{"DIMENSIONS", "mm", Range(0.0, 1e6, 20.0, 20000.0)};
+    CQuantity size{"DIMENSIONS", "mm", Range(0.01, 1e6, 20.0, 20000.0)};
     size.m_range.m_isMinExcluded = true;
     return size;
 }

@@ -223,10 +223,14 @@ CVerbResult RunCalculator(const COptions& options, CTerminal& terminal, std::ost
     if (const Status ended = CheckEnd(outcome.Value(), editor, {options.m_project, options.m_calculator}, terminal);
         !ended)
         return ended.GetError();
-    terminal.Show(Reports::MakeOutdatedRemarks(outcome->m_outdated));
-    if (options.m_isStrict && !outcome->m_outdated.empty())
+    terminal.Show(Reports::MakeOutdatedRemarks(outcome->m_outdated, options.m_project));
+    if (options.m_isStrict && !outcome->m_outdated.empty()) {
+        terminal.Print("nothing was stored: --strict");
+        if (options.m_format.Get() != Reports::enmFormat::Text)
+            Print(results, Reports::MakeOutcomeListing(*calculator.Value(), {}), options.GetFormat());
         return enmExitCode::NothingStored;
-    terminal.Show(Reports::MakeRunWarnings(options.m_calculator, outcome.Value()));
+    }
+    terminal.Show(Reports::MakeRunWarnings(options.m_calculator, outcome.Value(), options.m_project));
     for (const std::string& tag : editor.GetOutOfForce())
         terminal.Note(fmt::format("{} has no effect with the other values of the form", tag));
     const bool hasResults = options.m_isPreview || outcome->HasStored();

@@ -115,6 +115,9 @@ void CJudging::JudgeSections() {
             add(*section, "its length is taken from coordinates in degrees, expected a length, or coordinates in m");
         else if (!hasLength && !(IsPlaced(start) && IsPlaced(end)) && section->GetGeometry().empty())
             add(*section, "found no geometry and no length, expected one of them");
+        else if (!hasLength && !(section->GetLength2D() <= *length.m_range.m_max))
+            add(*section, fmt::format("its drawn line is {:.6g} m long, expected {}", section->GetLength2D(),
+                                      Data::PossibleValues(length.m_range, length.m_unit)));
     }
 }
 

@@ -52,11 +52,6 @@ enum enmShapeColumn : int { PointId, PointItem, PointHeight, PointWidth, PointCo
 
 using CTables = std::unordered_map<std::int64_t, std::vector<CShapePoint>>; ///< points of shapes by row of the pipe
 
-const Layout::CTable& TableOf(std::string_view name) {
-    const auto& tables = Layout::GetTables();
-    return *std::find_if(tables.begin(), tables.end(), [name](const auto& table) { return table.m_table == name; });
-}
-
 class CCatalogWriter {
 public:
     explicit CCatalogWriter(CSqliteDatabase& database)
@@ -131,7 +126,7 @@ double NumberAt(const CSqlReader& reader, int column, double least = 0.0) {
 
 CTables ReadShapes(const CSqliteDatabase& database) {
     CTables tables;
-    const auto columns = NamesOf(TableOf(Layout::ShapesTable).m_columns);
+    const auto columns = NamesOf(Layout::TableOf(Layout::ShapesTable).m_columns);
     CSqlReader reader(database, Layout::ShapesTable, columns, "id");
     while (reader.Next()) {
         std::vector<CShapePoint>& points = tables[reader.GetInteger(PointItem)];
@@ -151,7 +146,7 @@ class CCatalogReader {
 public:
     CCatalogReader(const CSqliteDatabase& database, CTables tables)
         : m_tables(std::move(tables)),
-          m_reader(database, Layout::CatalogTable, NamesOf(TableOf(Layout::CatalogTable).m_columns), "id") {}
+          m_reader(database, Layout::CatalogTable, NamesOf(Layout::TableOf(Layout::CatalogTable).m_columns), "id") {}
 
     void Read() {
         while (m_reader.Next()) {

@@ -129,6 +129,11 @@ bool IsOwnTable(std::string_view name) {
            std::any_of(GetTables().begin(), GetTables().end(), isNamed);
 }
 
+const CTable& TableOf(std::string_view name) {
+    const auto& tables = GetTables();
+    return *std::find_if(tables.begin(), tables.end(), [name](const auto& table) { return table.m_table == name; });
+}
+
 bool IsSharedText(const CDataDefinition& definition) {
     return definition.m_type == enmDataType::Text && definition.m_id.ends_with("_S");
 }

@@ -90,9 +90,12 @@ struct CTable {
     std::string_view m_table;
     std::string_view m_description;
     std::vector<CColumn> m_columns;
-    bool m_isOptional = false; ///< files of earlier versions lack it, and are read without it
+    bool m_isOptional = false; ///< files of earlier versions lack it; its reader checks it
 };
 const std::vector<CTable>& GetTables();
+
+/// One of them, by its name.
+const CTable& TableOf(std::string_view name);
 
 /// The table of last forms. Optional, as the layer of findings.
 const CTable& GetLastFormsTable();

@@ -63,7 +63,7 @@ double ConvertToMetres(CWarnings& warnings) {
 
 void CheckOwnTables(const CFileTables& tables) {
     for (const Layout::CTable& table : Layout::GetTables())
-        if (!table.m_isOptional || tables.Has(table.m_table))
+        if (!table.m_isOptional)
             tables.GetColumns(table.m_table, table.m_columns);
 }
 
@@ -100,8 +100,7 @@ CProjectMeta ReadGeoPackage(const CSqliteDatabase& database, CWarnings& warnings
     sections.Read(progress);
     catchments.Read(progress);
     ReadFindings(database, tables, warnings);
-    if (tables.Has(Layout::ResultOriginsTable))
-        ReadResultOrigins(database);
+    ReadResultOrigins(database, tables, warnings);
     ReadLastForms(database, tables, warnings);
     progress.Show();
     return meta;

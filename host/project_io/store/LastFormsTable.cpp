@@ -3,15 +3,17 @@
 #include "host/project_io/store/LastFormsTable.h"
 
 #include "host/gis_core/Utility.h"
-#include "host/project_io/base/DiskFile.h"
 #include "host/project_io/base/Failure.h"
 #include "host/project_io/base/StoredPath.h"
+#include "host/project_io/store/ProjectTables.h"
 #include "host/sewage_core/LastForms.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace OLMGis::ProjectIo {
 
@@ -38,22 +40,18 @@ ordered_json ToJson(const CDataBox& value) {
 }
 
 CDataBox ToBox(const ordered_json& value) {
-    if (value.is_number_integer())
+    const double number = value.is_number_integer() ? value.get<double>() : 0.0;
+    if (value.is_number_integer() && std::abs(number) <= std::numeric_limits<int>::max())
         return CDataBox(value.get<int>());
     if (value.is_number())
         return CDataBox(value.get<double>());
     return value.is_string() ? CDataBox(value.get<std::string>()) : CDataBox();
 }
 
-/// The folder of a project file: paths in it begin there.
-std::filesystem::path FolderOf(const CSqliteDatabase& database) {
-    return ResolvedPath(database.GetName()).parent_path();
-}
-
 CLastForm ToForm(std::string_view text, const std::vector<std::string>& files, const std::filesystem::path& folder) {
     CLastForm form;
     const auto values = ordered_json::parse(text);
-    for (const auto& [tag, value] : values.items()) {
+    for (const auto& [tag, value] : values.get_ref<const ordered_json::object_t&>()) {
         CLastValue entry{tag, ToBox(value), std::find(files.begin(), files.end(), tag) != files.end()};
         if (entry.m_isFile && !entry.m_value.AsText().empty())
             entry.m_value = CDataBox((folder / entry.m_value.AsText()).lexically_normal().string());

@@ -9,6 +9,7 @@
 #include "host/project_io/base/Failure.h"
 #include "host/project_io/base/OperationProgress.h"
 #include "host/project_io/store/GeoPackageGeometry.h"
+#include "host/project_io/store/RowNumbers.h"
 
 #include <fmt/format.h>
 
@@ -125,6 +126,7 @@ template <class Entity>
 std::uint32_t CLayerReader::Entered(const Utility::Result<boost::shared_ptr<Entity>>& entity) const {
     if (!entity)
         m_reader->Fail(entity.GetError().message);
+    CRowNumbers::Instance()->Note(m_layer.m_kind, entity.Value()->GetRow(), m_reader->GetKey());
     return entity.Value()->GetRow();
 }
 

@@ -6,6 +6,7 @@
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/project_io/base/OperationProgress.h"
 #include "host/project_io/store/ProjectTables.h"
+#include "host/project_io/store/RowNumbers.h"
 
 #include <algorithm>
 #include <bit>
@@ -85,9 +86,9 @@ void CLayerWriter::WriteAll(const Entities& entities) {
     CSqliteStatement insert(m_database,
                             Layout::InsertStatement(m_layer.m_table, m_layer.m_columns.size() + m_attributes.size()));
     m_insert = &insert;
-    std::int64_t row = 0;
+    std::int64_t order = 0;
     for (const auto& entity : entities) {
-        ++row;
+        const std::int64_t row = CRowNumbers::Instance()->GetKey(m_layer.m_kind, entity->GetRow());
         const CGeometryEncoder::CBlob blob = EncodeGeometry(*entity);
         insert.Bind(Layout::Fid + 1, row);
         if (blob.empty()) {
@@ -99,7 +100,7 @@ void CLayerWriter::WriteAll(const Entities& entities) {
         }
         insert.Bind(Layout::Guid + 1, entity->GetGuid());
         insert.Bind(Layout::Name + 1, entity->GetName());
-        insert.Bind(Layout::NetworkOrder + 1, row);
+        insert.Bind(Layout::NetworkOrder + 1, ++order);
         BindReferences(*entity);
         BindAttributes(entity->GetRow());
         insert.Run();

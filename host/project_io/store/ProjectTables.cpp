@@ -5,6 +5,7 @@
 #include "host/gis_core/ProjectSettings.h"
 #include "host/gis_core/TextPool.h"
 #include "host/gis_core/Utility.h"
+#include "host/project_io/base/DiskFile.h"
 #include "host/project_io/base/Failure.h"
 #include "host/project_io/store/GeoPackageLayout.h"
 #include "host/project_io/store/SqlReader.h"
@@ -53,6 +54,10 @@ std::int64_t CSharedTexts::GetNumber(std::uint32_t poolId) {
     if (isNew)
         m_poolIds.push_back(poolId);
     return entry->second;
+}
+
+std::filesystem::path FolderOf(const CSqliteDatabase& database) {
+    return ResolvedPath(database.GetName()).parent_path();
 }
 
 void WriteMeta(CSqliteDatabase& database, int saveCounter) {

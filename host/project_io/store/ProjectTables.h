@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -33,6 +34,9 @@ private:
     std::unordered_map<std::uint32_t, std::int64_t> m_numbers;
     std::vector<std::uint32_t> m_poolIds;
 };
+
+/// The folder of a project file: paths in it begin there.
+std::filesystem::path FolderOf(const CSqliteDatabase& database);
 
 /// Write the active project into tables that exist already, or read it back. Throw CFailure.
 void WriteMeta(CSqliteDatabase& database, int saveCounter);

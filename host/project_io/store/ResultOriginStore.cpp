@@ -4,8 +4,10 @@
 
 #include "host/gis_core/InputNotes.h"
 #include "host/gis_core/ResultOrigins.h"
-#include "host/project_io/base/DiskFile.h"
+#include "host/project_io/base/Failure.h"
+#include "host/project_io/base/StoredPath.h"
 #include "host/project_io/store/GeoPackageLayout.h"
+#include "host/project_io/store/ProjectTables.h"
 #include "host/project_io/store/SqlReader.h"
 #include "host/project_io/store/SqliteDatabase.h"
 
@@ -31,15 +33,10 @@ const std::vector<std::string> Columns = {"id", "calculator", "kind", "name", "d
 constexpr std::string_view Result = "result";
 constexpr std::string_view Input = "input";
 
-std::filesystem::path FolderOf(const CSqliteDatabase& database) {
-    return ResolvedPath(database.GetName()).parent_path();
-}
-
 std::string ToStored(const CResultInput& input, const std::filesystem::path& folder) {
     if (input.m_name != Data::Inputs::File)
         return input.m_detail;
-    const auto relative = std::filesystem::path(input.m_detail).lexically_relative(folder);
-    return relative.empty() ? input.m_detail : relative.string();
+    return StoredPath(input.m_detail, folder);
 }
 
 std::string FromStored(std::string_view name, std::string_view detail, const std::filesystem::path& folder) {
@@ -76,7 +73,9 @@ void WriteResultOrigins(CSqliteDatabase& database) {
     }
 }
 
-void ReadResultOrigins(const CSqliteDatabase& database) {
+namespace {
+
+std::vector<CResultOrigin> ReadOrigins(const CSqliteDatabase& database) {
     const std::filesystem::path folder = FolderOf(database);
     std::vector<CResultOrigin> origins;
     CSqlReader reader(database, Layout::ResultOriginsTable, Columns, "id");
@@ -94,7 +93,24 @@ void ReadResultOrigins(const CSqliteDatabase& database) {
         else
             reader.Fail(fmt::format("found the kind \"{}\", expected {} or {}", kind, Result, Input));
     }
-    CResultOrigins::Instance()->SetAll(std::move(origins));
+    return origins;
+}
+
+} // namespace
+
+void ReadResultOrigins(const CSqliteDatabase& database, const CFileTables& tables, CWarnings& warnings) {
+    if (!tables.Has(Layout::ResultOriginsTable))
+        return;
+    try {
+        tables.GetColumns(Layout::ResultOriginsTable, Layout::TableOf(Layout::ResultOriginsTable).m_columns);
+        CResultOrigins::Instance()->SetAll(ReadOrigins(database));
+    } catch (const CFailure& failure) {
+        if (failure.GetError().kind != Utility::enmErrorKind::BadInput)
+            throw;
+        warnings.Add(fmt::format("the table {} is not what runs write: it is not known which results are outdated, run "
+                                 "their calculators again; saving will drop the table: {}",
+                                 Layout::ResultOriginsTable, failure.GetError().message));
+    }
 }
 
 } // namespace OLMGis::ProjectIo

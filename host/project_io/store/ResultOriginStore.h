@@ -4,11 +4,14 @@
 
 namespace OLMGis::ProjectIo {
 
+class CFileTables;
 class CSqliteDatabase;
+class CWarnings;
 
 /// Write the origins of the active project's results into their table, which exists, or read them back. Paths of files
-/// are stored relative to the folder of the project file, so that both can be moved together. Throw CFailure.
+/// are stored relative to the folder of the project file, so that both can be moved together. A missing table is none;
+/// a damaged one is left out, with a warning. Throw CFailure.
 void WriteResultOrigins(CSqliteDatabase& database);
-void ReadResultOrigins(const CSqliteDatabase& database);
+void ReadResultOrigins(const CSqliteDatabase& database, const CFileTables& tables, CWarnings& warnings);
 
 } // namespace OLMGis::ProjectIo
