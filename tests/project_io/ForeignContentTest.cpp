@@ -85,7 +85,7 @@ TEST(ForeignContent, EverySaveKeepsIt) {
          "INSERT INTO gpkg_data_columns(table_name, column_name, name) VALUES ('nodes', 'colour', 'c')",
          "SELECT group_concat(name || colour || coalesce(size, '-')) || (SELECT name FROM gpkg_data_columns WHERE "
          "column_name = 'colour') FROM (SELECT * FROM nodes ORDER BY fid)",
-         "Bred3,Anone-c"},
+         "Anone-,Bred3c"},
         {"a column of a row without a GUID",
          "ALTER TABLE nodes ADD COLUMN colour TEXT; INSERT INTO nodes(name, colour) VALUES ('C', 'blue')",
          "SELECT colour FROM nodes WHERE name = 'C'", "blue"},

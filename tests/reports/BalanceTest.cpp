@@ -46,7 +46,7 @@ TEST(Balance, LossesAndBetterOutlets) {
     } rows[] = {
         {"A-B-C\nD-B", {}, 0.0, ""},
         // The ways out of B meet again at D, which waits for the side way.
-        {"A-B-C-D-E\nB-D", {{'B', "BC"}}, 400.0, "lost at 1 node: D (400 inhabitants). No other main outlets"},
+        {"A-B-C-D-E\nB-D", {{'B', "BC"}}, 400.0, "lost at 1 node: D (400.0 inhabitants). No other main outlets"},
         // The same with a third way out, which leads to an end of its own: F.
         {"A-B-C-D-E\nB-F", {{'B', "BC"}}, 0.0, ""},
         // The side way enters the main sewer X below; with it as main outlet all of it arrives.

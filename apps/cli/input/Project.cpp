@@ -117,7 +117,7 @@ Status CProject::CheckValues() const {
     const auto values = OLMGis::ProjectIo::JudgeProject(topology);
     // One command rarely reaches all of them; each that removes some is a step.
     if (values.m_impossible.GetCount() > 0 && values.m_impossible.GetCount() < m_faultCount)
-        m_terminal.Warn(fmt::format("{} impossible values are left; drenova info {} lists them",
+        m_terminal.Warn(fmt::format("impossible values left: {}; drenova info {} lists them",
                                     values.m_impossible.GetCount(), m_path));
     else if (Status possible = values.m_impossible.ToStatus(m_path, "Nothing was stored; correct these"); !possible)
         return possible;

@@ -120,7 +120,7 @@ CVerbResult SizeSections(const COptions& options, CTerminal& terminal, std::ostr
         return isFree.GetError();
     if (const Status read = ReadRules(options, rules.Value()); !read)
         return read.GetError();
-    COutdatedReading reading;
+    COutdatedReading reading(options.m_project);
     const CPipeSizing sizing = OLMGis::Sewage::SizePipes(rules.Value());
     if (const Status goesOn = Interrupt::Check(); !goesOn)
         return goesOn.GetError();

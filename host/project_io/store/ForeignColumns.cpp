@@ -9,6 +9,7 @@
 #include "host/network_core/Section.h"
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/project_io/store/LayerReader.h"
+#include "host/project_io/store/RowNumbers.h"
 
 #include <fmt/format.h>
 
@@ -68,15 +69,14 @@ void AddColumn(CSqliteDatabase& database, std::string_view table, const CTableCo
 
 constexpr std::int64_t NoRow = 0;
 
-/// By row of the store, the row of the entity in the layer as it is written: its place in the order of the network.
+/// By row of the store, the key of the entity's row in the layer as it is written.
 template <class Entities>
-std::vector<std::int64_t> NewRows(const Entities& entities) {
+std::vector<std::int64_t> NewRows(enmEntityKind kind, const Entities& entities) {
     std::vector<std::int64_t> rows;
-    std::int64_t place = 0;
     for (const auto& entity : entities) {
         if (rows.size() <= entity->GetRow())
             rows.resize(entity->GetRow() + std::size_t{1}, NoRow);
-        rows[entity->GetRow()] = ++place;
+        rows[entity->GetRow()] = CRowNumbers::Instance()->GetKey(kind, entity->GetRow());
     }
     return rows;
 }
@@ -84,11 +84,11 @@ std::vector<std::int64_t> NewRows(const Entities& entities) {
 std::vector<std::int64_t> NewRowsOf(const Topology::CTopologyStorage& topology, enmEntityKind kind) {
     switch (kind) {
     case enmEntityKind::Node:
-        return NewRows(topology.GetNodes());
+        return NewRows(kind, topology.GetNodes());
     case enmEntityKind::Section:
-        return NewRows(topology.GetSections());
+        return NewRows(kind, topology.GetSections());
     case enmEntityKind::Catchment:
-        return NewRows(topology.GetCatchments());
+        return NewRows(kind, topology.GetCatchments());
     }
     return {};
 }
