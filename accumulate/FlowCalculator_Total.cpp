@@ -7,6 +7,7 @@
 #include "flow/FlowOutputs.h"
 #include "flow/FlowValue.h"
 #include "flow/FormFields.h"
+#include "flow/InputLacks.h"
 #include "host/gis_core/DataRW.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/sewage_core/SewageCalculationConfigurator.h"
@@ -160,4 +161,14 @@ std::vector<std::string> CFlowCalculator_Total::GetNeededResults(const CProperti
     for (const CDataDefinition* flow : FlowsSwitchedOn(form))
         keys.push_back(flow->m_id);
     return keys;
+}
+
+std::vector<OLMGis::Sewage::CLack> CFlowCalculator_Total::FindLacks(const CSectionList& /*sections*/,
+                                                                    CFlowCalculatorParameters& params) const {
+    std::vector<OLMGis::Sewage::CLack> lacks;
+    std::vector<std::string> tags;
+    for (const auto& property : params.m_properties->GetAllProperties())
+        tags.push_back(property->GetTag());
+    Flow::InputLacks::AddNothingSwitchedOn(*params.m_properties, tags, lacks);
+    return lacks;
 }

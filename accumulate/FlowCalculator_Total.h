@@ -41,6 +41,8 @@ public:
     std::vector<std::string> GetReadKeys() const override;
     std::vector<std::string> GetWrittenKeys(bool inAnyEdition) const override;
     std::vector<std::string> GetNeededResults(const OLMGis::Topology::CPropertiesEx& form) const override;
+    std::vector<OLMGis::Sewage::CLack> FindLacks(const OLMGis::Sewage::CSectionList& sections,
+                                                 CFlowCalculatorParameters& params) const override;
 
 private:
     boost::shared_ptr<CFlowCalculatorParameters> m_parameters;

@@ -265,8 +265,13 @@ std::vector<std::string> CFlowCalculator_Transit::GetNeededResults(const OLMGis:
 }
 
 std::vector<OLMGis::Sewage::CLack> CFlowCalculator_Transit::FindLacks(const CSectionList& sections,
-                                                                      CFlowCalculatorParameters& /*params*/) const {
+                                                                      CFlowCalculatorParameters& params) const {
     std::vector<OLMGis::Sewage::CLack> lacks;
+    std::vector<std::string> tags;
+    for (const Component& component : Components)
+        if (params.m_properties->GetPropertyExByTag(component.tag))
+            tags.emplace_back(component.tag);
+    Flow::InputLacks::AddNothingSwitchedOn(*params.m_properties, tags, lacks);
     Flow::InputLacks::AddMainOutlets(sections, lacks);
     return lacks;
 }

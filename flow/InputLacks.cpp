@@ -8,6 +8,7 @@
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/Utility.h"
 #include "host/network_core/Catchment.h"
+#include "host/network_core/PropertiesEx.h"
 #include "host/network_core/TopologyStorage.h"
 #include "host/sewage_core/MissingDensities.h"
 
@@ -32,6 +33,7 @@ namespace {
 constexpr const char* MainOutletKey = Keys::MainOutlet;
 constexpr int ExpectedOutlet = 70378;
 constexpr int ExpectedDensity = 70379;
+constexpr int ExpectedSwitch = 70570;
 
 /// GUID and name of the sections that leave a node: "{...} (P1), {...} (P2)".
 std::string NameOutlets(const CNode& node) {
@@ -78,6 +80,19 @@ void AddDensities(const CSectionList& sections, CLackList& lacks) {
             if (OLMGis::Sewage::LacksDensity(*catchment))
                 lacks.push_back({Keys::CatchmentDensity, catchment, {}, Msg(ExpectedDensity), "50"});
     }
+}
+
+void AddNothingSwitchedOn(const OLMGis::Topology::CPropertiesEx& form, const std::vector<std::string>& tags,
+                          CLackList& lacks) {
+    if (tags.empty() || std::any_of(tags.begin(), tags.end(),
+                                    [&form](const std::string& tag) { return form.GetIntProperty(tag, 0, 1) != 0; }))
+        return;
+    std::string names;
+    for (const std::string& tag : tags)
+        names += (names.empty() ? "" : ", ") + tag;
+    CLack lack{tags.front(), nullptr, CDataBox(0), CUtility::Format(Msg(ExpectedSwitch), names)};
+    lack.m_isOfForm = true;
+    lacks.push_back(std::move(lack));
 }
 
 } // namespace Flow::InputLacks

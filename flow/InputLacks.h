@@ -4,6 +4,7 @@
 
 #include "host/sewage_core/ICalculatorInputs.h"
 
+#include <string>
 #include <vector>
 
 /// What several calculators may lack; each adds to a list. Cost: linear.
@@ -16,5 +17,9 @@ void AddMainOutlets(const OLMGis::Sewage::CSectionList& sections, CLackList& lac
 
 /// Household catchments of the sections that have an area above 0 and no population density.
 void AddDensities(const OLMGis::Sewage::CSectionList& sections, CLackList& lacks);
+
+/// A form whose switches are all off: its run stores nothing but zeros. The lack has the first tag.
+void AddNothingSwitchedOn(const OLMGis::Topology::CPropertiesEx& form, const std::vector<std::string>& tags,
+                          CLackList& lacks);
 
 } // namespace Flow::InputLacks

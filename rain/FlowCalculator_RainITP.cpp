@@ -193,6 +193,7 @@ std::string CFlowCalculator_RainITP::GetParametersDataId() {
 boost::shared_ptr<CFlowCalculatorParameters> CFlowCalculator_RainITP::CreateParameters() {
     m_parameters = RainITPForm::Make();
     m_logged.clear();
+    m_stopLacks.clear();
     return m_parameters;
 }
 
@@ -267,6 +268,7 @@ int CFlowCalculator_RainITP::Run() {
         acedAlert(text);
     if (stop.IsStopped() && stop.m_reason != CRunStop::enmReason::Cancelled && m_run->m_plan)
         acedAlert(Msg(CombinationFailed));
+    m_stopLacks = Rain::FindStopLacks(stop, *m_run->m_input);
     if (stop.IsStopped())
         return 0;
     if (m_run->m_search) {
@@ -371,5 +373,7 @@ std::vector<std::string> CFlowCalculator_RainITP::GetWrittenKeys(bool /*inAnyEdi
 
 std::vector<OLMGis::Sewage::CLack> CFlowCalculator_RainITP::FindLacks(const CSectionList& sections,
                                                                       CFlowCalculatorParameters& params) const {
-    return Rain::FindLacks(sections, params);
+    std::vector<OLMGis::Sewage::CLack> lacks = Rain::FindLacks(sections, params);
+    lacks.insert(lacks.end(), m_stopLacks.begin(), m_stopLacks.end());
+    return lacks;
 }

@@ -84,6 +84,7 @@ private:
 
     boost::shared_ptr<OLMGis::Sewage::CFlowCalculatorParameters> m_parameters;
     CRainITPParameters m_params;
-    std::unique_ptr<CRun> m_run; ///< the last one; null before the first
-    std::string m_logged;        ///< problems of the input that the log has already
+    std::unique_ptr<CRun> m_run;                    ///< the last one; null before the first
+    std::vector<OLMGis::Sewage::CLack> m_stopLacks; ///< what stopped the last run, until the next form
+    std::string m_logged;                           ///< problems of the input that the log has already
 };

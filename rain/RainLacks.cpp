@@ -4,6 +4,8 @@
 
 #include "flow/FlowKeys.h"
 #include "flow/InputLacks.h"
+#include "host/formulas/Units.h"
+#include "host/gis_core/DataRW.h"
 #include "host/gis_core/ModuleConfiguration.h"
 #include "host/gis_core/Utility.h"
 #include "rain/RainITPParameters.h"
@@ -33,15 +35,16 @@ constexpr int ExpectedCurve = 70374;
 constexpr int ExpectedPipeGroup = 70375;
 constexpr int ExpectedFilling = 70376;
 constexpr int ExpectedDiameter = 70377;
+constexpr int ExpectedAnyCurve = 70571;
+constexpr int ExpectedLargerGroup = 70572;
+constexpr int ExpectedLargerPipe = 70573;
 
-/// The frequencies of a curve file, the first of them where they are many; "-" without a readable file.
-std::string ListCurves(const CIDFCurves* curves) {
+/// The frequencies of a curve file, the first of them where they are many.
+std::string ListCurves(const CIDFCurves& curves) {
     constexpr std::size_t Most = 20;
-    if (curves == nullptr || !curves->IsValid())
-        return "-";
     std::string text;
     std::size_t count = 0;
-    for (const auto& [frequency, curve] : curves->GetCurves())
+    for (const auto& [frequency, curve] : curves.GetCurves())
         if (++count <= Most)
             text += (count > 1 ? ", " : "") + CUtility::ToText(frequency);
     return count > Most ? text + ", ..." : text;
@@ -51,7 +54,8 @@ std::string ExpectedOf(const std::string& tag, const CIDFCurves* curves) {
     if (tag == "FILE_PATH")
         return Msg(ExpectedCurveFile);
     if (tag == "FREQUENCY")
-        return CUtility::Format(Msg(ExpectedCurve), ListCurves(curves));
+        return curves != nullptr && curves->IsValid() ? CUtility::Format(Msg(ExpectedCurve), ListCurves(*curves))
+                                                      : Msg(ExpectedAnyCurve);
     if (tag == "PIPE_GROUP")
         return Msg(ExpectedPipeGroup);
     return Msg(tag == "PIPE_FILL" ? ExpectedFilling : ExpectedDiameter);
@@ -117,6 +121,27 @@ std::vector<CLack> FindLacks(const CSectionList& sections, CFlowCalculatorParame
             });
     Flow::InputLacks::AddMainOutlets(sections, lacks);
     return lacks;
+}
+
+std::vector<CLack> FindStopLacks(const CRunStop& stop, const CRunInput& input) {
+    CLack lack;
+    if (stop.m_reason == CRunStop::enmReason::NoPipe) {
+        lack.m_key = "PIPE_GROUP";
+        lack.m_found = CDataBox(stop.m_pipeGroup);
+        lack.m_expected =
+            CUtility::Format(Msg(ExpectedLargerGroup), stop.m_diameter / OLMGis::Formulas::MillimetresPerMetre);
+        lack.m_isOfForm = true;
+    } else if (stop.m_reason == CRunStop::enmReason::ExistingPipeTooFull) {
+        lack.m_key = Flow::Keys::PipeReference;
+        lack.m_expected = Msg(ExpectedLargerPipe);
+    } else {
+        return {};
+    }
+    const auto& section = input.GetSection(stop.m_section);
+    lack.m_entity = section.get();
+    if (!lack.m_isOfForm)
+        OLMGis::Data::CDataRW::Read(Flow::Keys::PipeReference, section, lack.m_found, 0, nullptr);
+    return {lack};
 }
 
 } // namespace Rain

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <optional>
+#include <set>
 
 namespace Reports {
 
@@ -97,11 +98,42 @@ Status Enter(Values& values, const std::string& key, const json& entry, const CK
     return Done{};
 }
 
+/// Finds a member that occurs twice in one object: the parser keeps the last one in silence.
+class CRepeatedMember {
+public:
+    /// An event of the parser at a depth, 0 outside the outermost object.
+    void Note(std::size_t depth, json::parse_event_t event, const json& parsed) {
+        if (m_names.size() < depth + 2) {
+            m_names.resize(depth + 2);
+            m_path.resize(depth + 2);
+        }
+        if (event == json::parse_event_t::object_start)
+            m_names[depth + 1].clear();
+        if (event != json::parse_event_t::key)
+            return;
+        m_path[depth] = parsed.get<std::string>();
+        if (!IsRemark(m_path[depth]) && !m_names[depth].insert(m_path[depth]).second && m_first.empty())
+            m_first =
+                fmt::format("{}", fmt::join(m_path.begin() + 1, m_path.begin() + static_cast<int>(depth) + 1, ": "));
+    }
+
+    /// The path of the first one, "01_WASTE_PERCENT: PERIOD"; empty for none.
+    const std::string& GetFirst() const { return m_first; }
+
+private:
+    std::vector<std::set<std::string>> m_names; ///< of the open object at a depth
+    std::vector<std::string> m_path;            ///< the present member at a depth
+    std::string m_first;
+};
+
 Result<json> ParseJson(std::string_view text, const std::string& path) {
     constexpr int Deepest = 8;
     bool isTooDeep = false;
-    const auto isShallow = [&isTooDeep](int depth, json::parse_event_t, json&) {
+    CRepeatedMember repeated;
+    const auto isShallow = [&](int depth, json::parse_event_t event, json& parsed) {
         isTooDeep = isTooDeep || depth > Deepest;
+        if (depth <= Deepest)
+            repeated.Note(static_cast<std::size_t>(depth), event, parsed);
         return depth <= Deepest; // deeper values are dropped before they can grow
     };
     try {
@@ -109,6 +141,8 @@ Result<json> ParseJson(std::string_view text, const std::string& path) {
         if (isTooDeep || !file.is_object())
             return BadInput(fmt::format("{}: found {}, expected one object of calculators and their values", path,
                                         isTooDeep ? "deeply nested values" : "something else"));
+        if (!repeated.GetFirst().empty())
+            return BadInput(fmt::format("{}: found {} twice, expected it once", path, repeated.GetFirst()));
         return file;
     } catch (const json::exception& error) {
         return BadInput(fmt::format("{}: not JSON: {}", path, ReasonOf(error)));

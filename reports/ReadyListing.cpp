@@ -79,11 +79,22 @@ struct CGroup {
     const CLack* m_first = nullptr;
     bool m_isAlike = true; ///< whether all have the same expectation
     std::vector<const CEntity*> m_entities;
+    std::vector<std::string> m_found; ///< each unusable value once
 };
+
+/// " (found 0, -1)"; empty where nothing was found.
+std::string ShowFound(const CGroup& group) {
+    constexpr std::size_t Most = 5;
+    return group.m_found.empty()
+               ? std::string()
+               : fmt::format(" (found {})", FirstNames({group.m_found.begin(), group.m_found.end()}, Most));
+}
 
 /// The command that repairs a group: for all, for those few, or by a table.
 std::string Advise(const CGroup& group, const std::string& project, const std::string& calculator, std::size_t most) {
     const enmEntityKind kind = group.m_first->m_entity->GetEntityKind();
+    if (group.m_first->m_isOfForm)
+        return fmt::format("drenova run {} {} {}=VALUE", project, calculator, group.m_first->m_key);
     if (group.m_first->m_key == "MAIN_SECT_OUT")
         return fmt::format("drenova directions {} --auto", project);
     const std::string on = kind == enmEntityKind::Section ? "" : fmt::format(" --on {}s", GetKindName(kind));
@@ -147,6 +158,9 @@ std::vector<std::string> SummariseLacks(const std::vector<CLack>& lacks, const s
         }
         group.m_isAlike = group.m_isAlike && lack.m_expected == group.m_first->m_expected;
         group.m_entities.push_back(lack.m_entity);
+        if (const std::string found = lack.m_found.IsNotNull() ? lack.m_found.AsText() : std::string();
+            !found.empty() && std::find(group.m_found.begin(), group.m_found.end(), found) == group.m_found.end())
+            group.m_found.push_back(found);
     }
     std::vector<std::string> lines;
     for (const std::string& key : order) {
@@ -154,11 +168,11 @@ std::vector<std::string> SummariseLacks(const std::vector<CLack>& lacks, const s
         std::vector<std::string_view> names;
         for (const CEntity* entity : group.m_entities)
             names.push_back(GetShownName(*entity));
-        lines.push_back(
-            OnOneLine(fmt::format("{} {} no {}{} ({}). Set it: {}", Count(names.size(), KindOf(*group.m_first)),
-                                  names.size() == 1 ? "has" : "have", key,
-                                  group.m_isAlike ? ", expected " + group.m_first->m_expected : std::string(),
-                                  FirstNames(names, MostNames), Advise(group, project, calculator, MostNames))));
+        lines.push_back(OnOneLine(fmt::format(
+            "{} {} no {}{}{}: {}{}. Set it: {}", Count(names.size(), KindOf(*group.m_first)),
+            names.size() == 1 ? "has" : "have", group.m_found.empty() ? "" : "usable ", key, ShowFound(group),
+            FirstNames(names, MostNames), group.m_isAlike ? "; expected " + group.m_first->m_expected : std::string(),
+            Advise(group, project, calculator, MostNames))));
     }
     return lines;
 }

@@ -266,6 +266,8 @@ std::vector<OLMGis::Sewage::CLack> CFlowCalculator_Additional::FindLacks(const C
                                                                          CFlowCalculatorParameters& params) const {
     const Waste::AdditionalInput in(*params.m_properties);
     std::vector<OLMGis::Sewage::CLack> lacks;
+    Flow::InputLacks::AddNothingSwitchedOn(*params.m_properties,
+                                           {"FC_ADD_FW", "FC_ADD_POINT", "FC_ADD_ADDITIONAL", "FC_ADD_USER"}, lacks);
     if ((in.hasInfiltration != 0 && in.infiltrationMethod == Waste::ByInhabitants) || in.hasAdditional != 0)
         Flow::InputLacks::AddDensities(sections, lacks);
     return lacks;

@@ -260,6 +260,7 @@ std::vector<std::string> CFlowCalculator_WasteAreas::GetWrittenKeys(bool inAnyEd
 std::vector<OLMGis::Sewage::CLack> CFlowCalculator_WasteAreas::FindLacks(const CSectionList& sections,
                                                                          CFlowCalculatorParameters& params) const {
     std::vector<OLMGis::Sewage::CLack> lacks;
+    Flow::InputLacks::AddNothingSwitchedOn(*params.m_properties, {"HOME_CHECK", "IND_CHECK"}, lacks);
     if (Input(*params.m_properties, Flow::Edition::Is(Flow::Edition::Bulgarian)).hasHome)
         Flow::InputLacks::AddDensities(sections, lacks);
     return lacks;

@@ -147,6 +147,30 @@ TEST(ArgumentFormEditor, TakesAliasesAndValuesOfAnEarlierRun) {
     EXPECT_THAT(unknown.GetError()->message, HasSubstr("did you mean GREATEST?"));
 }
 
+/// Two names of a field with different values in one place are a mistake, wherever else the last one counts.
+TEST(ArgumentFormEditor, RefusesTagAndAliasThatDiffer) {
+    static const OLMGis::Topology::CFieldDefinition limit{"GREATEST", "m", {}};
+    const struct {
+        std::vector<CFormValue> m_values;
+        const char* m_message; ///< null where the second counts
+    } cases[] = {
+        {{{"LIMIT", "4", "", ""}, {"GREATEST", "5", "", ""}}, "found LIMIT=\"4\" and GREATEST=\"5\""},
+        {{{"GREATEST", "4", "p.json: X", ""}, {"LIMIT", "5", "p.json: X", ""}}, "p.json: X: found GREATEST=\"4\""},
+        {{{"LIMIT", "5", "", ""}, {"GREATEST", "5", "", ""}}, nullptr},
+        {{{"LIMIT", "4", "p.json: X", ""}, {"GREATEST", "5", "", ""}}, nullptr},
+    };
+    for (const auto& test : cases) {
+        CCurveForm form;
+        form.m_form.GetPropertyExByTag("LIMIT")->SetDefinition(&limit);
+        CArgumentFormEditor editor(test.m_values);
+        EXPECT_EQ(form.Type(editor), test.m_message == nullptr ? 1 : 0);
+        if (test.m_message != nullptr)
+            EXPECT_THAT(editor.GetError()->message, HasSubstr(test.m_message));
+        else
+            EXPECT_EQ(form.m_form.GetDblProperty("LIMIT", 0, 1), 5.0);
+    }
+}
+
 /// Values of a file are entered like arguments, and its relative paths begin in its folder.
 TEST(ArgumentFormEditor, TakesValuesOfAParameterFile) {
     const auto file = CParameterFile::Parse(

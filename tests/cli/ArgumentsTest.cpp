@@ -164,6 +164,26 @@ const CCase Cases[] = {
      3,
      "",
      "found the calculator \"1_WASTE\""},
+    {"parameter file with a tag twice",
+     {"run", "P", "01_WASTE_PERCENT", "--params", "/twice.json"},
+     3,
+     "",
+     "twice.json: found 01_WASTE_PERCENT: PERIOD twice"},
+    {"design with an unknown tag",
+     {"design", "P", "--params", "/tag.json"},
+     3,
+     "",
+     "did you mean PERIOD? List them: drenova form"},
+    {"main outlet that is none", {"set", "P", "MAIN_SECT_OUT=zzz", "--on", "nodes", "--all"}, 2, "", "found \"zzz\""},
+    {"table with a main outlet that is none",
+     {"load", "P", "/outlet.csv", "--on", "nodes"},
+     3,
+     "",
+     "node B: MAIN_SECT_OUT: found \"zzz\""},
+    {"main outlet by name",
+     {"set", "P", "MAIN_SECT_OUT=one", "--on", "nodes", "--names", "A", "-o", "/outlet.gpkg"},
+     0},
+    {"a pipe that nobody knows is found again", {"info", "/set.gpkg"}, 0, "", "PIPE_REF: 3 sections with a pipe"},
     {"parameter file without the calculator",
      {"run", "P", "01_WASTE_PERCENT", "--params", "/others.json", "-o", "/others.gpkg"},
      0,
@@ -191,6 +211,8 @@ TEST(Arguments, EndWithTheirExitCode) {
     folder.Write("n.csv", "name,x,y\nA,1,2\n");
     folder.Write("s.csv", "name,from,to\nS,A,Z\n");
     folder.Write("tag.json", R"({"01_WASTE_PERCENT": {"PERIOD": 30, "PERIODE": 1}})");
+    folder.Write("twice.json", R"({"01_WASTE_PERCENT": {"PERIOD": 30, "POPULATION": 9, "PERIOD": 20}})");
+    folder.Write("outlet.csv", "name,MAIN_SECT_OUT\nB,zzz\n");
     folder.Write("value.json", R"({"01_WASTE_PERCENT": {"PERIOD": "long"}})");
     folder.Write("calculator.json", R"({"1_WASTE": {}})");
     folder.Write("others.json", R"({"checks": {"0004_MIN_SLOPE": {"VALUE_MIN": 3}}})");
@@ -214,8 +236,9 @@ TEST(Arguments, EndWithTheirExitCode) {
         }
         EXPECT_TRUE(ReadFile(project) == before);
     }
-    EXPECT_EQ(folder.List(), "bad.csv calculator.json empty.gpkg inf.gpkg n.csv others.gpkg others.json run.gpkg s.csv "
-                             "set.gpkg tag.json town.gpkg twins.geojson value.json");
+    EXPECT_EQ(folder.List(), "bad.csv calculator.json empty.gpkg inf.gpkg n.csv others.gpkg others.json outlet.csv "
+                             "outlet.gpkg run.gpkg s.csv set.gpkg tag.json town.gpkg twice.json twins.geojson "
+                             "value.json");
 }
 
 /// Each verb that the program lists explains itself with an example that begins with the verb.

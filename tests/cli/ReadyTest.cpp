@@ -119,8 +119,12 @@ TEST_F(ReadyTown, ListsWhatNewFormsLack) {
     EXPECT_THAT(Ready({m_project, "--params", Samples + "design.json", "--strict"}), IsEmpty());
     EXPECT_THAT(Show(Ready({m_project})),
                 ElementsAre("001_RAIN_ITP FILE_PATH form FILE_PATH null", "001_RAIN_ITP FREQUENCY form FREQUENCY null",
-                            "001_RAIN_ITP PIPE_GROUP form PIPE_GROUP null"));
-    EXPECT_THAT(Ready({m_project, "01_WASTE_PERCENT", "04_FC_TOTAL", "--strict"}), IsEmpty());
+                            "001_RAIN_ITP PIPE_GROUP form PIPE_GROUP null",
+                            "01_WASTE_AREAS HOME_CHECK form HOME_CHECK 0", "02_ADDITIONAL FC_ADD_FW form FC_ADD_FW 0",
+                            "03_FC_TRANSIT FC_WASTE_PER form FC_WASTE_PER 0",
+                            "04_FC_TOTAL FLOW_TOTAL_OWN form FLOW_TOTAL_OWN 0"))
+        << "switches that are all off store zeros";
+    EXPECT_THAT(Ready({m_project, "01_WASTE_PERCENT", "--strict"}), IsEmpty());
     Ready({m_project, "--strict"}, 1);
     EXPECT_EQ(Drenova({"ready", m_project, "01_WASTE"}).m_code, 2);
     EXPECT_EQ(
@@ -161,9 +165,9 @@ TEST_F(ReadyTown, ListsDamageAtOnceAndAlertsNameIt) {
                             "001_RAIN_ITP FLOW_INTIME sections MAIN-02 null"));
     const CEnded ended = Drenova({"run", m_project, "001_RAIN_ITP", "--params", parameters});
     EXPECT_EQ(ended.m_code, 5);
-    EXPECT_THAT(ended.m_err, HasSubstr("1 section has no SECTION_SLOPE"));
-    EXPECT_THAT(ended.m_err, HasSubstr("3 sections have no FLOW_INTIME, expected an inlet time, in min (QUAY-01, "
-                                       "MAIN-01, MAIN-02). Set it: drenova set " +
+    EXPECT_THAT(ended.m_err, HasSubstr("1 section has no usable SECTION_SLOPE (found 0): QUAY-01; expected"));
+    EXPECT_THAT(ended.m_err, HasSubstr("3 sections have no FLOW_INTIME: QUAY-01, MAIN-01, MAIN-02; expected an inlet "
+                                       "time, in min. Set it: drenova set " +
                                        m_project + " FLOW_INTIME=5 --names QUAY-01,MAIN-01,MAIN-02"));
     Complete(m_folder, m_project, parameters);
     EXPECT_THAT(Ready({m_project, "--params", parameters, "--strict"}), IsEmpty());

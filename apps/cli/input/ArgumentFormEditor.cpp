@@ -21,27 +21,41 @@ using OLMGis::Utility::BadInput;
 using OLMGis::Workspace::CLogLine;
 using OLMGis::Workspace::CWsManager;
 
-/// Aliases become tags. Of several values of a field the last one stays.
-void CArgumentFormEditor::Resolve(const CPropertiesEx& form) {
+/// Aliases become tags. Of several values of a field the last one stays. Two names of a field with different values on
+/// the command line, or in one file, are a mistake: which of them is meant nobody can know.
+bool CArgumentFormEditor::Resolve(const CPropertiesEx& form) {
     const auto properties = form.GetAllProperties();
     std::vector<CFormValue> values;
+    std::vector<std::string> names; // as given
     for (CFormValue& value : m_values) {
+        std::string name = value.m_tag;
         const auto named = std::find_if(properties.begin(), properties.end(),
                                         [&value](const auto& property) { return property->IsNamed(value.m_tag); });
         if (named != properties.end())
             value.m_tag = (*named)->GetTag();
         const auto same = std::find_if(values.begin(), values.end(),
                                        [&value](const CFormValue& former) { return former.m_tag == value.m_tag; });
-        if (same == values.end())
+        if (same == values.end()) {
             values.push_back(std::move(value));
-        else
-            *same = std::move(value);
+            names.push_back(std::move(name));
+            continue;
+        }
+        std::string& formerName = names[static_cast<std::size_t>(same - values.begin())];
+        if (same->m_origin == value.m_origin && formerName != name && same->m_text != value.m_text) {
+            Fail(value, fmt::format("found {}=\"{}\" and {}=\"{}\", two names of one field, expected one of them",
+                                    formerName, same->m_text, name, value.m_text));
+            return false;
+        }
+        *same = std::move(value);
+        formerName = std::move(name);
     }
     m_values = std::move(values);
+    return true;
 }
 
 int CArgumentFormEditor::EditForm(std::string_view /*title*/, CPropertiesEx& form, const COnChanged& onChanged) {
-    Resolve(form);
+    if (!Resolve(form))
+        return 0;
     while (!m_values.empty())
         if (!EnterNext(form, onChanged))
             return 0;
@@ -79,8 +93,10 @@ bool CArgumentFormEditor::EnterNext(CPropertiesEx& form, const COnChanged& onCha
         return true;
     }
     const CFormValue& value = *unknown;
-    Fail(value,
-         fmt::format("found the tag {}, expected one of the form{}", value.m_tag, Reports::Suggest(value.m_tag, tags)));
+    const std::string suggested = Reports::Suggest(value.m_tag, tags);
+    const std::string listed =
+        m_listing.empty() ? std::string() : fmt::format("{}ist them: {}", suggested.empty() ? "; l" : " L", m_listing);
+    Fail(value, fmt::format("found the tag {}, expected one of the form{}{}", value.m_tag, suggested, listed));
     return false;
 }
 

@@ -19,7 +19,8 @@ using Reports::CFormValue;
 
 /// Enters values into a form as a person would: in the order of the form, whatever the order of the values, because the
 /// value of an earlier field may decide what a later one offers. A value names its field by tag or alias; of several
-/// values of a field the last one counts. A number that is possible but unusual goes to the log.
+/// values of a field the last one counts, but tag and alias with different values in one place are refused. A number
+/// that is possible but unusual goes to the log.
 class CArgumentFormEditor final : public OLMGis::Topology::IFormEditor {
 public:
     explicit CArgumentFormEditor(std::vector<CFormValue> values) : m_values(std::move(values)) {}
@@ -38,8 +39,11 @@ public:
         m_fileCheck = std::move(check);
     }
 
+    /// The command that lists the fields of the form, for messages.
+    void SetListing(std::string command) { m_listing = std::move(command); }
+
 private:
-    void Resolve(const OLMGis::Topology::CPropertiesEx& form);
+    bool Resolve(const OLMGis::Topology::CPropertiesEx& form);
     bool EnterNext(OLMGis::Topology::CPropertiesEx& form, const COnChanged& onChanged);
     bool Enter(OLMGis::Topology::CPropertyEx& property, const CFormValue& value);
     void Fail(const CFormValue& value, std::string message);
@@ -47,6 +51,7 @@ private:
     std::vector<CFormValue> m_values; ///< not entered yet
     std::optional<OLMGis::Utility::Error> m_error;
     std::vector<std::string> m_outOfForce;
+    std::string m_listing;
     std::function<OLMGis::Utility::Status(const std::string& file)> m_fileCheck;
 };
 

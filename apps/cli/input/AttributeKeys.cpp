@@ -38,8 +38,10 @@ Result<const CDataDefinition*> FindKey(enmEntityKind kind, std::string_view key)
     for (const auto& known : configuration.GetDataDefinitions())
         if (known->m_entityKind == kind)
             keys.push_back(known->m_id);
-    return BadArguments(fmt::format("found the key \"{}\", expected a key of {}s{}", OnOneLine(key), GetKindName(kind),
-                                    Suggest(key, keys)));
+    const std::string suggested = Suggest(key, keys);
+    return BadArguments(fmt::format("found the key \"{}\", expected a key of {}s{}{}ist them: drenova keys --on {}s",
+                                    OnOneLine(key), GetKindName(kind), suggested, suggested.empty() ? "; l" : " L",
+                                    GetKindName(kind)));
 }
 
 Result<const CDataDefinition*> FindFlowKey(std::string_view key) {

@@ -70,12 +70,17 @@ std::vector<CFormValue> GetLastValues(std::string_view calculator, const std::st
     return values;
 }
 
+std::string GetFormCommand(std::string_view calculator, const std::string& project) {
+    return fmt::format("drenova form {} {}", project, calculator);
+}
+
 Result<OLMGis::Sewage::CPlannedRun> PlanRun(const boost::shared_ptr<IFlowCalculator>& calculator,
-                                            std::vector<CFormValue> values, const CFileCheck& checkFile,
-                                            CTerminal& terminal) {
+                                            std::vector<CFormValue> values, const std::string& project,
+                                            const CFileCheck& checkFile, CTerminal& terminal) {
     using OLMGis::Topology::CTopologyMultiStorage;
     CArgumentFormEditor editor(std::move(values));
     editor.SetFileCheck(checkFile);
+    editor.SetListing(GetFormCommand(calculator->GetKey(), project));
     const OLMGis::Topology::CFormEditorScope scope(editor);
     const auto parameters = calculator->CreateParameters();
     calculator->InputParameters(CTopologyMultiStorage::Instance()->GetActiveTopology()->GetSections(), parameters.get(),

@@ -38,11 +38,14 @@ std::vector<CFormValue> GetLastValues(std::string_view calculator, const std::st
 /// Asked for each file that a form reads; an error gives the form up.
 using CFileCheck = std::function<OLMGis::Utility::Status(const std::string& file)>;
 
-/// A calculator with a new form into which values were entered. The error is that of a value that the form refuses, or
-/// of the check of a file. Notes go to the terminal.
+/// A calculator with a new form into which values were entered. project: its path, for messages. The error is that of a
+/// value that the form refuses, or of the check of a file. Notes go to the terminal.
 OLMGis::Utility::Result<OLMGis::Sewage::CPlannedRun>
 PlanRun(const boost::shared_ptr<OLMGis::Sewage::IFlowCalculator>& calculator, std::vector<CFormValue> values,
-        const CFileCheck& checkFile, CTerminal& terminal);
+        const std::string& project, const CFileCheck& checkFile, CTerminal& terminal);
+
+/// The command that lists the fields of a calculator's form, for messages.
+std::string GetFormCommand(std::string_view calculator, const std::string& project);
 
 /// A run as it was asked for: what messages about it name.
 struct CRunNames {

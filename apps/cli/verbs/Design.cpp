@@ -56,6 +56,7 @@ Result<CCalculationOutcome> RunOne(const std::string& key, const std::vector<CFo
         return calculator.GetError();
     CArgumentFormEditor editor(values);
     editor.SetFileCheck(checkFile);
+    editor.SetListing(GetFormCommand(key, project));
     const OLMGis::Topology::CFormEditorScope formScope(editor);
     OLMGis::Utility::CRunTrace trace;
     std::optional<OLMGis::Utility::CRunTraceScope> traceScope;
@@ -66,6 +67,8 @@ Result<CCalculationOutcome> RunOne(const std::string& key, const std::vector<CFo
     terminal.Show(Reports::GetRainRemarks(trace));
     if (!outcome)
         return outcome.GetError();
+    if (editor.GetError()) // names the file and the calculator itself
+        return *editor.GetError();
     if (const Status ended = CheckEnd(outcome.Value(), editor, {project, key}, terminal); !ended)
         return Error{ended.GetError().kind, fmt::format("{}: {}", key, ended.GetError().message)};
     terminal.Show(Reports::MakeOutdatedRemarks(outcome->m_outdated, project));

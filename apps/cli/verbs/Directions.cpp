@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Copyright (C) the Drenova authors
+#include "apps/cli/input/MainOutlets.h"
 #include "apps/cli/input/Project.h"
 #include "apps/cli/verbs/Verbs.h"
 #include "host/gis_core/Utility.h"
@@ -37,20 +38,6 @@ struct COptions {
 };
 
 using CSections = std::vector<boost::shared_ptr<CSection>>;
-
-/// The section out of a node by GUID or by a name that only one of them has; null for none.
-boost::shared_ptr<CSection> FindOutlet(const CNode& node, std::string_view name) {
-    CSections out;
-    node.GetSectionsOut(out);
-    CSections named;
-    for (const auto& section : out) {
-        if (OLMGis::Utility::GuidEqual()(section->GetGuid(), name))
-            return section;
-        if (section->GetName() == name)
-            named.push_back(section);
-    }
-    return named.size() == 1 ? named.front() : nullptr;
-}
 
 /// Stores the outlet of one argument NODE=SECTION. A name may contain the equal sign, so every place of it is tried.
 Status SetOutlet(const std::string& argument) {

@@ -61,7 +61,7 @@ CVerbResult ShowForm(const COptions& options, CTerminal& terminal, std::ostream&
         project.Value()->Reads(read);
         return checkTemplate();
     };
-    const auto run = PlanRun(calculator.Value(), std::move(values.Value()), checkFile, terminal);
+    const auto run = PlanRun(calculator.Value(), std::move(values.Value()), options.m_project, checkFile, terminal);
     if (!run)
         return run.GetError();
     static const CPropertiesEx none;

@@ -2,10 +2,13 @@
 // Copyright (C) the Drenova authors
 #include "apps/cli/input/Project.h"
 #include "apps/cli/verbs/Verbs.h"
+#include "host/gis_core/DataRW.h"
 #include "host/network_core/TopologyMultiStorage.h"
 #include "host/project_io/base/ProjectValues.h"
+#include "host/project_io/tables/CatalogReferences.h"
 #include "host/project_io/terrain/TerrainAttachment.h"
 #include "host/sewage_core/MissingDensities.h"
+#include "reports/EntityChoice.h"
 #include "reports/ProjectListing.h"
 #include "reports/ShownText.h"
 
@@ -13,6 +16,7 @@
 
 #include <limits>
 #include <memory>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -39,14 +43,34 @@ void AppendValues(std::vector<std::string>& warnings) {
         warnings.push_back(std::move(unusual));
 }
 
-/// What opening noticed, rasters that cannot be used, impossible and unusual values, and catchments without a density
-/// that a calculation needs.
+/// References that no calculation finds in the catalogues.
+void AppendUnknownReferences(std::vector<std::string>& warnings) {
+    constexpr std::size_t MostNamed = 20;
+    for (const auto& [id, noun] : {std::pair{"PIPE_REF", "pipe"}, std::pair{"MANHOLE_ID", "manhole"}}) {
+        const auto& key = *OLMGis::Data::FindDefinition(id);
+        std::vector<std::string_view> names;
+        OLMGis::Data::CDataBox box;
+        for (const auto* entity : Reports::GetAllEntities(key.m_entityKind))
+            if (OLMGis::Data::CDataRW::Read(&key, entity, box, 0, nullptr) != 0 &&
+                !OLMGis::ProjectIo::IsKnownCatalogReference(key, box))
+                names.push_back(Reports::GetShownName(*entity));
+        if (!names.empty())
+            warnings.push_back(fmt::format("{}: {} with a {} that the catalogue does not have ({}); import it with "
+                                           "drenova catalog import, or set another",
+                                           id, Reports::Count(names.size(), Reports::GetKindName(key.m_entityKind)),
+                                           noun, Reports::FirstNames(names, MostNamed)));
+    }
+}
+
+/// What opening noticed, rasters that cannot be used, impossible and unusual values, unknown references, and catchments
+/// without a density that a calculation needs.
 std::vector<std::string> GatherWarnings(const CProject& project, const std::string& path) {
     std::vector<std::string> warnings = project.GetWarnings();
     for (std::string& trouble : OLMGis::ProjectIo::FindTerrainTroubles(path))
         warnings.push_back(std::move(trouble));
     const auto& topology = *OLMGis::Topology::CTopologyMultiStorage::Instance()->GetActiveTopology();
     AppendValues(warnings);
+    AppendUnknownReferences(warnings);
     if (auto missing = OLMGis::Sewage::WarnOfMissingDensities(topology))
         warnings.push_back(std::move(*missing));
     return warnings;

@@ -3,6 +3,7 @@
 #include "apps/cli/input/ColumnMap.h"
 #include "apps/cli/input/FormatHelp.h"
 #include "apps/cli/input/InputFile.h"
+#include "apps/cli/input/MainOutlets.h"
 #include "apps/cli/input/Project.h"
 #include "apps/cli/verbs/Verbs.h"
 #include "host/project_io/tables/CsvLoad.h"
@@ -43,11 +44,14 @@ CVerbResult LoadAttributes(const COptions& options, CTerminal& terminal) {
         project.Value()->Reads(options.m_map);
     if (const auto isFree = project.Value()->CheckOutput(options.m_output); !isFree)
         return isFree.GetError();
+    const CLoadedMainOutlets mainOutlets;
     const std::size_t before = Reports::GetAllEntities(kind).size();
     const auto stored =
         OLMGis::ProjectIo::LoadCsv(table->GetStream(), table->GetName(), kind, map.Value() ? &*map.Value() : nullptr);
     if (!stored)
         return stored.GetError();
+    if (const auto resolved = mainOutlets.ResolveChanged(table->GetName()); !resolved)
+        return resolved.GetError();
     terminal.Note(Reports::OnOneLine(stored->m_reading));
     const std::size_t made = Reports::GetAllEntities(kind).size() - before;
     if (const auto saved = project.Value()->Save(options.m_output); !saved)

@@ -64,7 +64,7 @@ Result<std::vector<CPlannedRun>> MakePlan(const COptions& options, CProject& pro
         if (!(options.m_calculators.empty() ? !file || values != nullptr : isAsked))
             continue;
         auto run = PlanRun(FindCalculator(key).Value(), values == nullptr ? std::vector<CFormValue>() : *values,
-                           noteFile, terminal);
+                           options.m_project, noteFile, terminal);
         if (!run)
             return run.GetError();
         plan.push_back(std::move(run.Value()));

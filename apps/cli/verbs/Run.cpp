@@ -209,6 +209,7 @@ CVerbResult RunCalculator(const COptions& options, CTerminal& terminal, std::ost
         };
 
     CArgumentFormEditor editor(std::move(values.Value()));
+    editor.SetListing(GetFormCommand(options.m_calculator, options.m_project));
     editor.SetFileCheck([&](const std::string& file) {
         project.Value()->Reads(file);
         return project.Value()->CheckOutput(options.m_output);

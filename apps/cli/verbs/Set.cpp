@@ -2,6 +2,7 @@
 // Copyright (C) the Drenova authors
 #include "apps/cli/input/Assignments.h"
 #include "apps/cli/input/AttributeKeys.h"
+#include "apps/cli/input/MainOutlets.h"
 #include "apps/cli/input/NamedEntities.h"
 #include "apps/cli/input/Project.h"
 #include "apps/cli/verbs/Verbs.h"
@@ -20,6 +21,7 @@ using OLMGis::Data::CDataBox;
 using OLMGis::Data::CDataDefinition;
 using OLMGis::Data::CDataRW;
 using OLMGis::Data::enmEntityKind;
+using OLMGis::Topology::CNode;
 using OLMGis::Utility::BadArguments;
 using OLMGis::Utility::Done;
 using OLMGis::Utility::Result;
@@ -98,8 +100,14 @@ CVerbResult SetAttributes(const COptions& options, CTerminal& terminal) {
     std::vector<std::string_view> keys;
     for (const CNewValue& value : values.Value()) {
         keys.push_back(value.m_definition->m_id);
-        for (const auto* entity : entities.Value())
-            CDataRW::Write(value.m_definition, entity, value.m_value, nullptr);
+        for (const auto* entity : entities.Value()) {
+            const auto stored = value.m_definition->m_id == "MAIN_SECT_OUT"
+                                    ? ResolveMainOutlet(static_cast<const CNode&>(*entity), value.m_value)
+                                    : Result<CDataBox>(value.m_value);
+            if (!stored)
+                return stored.GetError();
+            CDataRW::Write(value.m_definition, entity, stored.Value(), nullptr);
+        }
     }
     if (const auto saved = project.Value()->Save(options.m_output); !saved)
         return saved.GetError();
