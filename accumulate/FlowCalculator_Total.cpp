@@ -147,6 +147,7 @@ std::string CFlowCalculator_Total::GetParametersDataId() {
 
 std::vector<std::string> CFlowCalculator_Total::GetReadKeys() const {
     std::vector<std::string> keys;
+    keys.reserve(Components.size());
     for (const Component& component : Components)
         keys.emplace_back(component.key);
     return keys;

@@ -41,6 +41,7 @@ constexpr int FrequencyIsNoNumber = 70500;
 constexpr int RisingIntensity = 70501;
 constexpr int SinglePoint = 70502;
 constexpr int LooksLikeMillimetres = 70503;
+constexpr int ImpossibleIntensity = 70505;
 
 /// Rain depth (mm) of an intensity (l/(s·ha)) over a duration (min): 1 l/(s·ha) is 0.006 mm/min.
 double DepthOf(double duration, double intensity) {
@@ -163,6 +164,8 @@ private:
         for (const std::string& part : m_parts)
             if (!CUtility::ParseDouble(part))
                 Note(m_line, CUtility::Format(Msg(NotWholeNumber), part, CUtility::ToText(CUtility::ToDouble(part))));
+        if (const double intensity = CUtility::ToDouble(m_parts[1]); !(intensity >= 0.0) || std::isinf(intensity))
+            Doubt(m_line, CUtility::Format(Msg(ImpossibleIntensity), CUtility::ToText(intensity)));
         m_points.push_back({CUtility::ToDouble(m_parts[0]), CUtility::ToDouble(m_parts[1]), m_line});
         return true;
     }

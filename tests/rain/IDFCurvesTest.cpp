@@ -73,6 +73,7 @@ TEST(IDFCurves, DoubtsNameTheirLines) {
         {"* a\n#2.5abc\n5 310\n10 228\n", {{2, "2.5abc"}}},
         {"#2\n5 310\n20 200\n10 150\n", {{3, "rises from 150 to 200"}}}, // sorted: 310, 150, 200
         {"#2\n5 310\n", {{1, "single point"}}},
+        {"#2\n5 310\n10 -228\n", {{3, "found the intensity -228"}}},
         {"#2\n5 110\n10 84\n60 30\n#50\n5 120\n10 90\n60 31\n", {}},
         // The same as mm/h.
         {"#2\n5 39.6\n10 30.2\n60 10.8\n#50\n5 43.2\n10 32.4\n60 11.2\n", {{5, "look like mm/h"}}},

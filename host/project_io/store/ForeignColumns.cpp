@@ -40,7 +40,7 @@ bool LooksLikeOurs(const Layout::CLayer& layer, std::string_view name) {
            });
 }
 
-bool IsKept(const Layout::CLayer& layer, const CTableColumn& column) {
+bool IsKept(const Layout::CLayer& layer, const CSqlColumn& column) {
     return !column.m_isComputed && !IsOwnColumn(layer, column.m_name) && !LooksLikeOurs(layer, column.m_name);
 }
 
@@ -62,7 +62,7 @@ std::string PlainDefault(const std::string& text) {
     return isText ? " DEFAULT " + text : std::string();
 }
 
-void AddColumn(CSqliteDatabase& database, std::string_view table, const CTableColumn& column) {
+void AddColumn(CSqliteDatabase& database, std::string_view table, const CSqlColumn& column) {
     database.Execute(fmt::format("ALTER TABLE main.{} ADD COLUMN {} {}{}", Quoted(table), Quoted(column.m_name),
                                  PlainType(column.m_type), PlainDefault(column.m_default)));
 }
@@ -126,9 +126,8 @@ void LinkRows(CSqliteDatabase& database, const Layout::CLayer& layer) {
 
 } // namespace
 
-std::vector<CTableColumn> ListColumns(const CSqliteDatabase& database, std::string_view schema,
-                                      std::string_view table) {
-    std::vector<CTableColumn> columns;
+std::vector<CSqlColumn> ListColumns(const CSqliteDatabase& database, std::string_view schema, std::string_view table) {
+    std::vector<CSqlColumn> columns;
     CSqliteStatement list(database, "SELECT name, type, dflt_value, hidden FROM pragma_table_xinfo(?, ?)");
     list.Bind(1, table).Bind(2, schema);
     while (list.Step())
@@ -137,8 +136,8 @@ std::vector<CTableColumn> ListColumns(const CSqliteDatabase& database, std::stri
     return columns;
 }
 
-const CTableColumn* FindColumn(const std::vector<CTableColumn>& columns, std::string_view name) {
-    const auto found = std::find_if(columns.begin(), columns.end(), [name](const CTableColumn& column) {
+const CSqlColumn* FindColumn(const std::vector<CSqlColumn>& columns, std::string_view name) {
+    const auto found = std::find_if(columns.begin(), columns.end(), [name](const CSqlColumn& column) {
         return CUtility::EqualIgnoreCase(column.m_name, name);
     });
     return found == columns.end() ? nullptr : &*found;
@@ -146,7 +145,7 @@ const CTableColumn* FindColumn(const std::vector<CTableColumn>& columns, std::st
 
 bool FindForeignColumns(const CSqliteDatabase& database, const Layout::CLayer& layer, CWarnings& warnings) {
     bool hasAny = false;
-    for (const CTableColumn& column : ListColumns(database, "main", layer.m_table)) {
+    for (const CSqlColumn& column : ListColumns(database, "main", layer.m_table)) {
         if (column.m_isComputed)
             warnings.Add(
                 fmt::format("the column \"{}\" of the layer {} is computed and is not read; saving will drop it",
@@ -161,7 +160,7 @@ bool FindForeignColumns(const CSqliteDatabase& database, const Layout::CLayer& l
 }
 
 void WarnOfColumnsIn(const CSqliteDatabase& database, const Layout::CTable& table, CWarnings& warnings) {
-    for (const CTableColumn& column : ListColumns(database, "main", table.m_table))
+    for (const CSqlColumn& column : ListColumns(database, "main", table.m_table))
         if (std::none_of(table.m_columns.begin(), table.m_columns.end(),
                          [&column](const Layout::CColumn& own) { return own.m_name == column.m_name; }))
             warnings.Add(fmt::format("the column \"{}\" of the table {} does not belong to it; saving will drop it",
@@ -169,9 +168,9 @@ void WarnOfColumnsIn(const CSqliteDatabase& database, const Layout::CTable& tabl
 }
 
 std::vector<std::string> AddMissingColumns(CSqliteDatabase& database, std::string_view table) {
-    const std::vector<CTableColumn> present = ListColumns(database, "main", table);
+    const std::vector<CSqlColumn> present = ListColumns(database, "main", table);
     std::vector<std::string> added;
-    for (const CTableColumn& column : ListColumns(database, "source", table)) {
+    for (const CSqlColumn& column : ListColumns(database, "source", table)) {
         if (column.m_isComputed || FindColumn(present, column.m_name) != nullptr)
             continue;
         AddColumn(database, table, column);
@@ -183,7 +182,7 @@ std::vector<std::string> AddMissingColumns(CSqliteDatabase& database, std::strin
 std::vector<std::string> CopyForeignColumns(CSqliteDatabase& database, const Layout::CLayer& layer) {
     std::vector<std::string> kept;
     std::string assignments;
-    for (const CTableColumn& column : ListColumns(database, "source", layer.m_table)) {
+    for (const CSqlColumn& column : ListColumns(database, "source", layer.m_table)) {
         if (!IsKept(layer, column))
             continue;
         AddColumn(database, layer.m_table, column);

@@ -11,7 +11,7 @@
 namespace OLMGis::ProjectIo {
 
 /// A column as a table declares it.
-struct CTableColumn {
+struct CSqlColumn {
     std::string m_name;
     std::string m_type;    ///< as SQL has it; empty for none
     std::string m_default; ///< the expression; empty for none
@@ -19,10 +19,10 @@ struct CTableColumn {
 };
 
 /// The columns of a table; none where there is no such table. schema: main or source.
-std::vector<CTableColumn> ListColumns(const CSqliteDatabase& database, std::string_view schema, std::string_view table);
+std::vector<CSqlColumn> ListColumns(const CSqliteDatabase& database, std::string_view schema, std::string_view table);
 
 /// The column of a name, case ignored; null when there is none.
-const CTableColumn* FindColumn(const std::vector<CTableColumn>& columns, std::string_view name);
+const CSqlColumn* FindColumn(const std::vector<CSqlColumn>& columns, std::string_view name);
 
 /// Whether a layer has columns of other programs that a save keeps. Warns of those that it cannot keep.
 bool FindForeignColumns(const CSqliteDatabase& database, const Layout::CLayer& layer, CWarnings& warnings);

@@ -166,9 +166,9 @@ private:
 
     /// The columns that both tables have.
     void CopyRows(std::string_view table, std::string_view condition) {
-        const std::vector<CTableColumn> mine = ListColumns(m_database, "main", table);
+        const std::vector<CSqlColumn> mine = ListColumns(m_database, "main", table);
         std::vector<std::string> columns;
-        for (const CTableColumn& column : ListColumns(m_database, "source", table))
+        for (const CSqlColumn& column : ListColumns(m_database, "source", table))
             if (!column.m_isComputed && FindColumn(mine, column.m_name) != nullptr)
                 columns.push_back(Quoted(column.m_name));
         m_database.Execute(fmt::format("INSERT OR IGNORE INTO main.{0} ({1}) SELECT {1} FROM source.{0} s{2}{3}",
