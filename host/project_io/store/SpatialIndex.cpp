@@ -13,6 +13,7 @@
 #include <cstddef>
 #include <limits>
 #include <string>
+#include <utility>
 
 namespace OLMGis::ProjectIo {
 
@@ -73,13 +74,11 @@ public:
         m_node.Bind(1, number).Bind(2, std::span<const std::byte>(node)).Run();
     }
 
-    /// owners: by id of a cell, the node that contains it; 0 for an id without a cell. Written in ascending order,
-    /// which is the fastest for a table.
-    void PutOwners(const char* tableEnd, const std::vector<std::uint32_t>& owners) {
+    /// owners: ids of cells, ascending, with the node that contains each.
+    void PutOwners(const char* tableEnd, const std::vector<std::pair<std::int64_t, std::uint32_t>>& owners) {
         CSqliteStatement insert(m_database, fmt::format("INSERT INTO {} VALUES (?, ?)", Quoted(m_name + tableEnd)));
-        for (std::size_t id = 0; id < owners.size(); ++id)
-            if (owners[id] != 0)
-                insert.Bind(1, static_cast<std::int64_t>(id)).Bind(2, static_cast<std::int64_t>(owners[id])).Run();
+        for (const auto& [id, owner] : owners)
+            insert.Bind(1, id).Bind(2, std::int64_t{owner}).Run();
     }
 
 private:
@@ -139,20 +138,23 @@ void CSpatialIndex::Write(CSqliteDatabase& database, std::string_view table, std
     if (m_cells.empty())
         return;
     CTableWriter writer(database, name);
-    std::vector<std::uint32_t> owners(static_cast<std::size_t>(m_cells.back().m_id) + 1);
+    std::vector<std::pair<std::int64_t, std::uint32_t>> owners; // keys of rows may be any numbers in any order
+    owners.reserve(m_cells.size());
     std::vector<std::uint32_t> parents(RootNode + 1);
     std::vector<CCell> cells = std::move(m_cells);
     m_cells.clear();
     std::size_t depth = 0;
     for (; cells.size() > CellsPerNode; ++depth) {
         std::vector<CCell> above;
-        std::vector<std::uint32_t>& ownersHere = depth == 0 ? owners : parents;
         for (const CTile& tile : Pack(cells)) {
             const auto number = static_cast<std::uint32_t>(parents.size());
             parents.push_back(RootNode); // replaced when a level between is packed
             writer.PutNode(number, 0, cells, tile);
             for (std::size_t i = tile.m_begin; i < tile.m_end; ++i)
-                ownersHere[static_cast<std::size_t>(cells[i].m_id)] = number;
+                if (depth == 0)
+                    owners.emplace_back(cells[i].m_id, number);
+                else
+                    parents[static_cast<std::size_t>(cells[i].m_id)] = number;
             above.push_back(Around(number, cells, tile));
         }
         cells = std::move(above);
@@ -160,9 +162,14 @@ void CSpatialIndex::Write(CSqliteDatabase& database, std::string_view table, std
     writer.PutNode(RootNode, depth, cells, {0, cells.size()});
     if (depth == 0)
         for (const CCell& cell : cells)
-            owners[static_cast<std::size_t>(cell.m_id)] = RootNode;
+            owners.emplace_back(cell.m_id, RootNode);
+    std::sort(owners.begin(), owners.end());
     writer.PutOwners("_rowid", owners);
-    writer.PutOwners("_parent", parents);
+    std::vector<std::pair<std::int64_t, std::uint32_t>> nodes;
+    for (std::size_t id = 0; id < parents.size(); ++id)
+        if (parents[id] != 0)
+            nodes.emplace_back(static_cast<std::int64_t>(id), parents[id]);
+    writer.PutOwners("_parent", nodes);
 }
 
 void CreateSpatialIndexTriggers(CSqliteDatabase& database, std::string_view table, std::string_view geometryColumn) {

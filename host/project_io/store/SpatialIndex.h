@@ -18,7 +18,7 @@ class CSqliteDatabase;
 /// program may change.
 class CSpatialIndex {
 public:
-    /// Adds the extent of a row (m); rows in ascending order. An empty extent is left out.
+    /// Adds the extent of a row (m); in any order. An empty extent is left out.
     void Add(std::int64_t row, const CExtent& extent);
 
     /// Creates and fills the R-tree of a layer's geometry column. Linear, except for two sorts. Throws CFailure.
